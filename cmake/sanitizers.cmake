@@ -1,0 +1,6 @@
+# QUILLMARK_SANITIZE names the sanitizers to build with, e.g. "address,undefined" or "thread".
+set(QUILLMARK_SANITIZE "" CACHE STRING "Sanitizers to build with, comma separated")
+if(QUILLMARK_SANITIZE)
+    add_compile_options(-fsanitize=${QUILLMARK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${QUILLMARK_SANITIZE})
+endif()

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/running_application.h"
+#include "platform/url.h"
+
+namespace platform {
+
+/// The desktop session. Main thread only.
+class Workspace {
+public:
+    static Workspace& sharedWorkspace();
+
+    /// The program that has the user's attention, or absent.
+    std::optional<RunningApplication> frontmostApplication() const;
+
+    /// Opens a link or file with the user's default program for it. True when that program was started.
+    bool openURL(const URL& url) const;
+
+private:
+    Workspace() = default;
+};
+
+/// The system alert sound.
+void beep();
+
+} // namespace platform
