@@ -51,7 +51,7 @@ private:
 /// What a program is made of: creates its delegate, main menu and main window once the desktop is ready. Whoever it
 /// returns lives until the program ends.
 struct MainInterface {
-    std::unique_ptr<ApplicationDelegate> delegate;
+    std::shared_ptr<ApplicationDelegate> delegate;
     std::unique_ptr<Menu> mainMenu;
     std::shared_ptr<Window> mainWindow;
 };
