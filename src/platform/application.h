@@ -10,7 +10,7 @@ namespace platform {
 
 enum class ApplicationTerminateReply { terminateCancel = 0, terminateNow = 1, terminateLater = 2 };
 
-/// What the desktop asks the program about its life, on the main thread.
+// What the desktop asks the program about its life, on the main thread.
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
@@ -18,46 +18,46 @@ public:
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
     virtual bool applicationSupportsSecureRestorableState() = 0;
     virtual ApplicationTerminateReply applicationShouldTerminate() = 0;
-    /// The user asked for the running program again.
+    // The user asked for the running program again.
     virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
 };
 
-/// The program as the desktop sees it. Main thread only.
+// The program as the desktop sees it. Main thread only.
 class Application {
 public:
     static Application& sharedApplication();
 
     ApplicationDelegate* delegate() const;
-    /// Not owned.
+    // Not owned.
     void setDelegate(ApplicationDelegate* delegate);
 
-    /// Absent (null) until the main interface has been made.
+    // Absent (null) until the main interface has been made.
     Menu* mainMenu() const;
     void setMainMenu(std::unique_ptr<Menu> menu);
 
-    /// Brings the program to the front.
+    // Brings the program to the front.
     void activate();
 
-    /// Asks the delegate whether to end, and ends when it agrees.
+    // Asks the delegate whether to end, and ends when it agrees.
     void terminate();
 
-    /// Settles a termination that the delegate postponed: true ends the program.
+    // Settles a termination that the delegate postponed: true ends the program.
     void replyToApplicationShouldTerminate(bool shouldTerminate);
 
 private:
     Application() = default;
 };
 
-/// What a program is made of: creates its delegate, main menu and main window once the desktop is ready. Whoever it
-/// returns lives until the program ends.
+// What a program is made of: creates its delegate, main menu and main window once the desktop is ready. Whoever it
+// returns lives until the program ends.
 struct MainInterface {
     std::shared_ptr<ApplicationDelegate> delegate;
     std::unique_ptr<Menu> mainMenu;
     std::shared_ptr<Window> mainWindow;
 };
 
-/// Runs the program's main loop: prepares the desktop, makes the main interface with `load`, calls the window's awake
-/// hook, shows the window, and returns the exit status when the program ends.
+// Runs the program's main loop: prepares the desktop, makes the main interface with `load`, calls the window's awake
+// hook, shows the window, and returns the exit status when the program ends.
 int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>& load);
 
 } // namespace platform

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <functional>
 
-/// The main thread's queue, clock and blocking pause.
-///
-/// Every entry into the host (channel message, hot key, delegate call, timer) arrives through this queue, first in
-/// first out, one at a time, on the main thread. While a call of the desktop's has to wait inside (for another
-/// program's pasteboard data, say), queued entries wait too.
+// The main thread's queue, clock and blocking pause.
+//
+// Every entry into the host (channel message, hot key, delegate call, timer) arrives through this queue, first in
+// first out, one at a time, on the main thread. While a call of the desktop's has to wait inside (for another
+// program's pasteboard data, say), queued entries wait too.
 namespace platform {
 
 using Seconds = std::chrono::duration<double>;
@@ -16,17 +16,17 @@ using TimePoint = std::chrono::time_point<std::chrono::steady_clock, std::chrono
 
 class MainQueue {
 public:
-    /// Queues `work` behind everything queued so far and returns at once. Any thread.
+    // Queues `work` behind everything queued so far and returns at once. Any thread.
     static void async(std::function<void()> work);
 
-    /// Queues `work` once `delay` has passed. Any thread. It is never cancelled: guard it with a weak reference.
+    // Queues `work` once `delay` has passed. Any thread. It is never cancelled: guard it with a weak reference.
     static void asyncAfter(Seconds delay, std::function<void()> work);
 };
 
-/// The current time of a clock that never goes back.
+// The current time of a clock that never goes back.
 TimePoint now();
 
-/// Blocks the calling thread; the main queue's entries wait meanwhile.
+// Blocks the calling thread; the main queue's entries wait meanwhile.
 void usleep(std::uint32_t microseconds);
 
 } // namespace platform

@@ -10,8 +10,8 @@ namespace platform {
 
 class MenuItem;
 
-/// A menu: the menu bar, or what opens from one of its items. Owned by its item; the menu bar by the application.
-/// Main thread only.
+// A menu: the menu bar, or what opens from one of its items. Owned by its item; the menu bar by the application.
+// Main thread only.
 class Menu {
 public:
     explicit Menu(std::string title);
@@ -30,7 +30,7 @@ private:
     std::vector<std::unique_ptr<MenuItem>> items_;
 };
 
-/// One entry of a menu. A title that changes shows at once.
+// One entry of a menu. A title that changes shows at once.
 class MenuItem {
 public:
     MenuItem(std::string title, std::optional<std::string> identifier);
@@ -41,7 +41,7 @@ public:
     const std::string& title() const;
     void setTitle(std::string_view title);
 
-    /// Names the item for relabelling; absent when it has no name.
+    // Names the item for relabelling; absent when it has no name.
     const std::optional<std::string>& identifier() const;
 
     Menu* submenu() const;

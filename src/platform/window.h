@@ -15,7 +15,7 @@ class ViewController;
 
 namespace platform {
 
-/// Bits of a window's style mask.
+// Bits of a window's style mask.
 inline constexpr std::uint64_t WindowStyleMaskTitled = 0x1;
 inline constexpr std::uint64_t WindowStyleMaskClosable = 0x2;
 inline constexpr std::uint64_t WindowStyleMaskMiniaturizable = 0x4;
@@ -32,18 +32,18 @@ inline constexpr std::int64_t FloatingWindowLevel = 3;
 inline constexpr std::uint64_t WindowCollectionBehaviorMoveToActiveSpace = 0x2;
 inline constexpr std::uint64_t WindowCollectionBehaviorFullScreenAuxiliary = 0x100;
 
-/// What a window asks and tells its delegate, on the main thread.
+// What a window asks and tells its delegate, on the main thread.
 class WindowDelegate {
 public:
     virtual ~WindowDelegate() = default;
 
-    /// The close button: true lets the window close.
+    // The close button: true lets the window close.
     virtual bool windowShouldClose() = 0;
     virtual void windowDidEnterFullScreen() = 0;
     virtual void windowDidExitFullScreen() = 0;
 };
 
-/// One top-level window. Whoever created it owns it; others keep a weak reference. Main thread only.
+// One top-level window. Whoever created it owns it; others keep a weak reference. Main thread only.
 class Window {
 public:
     Window(Rect contentRect, std::uint64_t styleMask, BackingStoreType backing, bool defer);
@@ -51,41 +51,41 @@ public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    /// Called once, when the window has been made from the application's main interface.
+    // Called once, when the window has been made from the application's main interface.
     virtual void awakeFromNib();
 
     void setContentViewController(std::unique_ptr<flutter::ViewController> controller);
     flutter::ViewController* contentViewController() const;
 
     void setContentSize(Size size);
-    /// The smallest size of the window's frame that the user can make.
+    // The smallest size of the window's frame that the user can make.
     void setMinSize(Size size);
     void setTitle(std::string_view title);
     std::string title() const;
     void setTitleVisibility(WindowTitleVisibility visibility);
     void setTitlebarAppearsTransparent(bool transparent);
     void setStyleMask(std::uint64_t styleMask);
-    /// Carries `WindowStyleMaskFullScreen` while the window fills its screen.
+    // Carries `WindowStyleMaskFullScreen` while the window fills its screen.
     std::uint64_t styleMask() const;
     void setMovableByWindowBackground(bool movable);
     void center();
-    /// From now on the desktop keeps the frame under this name, and takes the one it kept before, if it fits a screen.
+    // From now on the desktop keeps the frame under this name, and takes the one it kept before, if it fits a screen.
     void setFrameAutosaveName(std::string_view name);
     void setCollectionBehavior(std::uint64_t behavior);
     void setReleasedWhenClosed(bool released);
-    /// Not owned; null removes it.
+    // Not owned; null removes it.
     void setDelegate(WindowDelegate* delegate);
 
     void miniaturize();
     void deminiaturize();
     void makeKeyAndOrderFront();
-    /// Takes the window off the screen; the program keeps running.
+    // Takes the window off the screen; the program keeps running.
     void orderOut();
     void setLevel(std::int64_t level);
     bool isZoomed() const;
     Rect frame() const;
     void setFrame(Rect frame, bool display);
-    /// The screen the window is on; absent while it is on none.
+    // The screen the window is on; absent while it is on none.
     std::optional<Screen> screen() const;
 
     class Native;

@@ -8,22 +8,22 @@
 
 namespace platform {
 
-/// The desktop session. Main thread only.
+// The desktop session. Main thread only.
 class Workspace {
 public:
     static Workspace& sharedWorkspace();
 
-    /// The program that has the user's attention, or absent.
+    // The program that has the user's attention, or absent.
     std::optional<RunningApplication> frontmostApplication() const;
 
-    /// Opens a link or file with the user's default program for it. True when that program was started.
+    // Opens a link or file with the user's default program for it. True when that program was started.
     bool openURL(const URL& url) const;
 
 private:
     Workspace() = default;
 };
 
-/// The system alert sound.
+// The system alert sound.
 void beep();
 
 } // namespace platform
