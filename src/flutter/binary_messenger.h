@@ -17,7 +17,7 @@ public:
     // Takes the answer; zero bytes mean that nobody handles the message. The first call counts.
     using Reply = std::function<void(std::vector<std::uint8_t>)>;
     // The bytes are valid during the call. `reply` may be kept and called later, even when the messenger
-    // is gone; for a message that wants no reply it goes nowhere (and may be empty).
+    // is gone; for a message that wants no reply it goes nowhere.
     using MessageHandler = std::function<void(std::span<const std::uint8_t> message, Reply reply)>;
 
     BinaryMessenger() = default;

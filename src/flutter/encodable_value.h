@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -52,6 +53,11 @@ private:
     std::vector<Pair> pairs_;
 };
 
+// An integer type whose every number fits into an int32_t or, failing that, an int64_t.
+template <class T>
+concept EncodableInteger = std::integral<T> && !std::same_as<T, bool> &&
+                           (std::signed_integral<T> || sizeof(T) < sizeof(std::int64_t));
+
 class EncodableValue {
 public:
     using Storage =
@@ -74,11 +80,7 @@ public:
     EncodableValue(EncodableList value) : storage_(std::move(value)) {}
     EncodableValue(EncodableMap value) : storage_(std::move(value)) {}
 
-    // Any integer type whose every number an int32_t or, failing that, an int64_t can hold.
-    template <std::integral T>
-    requires(!std::same_as<T, bool> && (std::signed_integral<T> || sizeof(T) < sizeof(std::int64_t)))
-        EncodableValue(T value)
-        : storage_(integer(value)) {}
+    EncodableValue(EncodableInteger auto value) : storage_(integer(value)) {}
 
     bool isNull() const { return std::holds_alternative<std::monostate>(storage_); }
 
@@ -94,7 +96,7 @@ public:
     friend bool operator==(const EncodableValue& a, const EncodableValue& b) { return (a <=> b) == 0; }
 
 private:
-    template <std::integral T>
+    template <EncodableInteger T>
     static auto integer(T value) {
         constexpr bool narrow = std::signed_integral<T> ? sizeof(T) <= 4 : sizeof(T) < 4;
         return static_cast<std::conditional_t<narrow, std::int32_t, std::int64_t>>(value);

@@ -3,6 +3,7 @@
 
 #include "flutter/binary_messenger.h"
 #include "flutter/encodable_value.h"
+#include "flutter/method_channel.h"
 #include "flutter/standard_codec.h"
 
 #include <functional>
@@ -35,6 +36,7 @@ public:
     void setStreamHandler(std::weak_ptr<StreamHandler> handler);
 
 private:
+    MethodChannel calls_;
     std::weak_ptr<BinaryMessenger> messenger_;
     std::string name_;
 };

@@ -44,6 +44,8 @@ public:
 
 private:
     std::optional<std::size_t> frameLength();
+    void discard(std::size_t count);
+    std::nullopt_t fail(std::string reason);
 
     std::vector<std::uint8_t> buffer_;
     std::size_t start_ = 0; // what lies before was handed out

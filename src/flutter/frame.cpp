@@ -1,0 +1,115 @@
+#include "flutter/frame.h"
+
+#include "flutter/little_endian.h"
+
+#include <limits>
+
+namespace flutter {
+namespace {
+
+constexpr std::size_t lengthSize = 4;
+constexpr std::size_t headSize = 5; // kind and id
+constexpr std::size_t nameLengthSize = 2;
+constexpr auto namePastEnd =
+    "A channel name runs past the end of its frame; check the two bytes of its length.";
+
+bool isKnown(std::uint8_t kind) {
+    return kind >= static_cast<std::uint8_t>(FrameKind::request) &&
+           kind <= static_cast<std::uint8_t>(FrameKind::reply);
+}
+
+} // namespace
+
+std::optional<std::vector<std::uint8_t>> encodeFrame(const Frame& frame) {
+    const bool named = frame.kind != FrameKind::reply;
+    if (frame.payload.size() > maxFrameLength) return std::nullopt;
+    if (named && frame.channel.size() > std::numeric_limits<std::uint16_t>::max()) return std::nullopt;
+    const std::size_t name = named ? nameLengthSize + frame.channel.size() : 0;
+    const std::size_t length = headSize + name + frame.payload.size();
+    if (length > maxFrameLength) return std::nullopt;
+
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(lengthSize + length);
+    appendLittleEndian(bytes, static_cast<std::uint32_t>(length));
+    bytes.push_back(static_cast<std::uint8_t>(frame.kind));
+    appendLittleEndian(bytes, frame.id);
+    if (named) {
+        appendLittleEndian(bytes, static_cast<std::uint16_t>(frame.channel.size()));
+        bytes.insert(bytes.end(), frame.channel.begin(), frame.channel.end());
+    }
+    bytes.insert(bytes.end(), frame.payload.begin(), frame.payload.end());
+    return bytes;
+}
+
+void FrameReader::feed(std::span<const std::uint8_t> bytes) {
+    if (error_) return;
+    // Dropping what was handed out only once it is the larger half moves each byte a bounded number of times.
+    if (start_ > buffer_.size() / 2) {
+        buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(start_));
+        start_ = 0;
+    }
+    buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
+}
+
+std::optional<Frame> FrameReader::next() {
+    const auto length = frameLength();
+    if (!length || buffer_.size() - start_ < lengthSize + *length) return std::nullopt;
+
+    const std::uint8_t* at = buffer_.data() + start_ + lengthSize;
+    const std::uint8_t* const end = at + *length;
+    Frame frame;
+    frame.kind = static_cast<FrameKind>(*at);
+    frame.id = loadLittleEndian<std::uint32_t>(at + 1);
+    at += headSize;
+    if (frame.kind != FrameKind::reply) {
+        const std::size_t room = static_cast<std::size_t>(end - at);
+        const std::size_t name = room < nameLengthSize ? 0 : loadLittleEndian<std::uint16_t>(at);
+        if (room < nameLengthSize + name) return fail(namePastEnd);
+        at += nameLengthSize;
+        frame.channel.assign(at, at + name);
+        at += name;
+    }
+    frame.payload.assign(at, end);
+    discard(lengthSize + *length);
+    return frame;
+}
+
+// The length of the frame that begins here, once its head has arrived and keeps the rules.
+std::optional<std::size_t> FrameReader::frameLength() {
+    if (error_ || buffer_.size() - start_ < lengthSize) return std::nullopt;
+    const std::uint8_t* const at = buffer_.data() + start_;
+    const std::size_t length = loadLittleEndian<std::uint32_t>(at);
+    const std::string announced = "A frame announces " + std::to_string(length) + " bytes, but ";
+    if (length > maxFrameLength)
+        return fail(announced + "the most is " + std::to_string(maxFrameLength) +
+                    "; send large data in several messages.");
+    if (length < headSize)
+        return fail(announced + "kind and id alone take " + std::to_string(headSize) +
+                    "; the length counts everything that follows it.");
+    if (buffer_.size() - start_ > lengthSize && !isKnown(at[lengthSize]))
+        return fail("A frame is of kind " + std::to_string(at[lengthSize]) +
+                    ", but only 1, 2 and 3 exist; check the length of the frame before it.");
+    return length;
+}
+
+void FrameReader::discard(std::size_t count) {
+    start_ += count;
+    if (start_ < buffer_.size()) return;
+    // A single long message must not hold its memory for good.
+    constexpr std::size_t keep = std::size_t{1} << 16;
+    if (buffer_.capacity() > keep) {
+        buffer_ = {};
+    } else {
+        buffer_.clear();
+    }
+    start_ = 0;
+}
+
+std::nullopt_t FrameReader::fail(std::string reason) {
+    error_ = std::move(reason);
+    buffer_ = {};
+    start_ = 0;
+    return std::nullopt;
+}
+
+} // namespace flutter

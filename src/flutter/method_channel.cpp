@@ -1,0 +1,74 @@
+#include "flutter/method_channel.h"
+
+#include <utility>
+
+namespace flutter {
+namespace {
+
+CallOutcome outcomeOf(const std::vector<std::uint8_t>& reply) {
+    if (reply.empty()) return NotImplemented{};
+    auto envelope = decodeEnvelope(reply);
+    if (!envelope) return FlutterError{"reply", "The answer could not be read", {}};
+    return std::visit([](auto&& content) -> CallOutcome { return std::move(content); }, std::move(*envelope));
+}
+
+} // namespace
+
+MethodResult::MethodResult(BinaryMessenger::Reply reply) : reply_(std::move(reply)) {}
+
+MethodResult::MethodResult(MethodResult&& other) noexcept : reply_(std::exchange(other.reply_, nullptr)) {}
+
+MethodResult& MethodResult::operator=(MethodResult&& other) noexcept {
+    reply_ = std::exchange(other.reply_, nullptr);
+    return *this;
+}
+
+void MethodResult::success(const EncodableValue& value) { answer(encodeSuccessEnvelope(value)); }
+
+void MethodResult::error(std::string_view code, const std::optional<std::string>& message,
+                         const EncodableValue& details) {
+    answer(encodeErrorEnvelope(code, message, details));
+}
+
+void MethodResult::notImplemented() { answer({}); }
+
+void MethodResult::answer(std::vector<std::uint8_t> bytes) {
+    if (const auto reply = std::exchange(reply_, nullptr)) reply(std::move(bytes));
+}
+
+MethodChannel::MethodChannel(BinaryMessenger& messenger, std::string name)
+    : messenger_(messenger.handle()), name_(std::move(name)) {}
+
+void MethodChannel::invokeMethod(std::string_view method, EncodableValue arguments) {
+    if (const auto messenger = messenger_.lock())
+        messenger->send(name_, encodeMethodCall({std::string(method), std::move(arguments)}));
+}
+
+void MethodChannel::invokeMethod(std::string_view method, EncodableValue arguments,
+                                 std::function<void(CallOutcome)> onResult) {
+    if (const auto messenger = messenger_.lock())
+        messenger->send(name_, encodeMethodCall({std::string(method), std::move(arguments)}),
+                        [onResult = std::move(onResult)](const std::vector<std::uint8_t>& reply) {
+                            onResult(outcomeOf(reply));
+                        });
+}
+
+void MethodChannel::setMethodCallHandler(Handler handler) {
+    const auto messenger = messenger_.lock();
+    if (!messenger) return;
+    if (!handler) {
+        messenger->setMessageHandler(name_, nullptr);
+        return;
+    }
+    messenger->setMessageHandler(name_, [handler = std::move(handler)](std::span<const std::uint8_t> message,
+                                                                       BinaryMessenger::Reply reply) {
+        MethodResult result(std::move(reply));
+        if (const auto call = decodeMethodCall(message)) {
+            handler(*call, std::move(result));
+        } else {
+            result.notImplemented();
+        }
+    });
+}
+
+} // namespace flutter
