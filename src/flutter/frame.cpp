@@ -18,6 +18,21 @@ bool isKnown(std::uint8_t kind) {
            kind <= static_cast<std::uint8_t>(FrameKind::reply);
 }
 
+// What the first bytes of a frame, its length at least, already show to be wrong.
+std::optional<std::string> brokenRule(std::span<const std::uint8_t> start) {
+    const std::size_t length = loadLittleEndian<std::uint32_t>(start.data());
+    if (length > maxFrameLength)
+        return "A frame announces " + std::to_string(length) + " bytes, but the most is " +
+               std::to_string(maxFrameLength) + "; send large data in several messages.";
+    if (length < headSize)
+        return "A frame announces " + std::to_string(length) + " bytes, but kind and id alone take " +
+               std::to_string(headSize) + "; the length counts everything that follows it.";
+    if (start.size() > lengthSize && !isKnown(start[lengthSize]))
+        return "A frame is of kind " + std::to_string(start[lengthSize]) +
+               ", but only 1, 2 and 3 exist; check the length of the frame before it.";
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<std::vector<std::uint8_t>> encodeFrame(const Frame& frame) {
@@ -64,7 +79,8 @@ std::optional<Frame> FrameReader::next() {
     if (frame.kind != FrameKind::reply) {
         const std::size_t room = static_cast<std::size_t>(end - at);
         const std::size_t name = room < nameLengthSize ? 0 : loadLittleEndian<std::uint16_t>(at);
-        if (room < nameLengthSize + name) return fail(namePastEnd);
+        if (room < nameLengthSize + name)
+            return fail("A channel name runs past the end of its frame; check its length.");
         at += nameLengthSize;
         frame.channel.assign(at, at + name);
         at += name;
@@ -74,22 +90,12 @@ std::optional<Frame> FrameReader::next() {
     return frame;
 }
 
-// The length of the frame that begins here, once its head has arrived and keeps the rules.
+// The length of the frame that begins here, once it has arrived and as long as nothing breaks the rules.
 std::optional<std::size_t> FrameReader::frameLength() {
-    if (error_ || buffer_.size() - start_ < lengthSize) return std::nullopt;
-    const std::uint8_t* const at = buffer_.data() + start_;
-    const std::size_t length = loadLittleEndian<std::uint32_t>(at);
-    const std::string announced = "A frame announces " + std::to_string(length) + " bytes, but ";
-    if (length > maxFrameLength)
-        return fail(announced + "the most is " + std::to_string(maxFrameLength) +
-                    "; send large data in several messages.");
-    if (length < headSize)
-        return fail(announced + "kind and id alone take " + std::to_string(headSize) +
-                    "; the length counts everything that follows it.");
-    if (buffer_.size() - start_ > lengthSize && !isKnown(at[lengthSize]))
-        return fail("A frame is of kind " + std::to_string(at[lengthSize]) +
-                    ", but only 1, 2 and 3 exist; check the length of the frame before it.");
-    return length;
+    const auto here = std::span(buffer_).subspan(start_);
+    if (error_ || here.size() < lengthSize) return std::nullopt;
+    if (auto reason = brokenRule(here)) return fail(std::move(*reason));
+    return loadLittleEndian<std::uint32_t>(here.data());
 }
 
 void FrameReader::discard(std::size_t count) {

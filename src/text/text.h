@@ -31,7 +31,7 @@ std::string_view firstCharacter(std::string_view text);
 // of combining marks stand in a row.
 bool equalStrings(std::string_view a, std::string_view b);
 
-// Full, language-independent lower case. Bytes that are not UTF-8 become U+FFFD.
+// Full, language-independent lower case. Bytes that are not UTF-8 stay as they are.
 std::string lowercased(std::string_view text);
 
 } // namespace text
