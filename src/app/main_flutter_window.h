@@ -1,0 +1,32 @@
+// The host's one window. It shows the interface, owns the interface's two doors into the host, and is its own delegate:
+// the close button only asks to quit, and full-screen changes relabel the menu. Main thread only.
+#pragma once
+
+#include "desktop/desktop_bridge.h"
+#include "platform/window.h"
+
+#include <memory>
+
+class MainFlutterWindow : public platform::Window,
+                          public platform::WindowDelegate,
+                          public std::enable_shared_from_this<MainFlutterWindow> {
+public:
+    MainFlutterWindow(platform::Rect contentRect, std::uint64_t styleMask, platform::BackingStoreType backing,
+                      bool defer);
+    ~MainFlutterWindow() override;
+
+    // Gives the window its content and its fixed look, and opens the channels.
+    void awakeFromNib() override;
+
+    bool windowShouldClose() override;
+    void windowDidEnterFullScreen() override;
+    void windowDidExitFullScreen() override;
+
+    // Absent (null) until the window has awoken.
+    const std::shared_ptr<DesktopBridge>& bridge() const { return bridge_; }
+
+private:
+    void configure();
+
+    std::shared_ptr<DesktopBridge> bridge_;
+};

@@ -1,0 +1,97 @@
+// What a press of the hot key does: read what the user is writing in the frontmost application, remember where it
+// came from, and hand it to the interface.
+#include "desktop/desktop_bridge.h"
+
+#include "capture/ax.h"
+#include "platform/uuid.h"
+#include "platform/workspace.h"
+#include "text/text.h"
+
+using flutter::EncodableMap;
+using platform::AXUIElementRef;
+using platform::RunningApplication;
+
+struct DesktopBridge::Captured {
+    std::string text;
+    std::string_view source = "clipboard"; // or "selection", "field"
+    bool truncated = false;
+};
+
+void DesktopBridge::capture() {
+    if (pastePending_) return;
+    const auto front = platform::Workspace::sharedWorkspace().frontmostApplication();
+    const auto me = RunningApplication::currentApplication();
+    const bool hostIsFrontmost = front == me;
+    // Pressed in the host's own window, the hot key means the application of the previous capture.
+    const auto target = hostIsFrontmost ? captureState_.sourceApp : front;
+    if (!target || target->isTerminated() || *target == me) return show();
+    if (excluded_.contains(text::lowercased(target->bundleIdentifier().value_or("")))) return platform::beep();
+
+    captureState_ = {};
+    captureState_.sourceApp = target;
+    const AX::TargetPid asked{target->processIdentifier()};
+
+    Captured captured;
+    const bool trusted = platform::AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true});
+    if (const auto element = trusted ? AX::focusedElement() : AXUIElementRef{}) {
+        if (AX::isSecure(element)) return platform::beep();
+        recordFocus(element);
+        captured = readText(hostIsFrontmost);
+        grantToken(captured);
+    }
+    if (captured.text.empty()) {
+        const auto& pasteboard = platform::Pasteboard::generalPasteboard();
+        captured = {pasteboard.stringForType(platform::PasteboardTypeString).value_or(""), "clipboard",
+                    captured.truncated};
+        captureState_.captureToken.clear();
+    }
+    sendCapture(captured);
+}
+
+void DesktopBridge::recordFocus(const AXUIElementRef& element) {
+    captureState_.element = element;
+    captureState_.sourceWindow = focusedWindow(captureState_.sourceApp->processIdentifier());
+    captureState_.originalValue = AX::stringAttribute(element, "AXValue");
+    captureState_.originalSelection = AX::stringAttribute(element, "AXSelectedText");
+    captureState_.originalRange = range(element);
+}
+
+// The selection, else a synthetic copy, else the whole field.
+DesktopBridge::Captured DesktopBridge::readText(bool hostIsFrontmost) {
+    const auto& selection = captureState_.originalSelection;
+    if (selection && !selection->empty()) return {*selection, "selection"};
+
+    // With the host in front the keystroke would reach the host itself.
+    if (!hostIsFrontmost) {
+        if (auto copied = AX::copySelectionViaClipboard()) return {std::move(*copied), "clipboard"};
+    }
+    if (auto field = AX::focusedFieldValue()) {
+        captureState_.replaceAll = true;
+        return {std::move(field->text), "field", field->truncated};
+    }
+    return {};
+}
+
+// Only a text whose place is known for certain may be typed back into it: pasting over a shortened field would
+// lose its end.
+void DesktopBridge::grantToken(const Captured& captured) {
+    if (captured.truncated || !captureState_.sourceWindow) return;
+    const bool placeIsKnown = (captured.source == "field" && captureState_.originalValue) ||
+                              (captured.source == "selection" && captureState_.originalRange);
+    if (placeIsKnown) captureState_.captureToken = platform::UUIDString();
+}
+
+void DesktopBridge::sendCapture(const Captured& captured) {
+    const auto& window = captureState_.sourceWindow;
+    const auto title = window ? AX::stringAttribute(window, "AXTitle") : std::nullopt;
+    const auto& source = *captureState_.sourceApp;
+    channel_.invokeMethod("capture", EncodableMap{
+                                         {"text", captured.text},
+                                         {"source", captured.source},
+                                         {"app_id", source.bundleIdentifier().value_or("")},
+                                         {"app_name", source.localizedName().value_or("")},
+                                         {"title", title.value_or("")},
+                                         {"token", captureState_.captureToken},
+                                         {"truncated", captured.truncated},
+                                     });
+}

@@ -1,0 +1,37 @@
+#include "capture/ax.h"
+
+#include "platform/main_queue.h"
+
+namespace AX {
+
+namespace {
+
+constexpr int polls = 20;
+constexpr std::uint32_t pollPause = 20'000; // microseconds
+constexpr platform::CGKeyCode cKey = 8;     // where C is on a US keyboard
+
+// The text that arrives on the emptied pasteboard.
+std::optional<std::string> awaitCopy(const platform::Pasteboard& pasteboard, std::int64_t changeCountBefore) {
+    for (int poll = 0; poll < polls; ++poll) {
+        platform::usleep(pollPause);
+        if (pasteboard.changeCount() == changeCountBefore) continue;
+        auto copied = pasteboard.stringForType(platform::PasteboardTypeString);
+        if (copied && !copied->empty()) return copied;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> copySelectionViaClipboard() {
+    auto& pasteboard = platform::Pasteboard::generalPasteboard();
+    const auto snapshot = snapshotPasteboard(pasteboard);
+    const auto changeCount = pasteboard.changeCount();
+    pasteboard.clearContents();
+    postKey("c", cKey, platform::kCGEventFlagMaskCommand);
+    auto copied = awaitCopy(pasteboard, changeCount);
+    restorePasteboard(pasteboard, snapshot);
+    return copied;
+}
+
+} // namespace AX

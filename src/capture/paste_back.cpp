@@ -1,0 +1,122 @@
+// "paste": put the text on the pasteboard, and type it into the field it was captured from when that field is
+// certainly still the same; otherwise leave it for the user to paste.
+#include "desktop/desktop_bridge.h"
+
+#include "capture/ax.h"
+#include "capture/paste_target.h"
+#include "flutter/arguments.h"
+#include "platform/workspace.h"
+#include "text/text.h"
+
+using platform::RunningApplication;
+
+namespace {
+
+constexpr platform::Seconds pasteDeadline{1.0};
+constexpr platform::Seconds pollInterval{0.02};
+constexpr std::uint32_t pauseBeforeKeys = 30'000;      // microseconds
+constexpr std::uint32_t pauseAfterSelectAll = 40'000;  // microseconds
+constexpr platform::CGKeyCode aKey = 0;                // where A and V are on a US keyboard
+constexpr platform::CGKeyCode vKey = 9;
+constexpr platform::CGEventFlags heldModifiers =
+    platform::kCGEventFlagMaskShift | platform::kCGEventFlagMaskControl | platform::kCGEventFlagMaskAlternate |
+    platform::kCGEventFlagMaskCommand;
+
+void putOnPasteboard(std::string_view text) {
+    auto& pasteboard = platform::Pasteboard::generalPasteboard();
+    pasteboard.clearContents();
+    pasteboard.setString(text, platform::PasteboardTypeString);
+}
+
+bool isModifierHeld() { return (platform::Event::modifierFlags() & heldModifiers) != 0; }
+
+bool isFrontmost(const RunningApplication& application) {
+    const auto front = platform::Workspace::sharedWorkspace().frontmostApplication();
+    return front && front->processIdentifier() == application.processIdentifier();
+}
+
+} // namespace
+
+// One paste from its start to its reply; lives as long as attempts are scheduled.
+struct DesktopBridge::PasteAttempt {
+    platform::TimePoint start;
+    RunningApplication source;
+    PasteTarget target;
+    std::string text;
+    Result result;
+
+    bool isLate() const { return platform::now() - start >= pasteDeadline; }
+    void typeText() const;
+};
+
+void DesktopBridge::paste(Arguments arguments, Result result) {
+    if (pastePending_) return result.error("busy", "A paste is already pending");
+    const auto* map = flutter::asMap(arguments);
+    const auto* given = flutter::asString(flutter::member(map, "text"));
+    const std::string text = given ? *given : "";
+    putOnPasteboard(text);
+    if (!canPasteBack(flutter::asString(flutter::member(map, "token")))) return result.success("copied-only");
+    startPaste(text, std::move(result));
+}
+
+bool DesktopBridge::canPasteBack(const std::string* token) const {
+    const auto& capture = captureState_;
+    return token && !token->empty() && text::equalStrings(*token, capture.captureToken) && capture.sourceApp &&
+           !capture.sourceApp->isTerminated() && capture.element && capture.sourceWindow &&
+           platform::AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = false});
+}
+
+void DesktopBridge::startPaste(std::string text, Result result) {
+    const auto source = *captureState_.sourceApp;
+    PasteTarget target{captureState_};
+    pastePending_ = true;
+    captureState_.captureToken.clear();
+    if (const auto window = window_.lock()) window->orderOut();
+    source.activateFromApplication(RunningApplication::currentApplication());
+    poll(std::make_shared<PasteAttempt>(
+        PasteAttempt{platform::now(), source, std::move(target), std::move(text), std::move(result)}));
+}
+
+void DesktopBridge::poll(const std::shared_ptr<PasteAttempt>& attempt) {
+    const bool held = isModifierHeld();
+    if (attempt->isLate()) return giveUp(*attempt);
+    if (held || !isFrontmost(attempt->source)) {
+        platform::MainQueue::asyncAfter(pollInterval,
+                                        [bridge = shared_from_this(), attempt] { bridge->poll(attempt); });
+        return;
+    }
+    if (!targetUnchanged(attempt->source, attempt->target)) return giveUp(*attempt);
+    // The check has taken its time; nothing may have changed meanwhile.
+    if (attempt->isLate() || isModifierHeld() || !isFrontmost(attempt->source)) return giveUp(*attempt);
+
+    attempt->typeText();
+    pastePending_ = false;
+    attempt->result.success("pasted");
+}
+
+void DesktopBridge::PasteAttempt::typeText() const {
+    putOnPasteboard(text);
+    platform::usleep(pauseBeforeKeys);
+    if (target.replaceAll) {
+        AX::postKey("a", aKey, platform::kCGEventFlagMaskCommand);
+        platform::usleep(pauseAfterSelectAll);
+    }
+    AX::postKey("v", vKey, platform::kCGEventFlagMaskCommand);
+}
+
+void DesktopBridge::giveUp(PasteAttempt& attempt) {
+    pastePending_ = false;
+    show();
+    attempt.result.success("copied-only");
+}
+
+bool DesktopBridge::targetUnchanged(const RunningApplication& source, const PasteTarget& target) {
+    const AX::TargetPid asked{source.processIdentifier()};
+    if (!isFrontmost(source)) return false;
+    const auto window = focusedWindow(source.processIdentifier());
+    if (!window || !CFEqual(window, target.window)) return false;
+    const auto element = AX::focusedElement();
+    if (!element || !CFEqual(element, target.element)) return false;
+    if (AX::isSecure(element)) return false;
+    return target.textUnchanged(element) && (target.replaceAll || target.selectionUnchanged(element, range(element)));
+}
