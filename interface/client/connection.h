@@ -1,0 +1,51 @@
+// The interface's end of the socket to the host, and the loop that moves its messages. One thread only:
+// handlers run inside run().
+#pragma once
+
+#include "flutter/frame_messenger.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace quillmark {
+
+// A sentence for the person who started the program.
+class ConnectionError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class Connection {
+public:
+    // Connects to the host that started this program; throws ConnectionError when none did.
+    static Connection toHost();
+
+    // Takes over a connected socket.
+    explicit Connection(int socket);
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    flutter::BinaryMessenger &messenger() { return messenger_; }
+
+    // Moves messages until stop(), or until the host ends the connection. Throws ConnectionError when the
+    // host breaks the rules of the socket or the connection breaks.
+    void run();
+    void stop() { stopped_ = true; }
+
+private:
+    void write(std::vector<std::uint8_t> bytes);
+    void flush();
+    bool receive();
+
+    int socket_;
+    bool stopped_ = false;
+    std::vector<std::uint8_t> outgoing_; // what the socket has not taken yet
+    flutter::FrameMessenger messenger_;
+};
+
+} // namespace quillmark
