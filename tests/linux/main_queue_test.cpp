@@ -42,7 +42,7 @@ TEST(MainQueue, KeepsTheOrderOfEachOfManyThreads) {
         });
     }
     runUntil([&] { return count == threads * entries; });
-    for (const auto &numbers : seen)
+    for (const auto& numbers : seen)
         EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
 }
 
@@ -110,7 +110,7 @@ TEST(MainQueue, FloodOfEntriesLeavesTurnsForDrawing) {
     int drawn = 0;
     constexpr int drawingPriority = G_PRIORITY_HIGH_IDLE + 20;
     g_idle_add_full(
-        drawingPriority, [](gpointer count) -> gboolean { return ++*static_cast<int *>(count) < 20; }, &drawn,
+        drawingPriority, [](gpointer count) -> gboolean { return ++*static_cast<int*>(count) < 20; }, &drawn,
         nullptr);
     runUntil([&] { return drawn == 20; });
     flooding = false;

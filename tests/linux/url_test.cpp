@@ -27,7 +27,7 @@ TEST(URL, SchemeIsReadAsWritten) {
         {"example.com/page", std::nullopt, "example.com/page"},
         {"1https://example.com", std::nullopt, "1https://example.com"},
     };
-    for (const auto &[text, scheme, absolute] : cases) {
+    for (const auto& [text, scheme, absolute] : cases) {
         const auto url = URL::URLWithString(text);
         ASSERT_TRUE(url) << text;
         EXPECT_EQ(url->scheme(), scheme) << text;
@@ -61,7 +61,7 @@ protected:
         fs::remove_all(folder);
     }
 
-    std::optional<std::string> exclude(const fs::path &path, bool excluded = true) const {
+    std::optional<std::string> exclude(const fs::path& path, bool excluded = true) const {
         return URL::fileURLWithPath(path.string(), true).setExcludedFromBackup(excluded);
     }
 

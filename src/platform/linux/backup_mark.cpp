@@ -14,8 +14,8 @@
 namespace platform {
 namespace {
 
-constexpr const char *attribute = "user.xdg.robots.backup";
-constexpr const char *tagName = "CACHEDIR.TAG";
+constexpr const char* attribute = "user.xdg.robots.backup";
+constexpr const char* tagName = "CACHEDIR.TAG";
 constexpr std::string_view signature = "Signature: 8a477f597d28d172789f06886806bc55";
 constexpr std::string_view explanation =
     "\n# Backup programs leave this directory out, for what it holds can be fetched "
@@ -27,8 +27,8 @@ public:
     ~File() {
         if (descriptor_ >= 0) close(descriptor_);
     }
-    File(const File &) = delete;
-    File &operator=(const File &) = delete;
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
 
     explicit operator bool() const { return descriptor_ >= 0; }
     int descriptor() const { return descriptor_; }
@@ -63,7 +63,7 @@ int setAttribute(int file, bool wanted) {
     return fremovexattr(file, attribute) == 0 || errno == ENODATA ? 0 : errno;
 }
 
-int mark(const std::string &path, bool excluded) {
+int mark(const std::string& path, bool excluded) {
     const File file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
     if (!file || fstat(file.descriptor(), &status) != 0) return errno;
@@ -77,7 +77,7 @@ int mark(const std::string &path, bool excluded) {
 
 } // namespace
 
-std::optional<std::string> markExcludedFromBackup(const std::string &path, bool excluded) {
+std::optional<std::string> markExcludedFromBackup(const std::string& path, bool excluded) {
     const int error = mark(path, excluded);
     if (error == 0) return std::nullopt;
     return "The backup mark of \"" + path +

@@ -21,7 +21,7 @@ struct Timer {
     Work work;
 };
 
-bool later(const Timer &left, const Timer &right) {
+bool later(const Timer& left, const Timer& right) {
     return left.due != right.due ? left.due > right.due : left.order > right.order;
 }
 
@@ -53,8 +53,8 @@ public:
     }
 
     /// Never destroyed, so that a thread that outlives the main loop may still post.
-    static Queue &shared() {
-        static Queue &queue = *std::make_unique<Queue>().release();
+    static Queue& shared() {
+        static Queue& queue = *std::make_unique<Queue>().release();
         return queue;
     }
 
@@ -73,7 +73,7 @@ private:
         g_source_set_ready_time(source_, time);
     }
 
-    static gboolean dispatch(GSource *, GSourceFunc, gpointer) noexcept {
+    static gboolean dispatch(GSource*, GSourceFunc, gpointer) noexcept {
         shared().runTurn();
         return G_SOURCE_CONTINUE;
     }
@@ -109,7 +109,7 @@ private:
         g_source_set_ready_time(source_, readyTime_);
     }
 
-    GSource *source_ = nullptr;
+    GSource* source_ = nullptr;
     std::deque<Work> batch_; // main thread only
 
     std::mutex mutex_;

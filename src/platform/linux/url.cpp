@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 struct Free {
-    void operator()(char *text) const { g_free(text); }
+    void operator()(char* text) const { g_free(text); }
 };
 using Text = std::unique_ptr<char, Free>;
 
@@ -38,7 +38,7 @@ std::string encoded(std::string_view text) {
 }
 
 /// Accepts a relative reference too: it parses, and has no scheme.
-bool parses(const std::string &text) {
+bool parses(const std::string& text) {
     return g_utf8_validate(text.c_str(), -1, nullptr) != 0 &&
            g_uri_split(text.c_str(), G_URI_FLAGS_NONE, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
                        nullptr, nullptr) != 0;
@@ -66,14 +66,14 @@ URL URL::fileURLWithPath(std::string_view path, bool isDirectory) {
     return url;
 }
 
-const std::string &URL::absoluteString() const { return string_; }
+const std::string& URL::absoluteString() const { return string_; }
 
 std::optional<std::string> URL::scheme() const {
     if (const Text scheme{g_uri_parse_scheme(string_.c_str())}) return string_.substr(0, string_.find(':'));
     return std::nullopt;
 }
 
-const std::string &URL::path() const { return path_; }
+const std::string& URL::path() const { return path_; }
 
 std::optional<std::string> URL::setExcludedFromBackup(bool excluded) const {
     return markExcludedFromBackup(path_, excluded);
