@@ -1,0 +1,203 @@
+// Typing a rewrite back: into the very field it came from, or not at all.
+#include "capture/ax.h"
+#include "support/host.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using flutter::EncodableMap;
+using flutter::EncodableValue;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+struct PasteBack : testing::Test, Host {
+    simulated::Program& writer = world.openProgram({.name = "Writer"});
+    simulated::ProgramWindow& letters = writer.openWindow("Letter.txt");
+    simulated::Field& letter = writer.addField({.value = "Dear Anna, helo", .selection = {11, 4}});
+    std::string token;
+
+    PasteBack() {
+        world.bringToFront(writer);
+        token = textOf(*capture(), "token");
+        world.journal.clear();
+    }
+    ~PasteBack() override { EXPECT_FALSE(AX::targetPid()); }
+
+    Call paste(EncodableValue text = "hello") { return call("paste", EncodableMap{{"text", text}, {"token", token}}); }
+    // The whole field was captured, not a selection.
+    void captureField() {
+        letter.selection = {};
+        letter.copies = simulated::Copies::nothing;
+        token = textOf(*capture(), "token");
+        world.journal.clear();
+    }
+    void expectNothingTyped() {
+        EXPECT_THAT(world.journal.of("keystroke"), IsEmpty());
+        EXPECT_EQ(world.pasteboardText(), "hello") << "the text is there for the user to paste";
+    }
+};
+
+// Happens between two steps of one paste, however the host spends that time.
+using Change = std::function<void(PasteBack&)>;
+
+} // namespace
+
+TEST_F(PasteBack, ReplacesTheSelectionWithinTheCall) {
+    EXPECT_EQ(paste().text(), "pasted");
+    EXPECT_EQ(letter.value, "Dear Anna, hello");
+    EXPECT_FALSE(windowState().visible);
+    EXPECT_EQ(world.pasteboardText(), "hello");
+    EXPECT_EQ(paste().text(), "copied-only") << "a token serves for one paste";
+    EXPECT_EQ(letter.value, "Dear Anna, hello");
+}
+
+TEST_F(PasteBack, ReplacesAWholeFieldWithSelectAllAndItsPauses) {
+    captureField();
+    const auto start = world.time();
+    EXPECT_EQ(paste().text(), "pasted");
+    EXPECT_EQ(letter.value, "hello");
+    EXPECT_EQ(world.journal.of("pasteboard").back().at, start);
+    EXPECT_THAT(world.journal.of("keystroke"),
+                ElementsAre(simulated::JournalEntry{start + 30ms, "keystroke Command+0 to Writer"},
+                            simulated::JournalEntry{start + 70ms, "keystroke Command+9 to Writer"}));
+}
+
+TEST_F(PasteBack, WithoutAUsableTokenOnlyCopies) {
+    const std::vector<EncodableValue> calls{
+        EncodableMap{{"text", "hello"}},
+        EncodableMap{{"text", "hello"}, {"token", ""}},
+        EncodableMap{{"text", "hello"}, {"token", 7}},
+        EncodableMap{{"text", "hello"}, {"token", token + "0"}},
+    };
+    const bool visible = windowState().visible;
+    for (const auto& arguments : calls) EXPECT_EQ(call("paste", arguments).text(), "copied-only");
+    world.trusted = false;
+    EXPECT_EQ(paste().text(), "copied-only");
+    EXPECT_EQ(world.permissionPrompts, 0) << "no prompt on this path";
+    world.trusted = true;
+    expectNothingTyped();
+    EXPECT_EQ(windowState().visible, visible);
+    EXPECT_EQ(world.time(), 0us);
+
+    EXPECT_EQ(call("paste", "no map").text(), "copied-only");
+    EXPECT_EQ(world.pasteboardText(), "");
+    EXPECT_EQ(paste(nullptr).text(), "pasted") << "none of these used the token up";
+    EXPECT_EQ(letter.value, "Dear Anna, ") << "no text is the empty text";
+}
+
+TEST_F(PasteBack, OnlyCopiesWhenTheSourceHasEnded) {
+    world.end(writer);
+    EXPECT_EQ(paste().text(), "copied-only");
+    expectNothingTyped();
+}
+
+TEST_F(PasteBack, WaitsForTheSourceAndForTheUsersFingers) {
+    world.bringHostToFront();
+    world.heldModifiers = platform::kCGEventFlagMaskShift | platform::kCGEventFlagMaskAlphaShift;
+    writer.activatesAfter = 130ms;
+    world.after(310ms, [&] { world.heldModifiers = platform::kCGEventFlagMaskAlphaShift; });
+    const auto start = world.time();
+    const auto answer = paste();
+    EXPECT_FALSE(answer.answered());
+    EXPECT_EQ(call("paste", EncodableMap{{"text", "second"}}).text(), "error busy: A paste is already pending");
+    pressHotkey();
+    EXPECT_THAT(calledMethods(), ElementsAre("capture")) << "no capture disturbs a paste";
+    EXPECT_EQ(world.pasteboardText(), "hello");
+
+    world.runFor(2s);
+    EXPECT_EQ(answer.text(), "pasted");
+    EXPECT_EQ(world.journal.of("keystroke").front().at, start + 320ms + 30ms);
+    EXPECT_EQ(letter.value, "Dear Anna, hello");
+}
+
+TEST_F(PasteBack, GivesUpAfterOneSecondAndShowsTheWindowAgain) {
+    for (const bool activates : {true, false}) {
+        world.bringToFront(writer);
+        token = textOf(*capture(), "token");
+        world.bringHostToFront();
+        writer.activates = activates;
+        world.heldModifiers = activates ? platform::kCGEventFlagMaskControl : 0;
+        const auto start = world.time();
+        const auto answer = paste();
+        EXPECT_FALSE(windowState().visible);
+        world.runFor(3s);
+        EXPECT_EQ(answer.text(), "copied-only");
+        EXPECT_EQ(answer.at() - simulated::TimePoint{start}, 1000ms);
+        EXPECT_TRUE(windowState().visible && windowState().key);
+        expectNothingTyped();
+        world.heldModifiers = 0;
+        EXPECT_EQ(call("paste", EncodableMap{{"text", "hello"}}).text(), "copied-only") << "no longer busy";
+    }
+}
+
+TEST_F(PasteBack, RefusesATargetThatHasChanged) {
+    const std::pair<const char*, Change> changes[]{
+        {"value", [](auto& t) { t.letter.value = "Dear Anna, help"; }},
+        {"value unreadable", [](auto& t) { t.letter.answers["AXValue"] = std::nullopt; }},
+        {"selection", [](auto& t) { t.letter.answers["AXSelectedText"] = platform::AXAttributeValue{std::string{"hel"}}; }},
+        {"selection unreadable", [](auto& t) { t.letter.answers["AXSelectedText"] = std::nullopt; }},
+        {"range", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cfRange, {10, 4}}}; }},
+        {"range unreadable", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = std::nullopt; }},
+        {"another field", [](auto& t) { t.writer.addField(t.letter); }},
+        {"another window", [](auto& t) { t.writer.answers["AXFocusedWindow"] = platform::AXAttributeValue{t.world.elementOf(t.writer.openWindow("Other"))}; }},
+        {"a password", [](auto& t) { t.letter.subrole = "AXSecureTextField"; }},
+    };
+    for (const auto& [what, change] : changes) {
+        SCOPED_TRACE(what);
+        letter.answers.clear();
+        letter.subrole.clear();
+        letter.value = "Dear Anna, helo";
+        letter.selection = {11, 4};
+        writer.answers.clear();
+        writer.focusedWindow = &letters;
+        writer.focus(letter);
+        token = textOf(*capture(), "token");
+        ASSERT_NE(token, "");
+        change(*this);
+        EXPECT_EQ(paste().text(), "copied-only");
+        expectNothingTyped();
+        EXPECT_TRUE(windowState().visible);
+    }
+}
+
+TEST_F(PasteBack, ComparesTextAsAReaderSeesIt) {
+    letter.value = "caf\u00e9";
+    letter.selection = {0, 5};
+    token = textOf(*capture(), "token");
+    letter.value = "cafe\u0301";
+    letter.answers["AXSelectedText"] = platform::AXAttributeValue{letter.value};
+    EXPECT_EQ(paste().text(), "pasted");
+}
+
+TEST_F(PasteBack, OfAWholeFieldDoesNotMindTheCaret) {
+    captureField();
+    letter.selection = {3, 0};
+    EXPECT_EQ(paste().text(), "pasted");
+    captureField();
+    letter.value += "!";
+    EXPECT_EQ(paste().text(), "copied-only");
+}
+
+TEST_F(PasteBack, ChecksOnceMoreAfterTheTargetCheck) {
+    const std::pair<const char*, Change> changes[]{
+        {"a modifier", [](auto& t) { t.world.heldModifiers = platform::kCGEventFlagMaskCommand; }},
+        {"another application", [](auto& t) { t.world.bringHostToFront(); }},
+    };
+    for (const auto& [what, change] : changes) {
+        SCOPED_TRACE(what);
+        world.bringToFront(writer);
+        token = textOf(*capture(), "token");
+        writer.reactionTime = 5ms;
+        world.after(12ms, [&] { change(*this); });
+        EXPECT_EQ(paste().text(), "copied-only");
+        expectNothingTyped();
+        world.heldModifiers = 0;
+        writer.reactionTime = 0ms;
+    }
+    world.bringToFront(writer);
+    token = textOf(*capture(), "token");
+    writer.reactionTime = 300ms;
+    EXPECT_EQ(paste().text(), "copied-only") << "a check that takes longer than the second ends the paste";
+}

@@ -1,0 +1,203 @@
+#include "end_to_end/desktop.h"
+
+#include <X11/X.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <cstring>
+#include <gdk-pixbuf/gdk-pixbuf.h>
+#include <map>
+#include <stdexcept>
+
+namespace e2e {
+
+namespace {
+
+// A window may vanish while it is being asked about; what it was asked is then simply absent.
+int ignoreError(Display*, XErrorEvent*) { return 0; }
+
+std::vector<std::string> split(std::string_view chord) {
+    std::vector<std::string> names(1);
+    for (const char c : chord) {
+        if (c == '+') names.emplace_back();
+        else names.back() += c;
+    }
+    return names;
+}
+
+} // namespace
+
+class Desktop::Server {
+public:
+    Server() : display(XOpenDisplay(nullptr)) {
+        if (display == nullptr) throw std::runtime_error("There is no display. Use script/virtual-desktop.");
+        XSetErrorHandler(ignoreError);
+        root = DefaultRootWindow(display);
+        own = XCreateSimpleWindow(display, root, -1, -1, 1, 1, 0, 0, 0);
+    }
+    ~Server() { XCloseDisplay(display); }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    Atom atom(const char* name) const { return XInternAtom(display, name, False); }
+
+    void key(const std::string& name, bool down) const {
+        static const std::map<std::string, const char*> modifiers{
+            {"Control", "Control_L"}, {"Shift", "Shift_L"}, {"Alt", "Alt_L"}, {"Super", "Super_L"}};
+        const auto found = modifiers.find(name);
+        const KeySym symbol = XStringToKeysym(found == modifiers.end() ? name.c_str() : found->second);
+        const KeyCode code = XKeysymToKeycode(display, symbol);
+        if (code == 0) throw std::runtime_error("This keyboard has no key " + name + ".");
+        XTestFakeKeyEvent(display, code, down ? True : False, CurrentTime);
+        XSync(display, False);
+    }
+
+    struct Property {
+        std::string bytes; // 32-bit values are in the library's form: each an unsigned long
+        Atom type = None;
+    };
+
+    Property property(WindowId window, Atom name, bool remove = false) const {
+        int format = 0;
+        unsigned long count = 0, left = 0;
+        unsigned char* data = nullptr;
+        Property result;
+        if (XGetWindowProperty(display, window, name, 0, 1 << 22, remove ? True : False, AnyPropertyType, &result.type,
+                               &format, &count, &left, &data) != Success)
+            return {};
+        const std::size_t size = format == 32 ? sizeof(long) : static_cast<std::size_t>(format / 8);
+        if (data != nullptr) result.bytes.assign(reinterpret_cast<char*>(data), count * size);
+        XFree(data);
+        return result;
+    }
+
+    std::vector<unsigned long> values(WindowId window, const char* name) const {
+        const std::string bytes = property(window, atom(name)).bytes;
+        std::vector<unsigned long> result(bytes.size() / sizeof(unsigned long));
+        if (!result.empty()) std::memcpy(result.data(), bytes.data(), result.size() * sizeof(unsigned long));
+        return result;
+    }
+
+    bool isAncestor(WindowId ancestor, WindowId window) const {
+        while (window != None && window != root && window != ancestor) {
+            WindowId parent = None, unused = None;
+            WindowId* children = nullptr;
+            unsigned count = 0;
+            if (XQueryTree(display, window, &unused, &parent, &children, &count) == 0) return false;
+            XFree(children);
+            window = parent;
+        }
+        return window == ancestor;
+    }
+
+    Display* display;
+    WindowId root = 0;
+    WindowId own = 0;
+};
+
+Desktop::Desktop() : server_(std::make_unique<Server>()) {}
+Desktop::~Desktop() = default;
+
+void Desktop::press(std::string_view chord) {
+    const auto names = split(chord);
+    for (const auto& name : names) server_->key(name, true);
+    for (auto name = names.rbegin(); name != names.rend(); ++name) server_->key(*name, false);
+}
+
+void Desktop::hold(std::string_view keys) {
+    for (const auto& name : split(keys)) server_->key(name, true);
+}
+
+void Desktop::letGo(std::string_view keys) {
+    for (const auto& name : split(keys)) server_->key(name, false);
+}
+
+void Desktop::click(WindowId window) {
+    XWindowAttributes attributes{};
+    WindowId child = None;
+    int x = 0, y = 0;
+    if (XGetWindowAttributes(server_->display, window, &attributes) == 0) return;
+    XTranslateCoordinates(server_->display, window, server_->root, attributes.width / 2, attributes.height / 2, &x, &y,
+                          &child);
+    XTestFakeMotionEvent(server_->display, -1, x, y, CurrentTime);
+    XTestFakeButtonEvent(server_->display, 1, True, CurrentTime);
+    XTestFakeButtonEvent(server_->display, 1, False, CurrentTime);
+    XSync(server_->display, False);
+}
+
+std::vector<WindowId> Desktop::windows(pid_t pid) {
+    std::vector<WindowId> result;
+    for (const WindowId window : server_->values(server_->root, "_NET_CLIENT_LIST")) {
+        const auto owner = server_->values(window, "_NET_WM_PID");
+        if (!owner.empty() && static_cast<pid_t>(owner.front()) == pid) result.push_back(window);
+    }
+    return result;
+}
+
+std::optional<WindowId> Desktop::activeWindow() {
+    const auto active = server_->values(server_->root, "_NET_ACTIVE_WINDOW");
+    if (active.empty() || active.front() == None) return std::nullopt;
+    return active.front();
+}
+
+std::string Desktop::title(WindowId window) { return server_->property(window, server_->atom("_NET_WM_NAME")).bytes; }
+
+bool Desktop::isHidden(WindowId window) {
+    XWindowAttributes attributes{};
+    return XGetWindowAttributes(server_->display, window, &attributes) == 0 || attributes.map_state != IsViewable;
+}
+
+bool Desktop::activate(WindowId window) {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = server_->atom("_NET_ACTIVE_WINDOW");
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = 2; // as a task bar
+    XSendEvent(server_->display, server_->root, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+    return waitUntil([&] {
+        WindowId focused = None;
+        int unused = 0;
+        XGetInputFocus(server_->display, &focused, &unused);
+        return activeWindow() == window && server_->isAncestor(window, focused);
+    });
+}
+
+std::optional<std::string> Desktop::text(const char* selection) {
+    const Atom target = server_->atom("UTF8_STRING");
+    const Atom place = server_->atom("QUILLMARK_TEST");
+    XConvertSelection(server_->display, server_->atom(selection), target, place, server_->own, CurrentTime);
+    XEvent event{};
+    const bool answered = waitUntil(
+        [&] {
+            return XCheckTypedWindowEvent(server_->display, server_->own, SelectionNotify, &event) == True;
+        },
+        milliseconds(2000));
+    if (!answered || event.xselection.property == None) return std::nullopt;
+    const auto [bytes, type] = server_->property(server_->own, place, true);
+    if (type != target) return std::nullopt;
+    return bytes;
+}
+
+void Desktop::screenshot(const std::filesystem::path& file) {
+    XWindowAttributes screen{};
+    XGetWindowAttributes(server_->display, server_->root, &screen);
+    XImage* image = XGetImage(server_->display, server_->root, 0, 0, static_cast<unsigned>(screen.width),
+                              static_cast<unsigned>(screen.height), AllPlanes, ZPixmap);
+    if (image == nullptr) throw std::runtime_error("The screen cannot be read.");
+    GdkPixbuf* picture = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, screen.width, screen.height);
+    for (int y = 0; y < screen.height; ++y) {
+        guchar* row = gdk_pixbuf_get_pixels(picture) + y * gdk_pixbuf_get_rowstride(picture);
+        for (int x = 0; x < screen.width; ++x) {
+            const unsigned long colour = XGetPixel(image, x, y);
+            for (const int shift : {16, 8, 0}) *row++ = static_cast<guchar>(colour >> shift & 0xFF);
+        }
+    }
+    XDestroyImage(image);
+    const gboolean saved = gdk_pixbuf_save(picture, file.c_str(), "png", nullptr, nullptr);
+    g_object_unref(picture);
+    if (!saved) throw std::runtime_error("The picture cannot be written: " + file.string());
+}
+
+} // namespace e2e

@@ -1,0 +1,52 @@
+// The desktop that $DISPLAY names, as the person in front of it uses and sees it.
+#pragma once
+
+#include "end_to_end/wait.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+namespace e2e {
+
+using WindowId = unsigned long;
+
+class Desktop {
+public:
+    Desktop();
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    // Keys through the server's own test interface, as named by X: "Control+Shift+End", "Alt+Shift+space", "a".
+    void press(std::string_view chord);
+    // Holds modifiers or lets them go: "Alt+Shift".
+    void hold(std::string_view keys);
+    void letGo(std::string_view keys);
+    // Presses the left button in the middle of a window.
+    void click(WindowId window);
+
+    // Windows with a frame, of one program; oldest first.
+    std::vector<WindowId> windows(pid_t pid);
+    std::optional<WindowId> activeWindow();
+    std::string title(WindowId window);
+    bool isHidden(WindowId window); // iconified or off the screen
+    // Brings a window to the front as a task bar does, and waits until it has the keyboard.
+    bool activate(WindowId window);
+
+    // The text of the pasteboard ("CLIPBOARD"), or of what is selected right now ("PRIMARY"); absent when there is none.
+    std::optional<std::string> text(const char* selection);
+
+    // The whole screen, as a PNG file.
+    void screenshot(const std::filesystem::path& file);
+
+private:
+    class Server;
+    std::unique_ptr<Server> server_;
+};
+
+} // namespace e2e

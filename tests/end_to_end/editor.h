@@ -1,0 +1,37 @@
+// A real text editor (mousepad) with one file open.
+#pragma once
+
+#include "end_to_end/desktop.h"
+#include "end_to_end/process.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace e2e {
+
+class Editor {
+public:
+    // Opens a new file with that text and waits until the editor has the keyboard.
+    Editor(Desktop& desktop, const std::filesystem::path& file, std::string_view text);
+
+    pid_t pid() const { return process_.pid(); }
+    Process& process() { return process_; }
+    WindowId window() const { return window_; }
+    bool bringToFront() { return desktop_.activate(window_); }
+
+    // Selects whole lines with the keyboard, counted from 0, and waits until the editor says they are selected.
+    bool selectLines(int first, int count);
+
+    // Saves with Control+S and reads the file, once it holds something other than `before`.
+    std::string savedText(std::string_view before);
+
+private:
+    Desktop& desktop_;
+    std::filesystem::path file_;
+    std::string text_;
+    Process process_;
+    WindowId window_ = 0;
+};
+
+} // namespace e2e

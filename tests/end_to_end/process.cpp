@@ -1,0 +1,62 @@
+#include "end_to_end/process.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace e2e {
+
+namespace {
+
+[[noreturn]] void becomeProgram(const std::vector<std::string>& command, const std::string& output,
+                                const std::map<std::string, std::string>& environment) {
+    const int file = open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
+    dup2(file, STDOUT_FILENO);
+    dup2(file, STDERR_FILENO);
+    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+    std::vector<char*> arguments;
+    for (const auto& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+} // namespace
+
+Process::Process(const std::vector<std::string>& command, const std::map<std::string, std::string>& environment) {
+    const std::string output = folder_ / "output";
+    pid_ = fork();
+    if (pid_ < 0) throw std::runtime_error("No process can be started.");
+    if (pid_ == 0) becomeProgram(command, output, environment);
+}
+
+Process::~Process() {
+    if (exitStatus(milliseconds(0))) return;
+    kill(pid_, SIGTERM);
+    if (exitStatus(milliseconds(3000))) return;
+    kill(pid_, SIGKILL);
+    exitStatus();
+}
+
+std::string Process::output() const { return readFile(folder_ / "output"); }
+
+void Process::signal(int number) const {
+    if (!status_) kill(pid_, number);
+}
+
+std::optional<int> Process::exitStatus(milliseconds limit) {
+    waitUntil(
+        [this] {
+            int status = 0;
+            if (!status_ && waitpid(pid_, &status, WNOHANG) == pid_)
+                status_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+            return status_.has_value();
+        },
+        limit);
+    return status_;
+}
+
+} // namespace e2e

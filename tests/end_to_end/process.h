@@ -1,0 +1,38 @@
+// A program started by a test; it does not outlive its object.
+#pragma once
+
+#include "end_to_end/temporary_folder.h"
+#include "end_to_end/wait.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace e2e {
+
+class Process {
+public:
+    // `environment` adds to the test's own. What the program prints goes to a file, output and errors together.
+    explicit Process(const std::vector<std::string>& command,
+                     const std::map<std::string, std::string>& environment = {});
+    // Asks it to end; a program that does not is killed.
+    ~Process();
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    pid_t pid() const { return pid_; }
+    std::string output() const;
+    void signal(int number) const;
+
+    // The exit status (128 + n when signal n ended it); absent when it still runs after `limit`.
+    std::optional<int> exitStatus(milliseconds limit = patience);
+
+private:
+    TemporaryFolder folder_;
+    pid_t pid_ = -1;
+    std::optional<int> status_;
+};
+
+} // namespace e2e

@@ -1,0 +1,31 @@
+#include "end_to_end/temporary_folder.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+
+namespace e2e {
+
+TemporaryFolder::TemporaryFolder() {
+    std::string path = (std::filesystem::temp_directory_path() / "quillmark-test.XXXXXX").string();
+    if (mkdtemp(path.data()) == nullptr) throw std::runtime_error("There is no room for a temporary folder.");
+    path_ = path;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::string readFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void writeFile(const std::filesystem::path& path, std::string_view text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+} // namespace e2e

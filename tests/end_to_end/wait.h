@@ -1,0 +1,17 @@
+// Waiting for conditions instead of times.
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+namespace e2e {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+inline constexpr milliseconds patience{10'000}; // what a loaded machine may take for anything that does happen
+
+// Asks until it is true; false when the time is over first.
+bool waitUntil(const std::function<bool()>& condition, milliseconds limit = patience);
+
+} // namespace e2e
