@@ -10,8 +10,6 @@ namespace {
 constexpr std::size_t lengthSize = 4;
 constexpr std::size_t headSize = 5; // kind and id
 constexpr std::size_t nameLengthSize = 2;
-constexpr auto namePastEnd =
-    "A channel name runs past the end of its frame; check the two bytes of its length.";
 
 bool isKnown(std::uint8_t kind) {
     return kind >= static_cast<std::uint8_t>(FrameKind::request) &&
