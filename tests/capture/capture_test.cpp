@@ -1,5 +1,6 @@
 // What a press of the hot key reads, from where, and what it leaves untouched.
 #include "capture/ax.h"
+#include "flutter/arguments.h"
 #include "support/host.h"
 
 #include <gmock/gmock.h>
