@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/pasteboard.h"
+#include "platform/simulated/clock.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulated {
+
+/// One representation of a pasteboard item, as its owner offers it.
+struct Representation {
+    platform::PasteboardType type;
+    /// Absent when the owner cannot produce it.
+    std::optional<platform::Data> data;
+    /// How long the owner takes to produce it, each time.
+    Seconds takes{0};
+
+    bool operator==(const Representation&) const = default;
+};
+
+using Item = std::vector<Representation>;
+
+Representation text(std::string_view string);
+Representation bytes(platform::PasteboardType type, std::vector<std::uint8_t> bytes);
+Representation withoutData(platform::PasteboardType type);
+
+/// What is on the pasteboard. Replaced as a whole at every change.
+struct PasteboardState {
+    std::int64_t changeCount = 1;
+    std::shared_ptr<const std::vector<Item>> items = std::make_shared<const std::vector<Item>>();
+    /// False: asking for the items fails.
+    bool answers = true;
+};
+
+} // namespace simulated
