@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+struct OperatingSystemVersion {
+    int majorVersion = 0;
+    int minorVersion = 0;
+    int patchVersion = 0;
+};
+
+// The system the host runs on, read afresh on every call. Any thread.
+class ProcessInfo {
+public:
+    static const ProcessInfo& processInfo();
+
+    bool isOperatingSystemAtLeast(OperatingSystemVersion version) const;
+
+    // The system's name and version as people know it.
+    std::string operatingSystemVersionString() const;
+
+private:
+    ProcessInfo() = default;
+};
+
+} // namespace platform
