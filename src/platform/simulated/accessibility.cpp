@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// An element is known by its program's process identifier, or by its place in the world's memory.
+// An element is known by its program's process identifier, or by its place in the world's memory.
 class AXUIElement {
 public:
     enum class Kind { application, window, field, systemWide };
@@ -35,7 +35,7 @@ AXUIElementRef handle(Kind kind, pid_t pid, const void* place) {
 AXUIElementRef handleOf(const Field& field) { return handle(Kind::field, 0, &field); }
 AXUIElementRef handleOf(const ProgramWindow& window) { return handle(Kind::window, 0, &window); }
 
-/// Where a handle leads in the world; a program of null when it leads nowhere (any more).
+// Where a handle leads in the world; a program of null when it leads nowhere (any more).
 struct Found {
     Program* program = nullptr;
     ProgramWindow* window = nullptr;
@@ -69,7 +69,7 @@ bool shows(const Program& program) {
     return program.showsFrom && *program.showsFrom <= now();
 }
 
-/// The program takes its time; one that hangs takes all there is. False when no answer came.
+// The program takes its time; one that hangs takes all there is. False when no answer came.
 bool reacts(const Program& program) {
     World& world = World::current();
     world.clock.block(program.reactionTime);
@@ -92,7 +92,7 @@ AttributeAnswer read(const ProgramWindow& window, std::string_view attribute) {
     return std::nullopt;
 }
 
-/// A password field shows bullets.
+// A password field shows bullets.
 std::string shown(const Field& field, const std::string& text) {
     if (field.subrole != "AXSecureTextField") return text;
     std::string bullets;

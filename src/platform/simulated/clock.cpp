@@ -65,7 +65,7 @@ std::function<void()> Clock::takeReady() {
     return work;
 }
 
-/// One happening takes place, or one timer joins the queue.
+// One happening takes place, or one timer joins the queue.
 bool Clock::doNextDue(TimePoint limit) {
     std::function<void()> happening;
     {

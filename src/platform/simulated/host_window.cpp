@@ -23,7 +23,7 @@ void Window::Native::place(Rect newFrame) {
     if (!frameAutosaveName.empty() && ordinary) World::current().savedFrames[frameAutosaveName] = frame;
 }
 
-/// The window may be gone by then.
+// The window may be gone by then.
 void Window::Native::atNextTurn(void (Native::*act)()) {
     World::current().clock.async([this, act, &window = window] {
         const auto& living = World::current().hostWindows;

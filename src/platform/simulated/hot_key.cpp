@@ -42,7 +42,7 @@ std::uint32_t hotKeyMask(platform::CGEventFlags flags) {
            (flags & platform::kCGEventFlagMaskControl ? platform::controlKey : 0u);
 }
 
-/// The youngest handler comes first; one that is done with the event keeps it from the others.
+// The youngest handler comes first; one that is done with the event keeps it from the others.
 void runHandlers(Combination combination) {
     const HotKeys& hotKeys = World::current().hotKeys;
     if (!hotKeys.registered(combination)) return;

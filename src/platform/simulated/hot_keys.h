@@ -10,10 +10,10 @@
 
 namespace simulated {
 
-/// A key code and a modifier mask.
+// A key code and a modifier mask.
 using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
-/// The system's hot keys.
+// The system's hot keys.
 struct HotKeys {
     struct Handler {
         const void* owner = nullptr;
@@ -27,12 +27,12 @@ struct HotKeys {
         std::uint32_t options = 0;
     };
 
-    /// Held by other programs.
+    // Held by other programs.
     std::set<Combination> taken = {};
-    /// False: the desktop refuses every handler.
+    // False: the desktop refuses every handler.
     bool takesHandlers = true;
 
-    /// The host's own.
+    // The host's own.
     std::vector<Handler> handlers = {};
     std::vector<Registration> registrations = {};
 

@@ -7,7 +7,7 @@
 namespace simulated {
 namespace {
 
-/// The keys of a layout, each position with its character, by the positions' numbers.
+// The keys of a layout, each position with its character, by the positions' numbers.
 KeyboardLayout layout(std::u16string_view characters) {
     // From the bottom left of the keyboard on, in the order of the numbers: the letters' block and the
     // digits' row.
@@ -71,7 +71,7 @@ UnicodeKeyLayoutRef TISGetInputSourceProperty(const TISInputSourceRef& source, I
 
 std::uint8_t LMGetKbdType() { return 40; }
 
-/// These layouts have one level: they know nothing of keys pressed together with modifiers.
+// These layouts have one level: they know nothing of keys pressed together with modifiers.
 std::optional<std::u16string> UCKeyTranslate(const UnicodeKeyLayout& layout, CGKeyCode keyCode, KeyAction,
                                              std::uint32_t modifierState, std::uint8_t, std::uint32_t,
                                              std::uint32_t& deadKeyState, std::size_t maximumLength) {

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// The simulated desktop draws no menus: what the host sets is all there is.
+// The simulated desktop draws no menus: what the host sets is all there is.
 class MenuItem::Native {};
 
 Menu::Menu(std::string title) : title_(std::move(title)) {}

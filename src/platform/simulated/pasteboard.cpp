@@ -12,7 +12,7 @@ using simulated::World;
 
 const PasteboardType PasteboardTypeString = "text/plain;charset=utf-8";
 
-/// A new item's own representations, or the place of one on the pasteboard.
+// A new item's own representations, or the place of one on the pasteboard.
 class PasteboardItem::Contents {
 public:
     Item own;
@@ -20,9 +20,22 @@ public:
     std::size_t index = 0;
 
     const Item& representations() const { return source ? (*source)[index] : own; }
-    /// The pasteboard has changed since the item was taken from it.
+    // The pasteboard has changed since the item was taken from it.
     bool stale() const { return source && source != World::current().pasteboard.items; }
 };
+
+namespace {
+
+// The pasteboard's owner takes its time to produce the data; one that hangs takes all there is.
+bool ownerDelivers(const Representation& representation) {
+    World& world = World::current();
+    const auto owner = world.pasteboard.owner;
+    const bool hangs = owner && owner->accessibility == simulated::Accessibility::hung;
+    world.clock.block(hangs ? world.pasteboardTimeout : representation.takes);
+    return !hangs;
+}
+
+} // namespace
 
 PasteboardItem::PasteboardItem() : PasteboardItem(std::make_shared<Contents>()) {}
 PasteboardItem::PasteboardItem(std::shared_ptr<Contents> contents) : contents_(std::move(contents)) {}
@@ -38,10 +51,11 @@ std::vector<PasteboardType> PasteboardItem::types() const {
 
 std::optional<Data> PasteboardItem::dataForType(const PasteboardType& type) const {
     if (contents_->stale()) return std::nullopt;
-    const Item& item = contents_->representations();
+    const std::shared_ptr<Contents> kept = contents_;
+    const Item& item = kept->representations();
     const auto found = std::ranges::find(item, type, &Representation::type);
     if (found == item.end()) return std::nullopt;
-    World::current().clock.block(found->takes);
+    if (contents_->source && !ownerDelivers(*found)) return std::nullopt;
     // The pasteboard may have changed while its owner was busy.
     return contents_->stale() ? std::nullopt : found->data;
 }
@@ -115,6 +129,10 @@ Representation withoutData(platform::PasteboardType type) { return {std::move(ty
 void World::putOnPasteboard(std::vector<Item> items) {
     changePasteboard(std::move(items), "another program");
 }
+void World::putOnPasteboard(std::vector<Item> items, const Program& by) {
+    changePasteboard(std::move(items), by.name);
+    pasteboard.owner = by.shared_from_this();
+}
 void World::putOnPasteboard(std::string_view string) { putOnPasteboard({{text(string)}}); }
 void World::emptyPasteboard() { putOnPasteboard(std::vector<Item>{}); }
 
@@ -131,6 +149,7 @@ std::optional<std::string> World::pasteboardText() const {
 
 void World::changePasteboard(std::vector<Item> items, const std::string& by) {
     ++pasteboard.changeCount;
+    pasteboard.owner = nullptr;
     pasteboard.items = std::make_shared<const std::vector<Item>>(std::move(items));
     const auto string = pasteboardText();
     const std::string what = string ? '"' + *string + '"'

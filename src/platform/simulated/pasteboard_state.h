@@ -12,12 +12,14 @@
 
 namespace simulated {
 
-/// One representation of a pasteboard item, as its owner offers it.
+class Program;
+
+// One representation of a pasteboard item, as its owner offers it.
 struct Representation {
     platform::PasteboardType type;
-    /// Absent when the owner cannot produce it.
+    // Absent when the owner cannot produce it.
     std::optional<platform::Data> data;
-    /// How long the owner takes to produce it, each time.
+    // How long the owner takes to produce it, each time.
     Seconds takes{0};
 
     bool operator==(const Representation&) const = default;
@@ -29,11 +31,13 @@ Representation text(std::string_view string);
 Representation bytes(platform::PasteboardType type, std::vector<std::uint8_t> bytes);
 Representation withoutData(platform::PasteboardType type);
 
-/// What is on the pasteboard. Replaced as a whole at every change.
+// What is on the pasteboard. Replaced as a whole at every change.
 struct PasteboardState {
     std::int64_t changeCount = 1;
     std::shared_ptr<const std::vector<Item>> items = std::make_shared<const std::vector<Item>>();
-    /// False: asking for the items fails.
+    // Whoever offers the items; null when it does not matter. A program that hangs produces no data.
+    std::shared_ptr<const Program> owner = nullptr;
+    // False: asking for the items fails.
     bool answers = true;
 };
 

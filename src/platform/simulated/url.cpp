@@ -13,8 +13,8 @@ bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
-/// What may stand somewhere in a URL as it is (RFC 3986, 2); other languages' letters are let through (RFC
-/// 3987).
+// What may stand somewhere in a URL as it is (RFC 3986, 2); other languages' letters are let through (RFC
+// 3987).
 bool mayStand(char c) {
     static constexpr std::string_view marks = "-._~:/?#[]@!$&'()*+,;=%";
     return isLetter(c) || isDigit(c) || marks.find(c) != marks.npos || static_cast<unsigned char>(c) >= 0x80;
@@ -42,7 +42,7 @@ std::string escaped(std::string_view path) {
     return result;
 }
 
-/// Where the scheme's colon is, or npos: it comes before anything that can only stand in the rest.
+// Where the scheme's colon is, or npos: it comes before anything that can only stand in the rest.
 std::size_t schemeEnd(std::string_view string) {
     const std::size_t end = string.find_first_of(":/?#");
     return end != string.npos && string[end] == ':' ? end : string.npos;

@@ -32,7 +32,7 @@ flutter::ViewController* Window::contentViewController() const {
     return native_->contentViewController.get();
 }
 
-/// The upper left corner stays.
+// The upper left corner stays.
 void Window::setContentSize(Size size) {
     const Rect& old = native_->frame;
     native_->place({old.x, old.top() - size.height, size.width, size.height});

@@ -27,7 +27,7 @@ World::World() : host(std::make_shared<Program>()) {
     livingWorld = this;
 }
 
-/// What waits in the queues may hold the host's objects: they go while the world can still be called.
+// What waits in the queues may hold the host's objects: they go while the world can still be called.
 World::~World() {
     clock.clear();
     mainMenu.reset();
