@@ -14,30 +14,30 @@ namespace {
 using Clock = std::chrono::steady_clock;
 const Clock::time_point started = Clock::now();
 
-void say(const std::string &step) {
+void say(const std::string& step) {
     const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - started);
     std::printf("[%6lld ms] %s\n", static_cast<long long>(elapsed.count()), step.c_str());
     std::fflush(stdout);
 }
 
-std::size_t characters(const std::string &text) {
+std::size_t characters(const std::string& text) {
     std::size_t count = 0;
     for (const char c : text)
         count += (c & 0xC0) != 0x80;
     return count;
 }
 
-void describe(const quillmark::Capture &capture) {
+void describe(const quillmark::Capture& capture) {
     say("captured " + std::to_string(characters(capture.text)) + " characters: " + capture.source + " in " +
         (capture.appName.empty() ? "an unnamed program" : capture.appName) + ", window \"" + capture.title +
         "\", token " + (capture.token.empty() ? "no" : "yes") + (capture.truncated ? ", truncated" : ""));
 }
 
-void pasteBack(quillmark::Desktop &desktop, const quillmark::Capture &capture) {
+void pasteBack(quillmark::Desktop& desktop, const quillmark::Capture& capture) {
     if (capture.text.empty()) return say("nothing to rewrite");
     const std::string text = quillmark::rewrite(capture.text);
     say("rewrote it to " + std::to_string(characters(text)) + " characters");
-    desktop.paste(text, capture.token, [](bool pasted, const std::optional<std::string> &failure) {
+    desktop.paste(text, capture.token, [](bool pasted, const std::optional<std::string>& failure) {
         if (failure)
             say("not pasted: " + *failure);
         else if (pasted)
@@ -52,7 +52,7 @@ void serve() {
     say("connected to the host");
     quillmark::Desktop desktop(connection.messenger(),
                                {.capture =
-                                    [&](const quillmark::Capture &capture) {
+                                    [&](const quillmark::Capture& capture) {
                                         describe(capture);
                                         pasteBack(desktop, capture);
                                     },
@@ -72,7 +72,7 @@ void serve() {
 
 } // namespace
 
-int main(int argc, char **argv) {
+int main(int argc, char** argv) {
     if (argc > 1) {
         std::puts("quillmark-interface rewrites what the host captures. Start it as: quillmark-host "
                   "quillmark-interface");
@@ -81,7 +81,7 @@ int main(int argc, char **argv) {
     try {
         serve();
         return 0;
-    } catch (const quillmark::ConnectionError &error) {
+    } catch (const quillmark::ConnectionError& error) {
         std::fprintf(stderr, "quillmark-interface: %s\n", error.what());
         return 1;
     }

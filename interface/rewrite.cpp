@@ -49,7 +49,7 @@ std::string correctWord(std::string_view word) {
     std::string lowered;
     for (const char c : word)
         lowered += lower(c);
-    for (const auto &[wrong, right] : corrections) {
+    for (const auto& [wrong, right] : corrections) {
         if (lowered != wrong) continue;
         std::string result(right);
         if (isUpper(word.front())) result.front() = upper(result.front());
@@ -102,7 +102,7 @@ std::string capitaliseSentences(std::string text) {
     // What holds no whole sentence may be a piece out of the middle of one.
     bool starts = text.find_first_of(".!?") != std::string::npos;
     bool ended = false;
-    for (char &c : text) {
+    for (char& c : text) {
         if (isBlank(c) || c == '\n') {
             starts = starts || ended;
         } else if (isWord(c)) {

@@ -16,14 +16,14 @@ namespace quillmark {
 
 namespace {
 
-int connectedSocket(const std::string &path) {
+int connectedSocket(const std::string& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.size() >= sizeof address.sun_path) throw ConnectionError("QUILLMARK_SOCKET is too long a path.");
     path.copy(address.sun_path, path.size());
 
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (socket >= 0 && connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0)
+    if (socket >= 0 && connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
         return socket;
     const std::string reason = std::strerror(errno);
     if (socket >= 0) close(socket);
@@ -34,7 +34,7 @@ int connectedSocket(const std::string &path) {
 } // namespace
 
 Connection Connection::toHost() {
-    const char *path = std::getenv("QUILLMARK_SOCKET");
+    const char* path = std::getenv("QUILLMARK_SOCKET");
     if (path == nullptr || *path == '\0')
         throw ConnectionError("QUILLMARK_SOCKET is not set. Start this program through quillmark-host.");
     return Connection(connectedSocket(path));

@@ -27,10 +27,10 @@ public:
     // Takes over a connected socket.
     explicit Connection(int socket);
     ~Connection();
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
 
-    flutter::BinaryMessenger &messenger() { return messenger_; }
+    flutter::BinaryMessenger& messenger() { return messenger_; }
 
     // Moves messages until stop(), or until the host ends the connection. Throws ConnectionError when the
     // host breaks the rules of the socket or the connection breaks.

@@ -35,7 +35,7 @@ struct Capture {
 };
 
 struct HostCalls {
-    std::function<void(const Capture &)> capture = {};
+    std::function<void(const Capture&)> capture = {};
     std::function<void()> close = {}; // the window is being hidden, as asked
     std::function<void()> quit = {};  // answer with quit() or cancelQuit()
 };
@@ -45,11 +45,11 @@ public:
     // Absent on success, else the host's sentence.
     using Done = std::function<void(std::optional<std::string> failure)>;
 
-    Desktop(flutter::BinaryMessenger &messenger, HostCalls calls);
+    Desktop(flutter::BinaryMessenger& messenger, HostCalls calls);
 
     // Must come first: from now on the host asks before it quits. Tells whether the hot key is this
     // program's.
-    void initialize(const std::vector<std::string> &excludedApps, const HotKey &hotKey,
+    void initialize(const std::vector<std::string>& excludedApps, const HotKey& hotKey,
                     std::function<void(bool registered)> done);
 
     // Puts `text` where the capture with that token came from. `pasted` false: it is on the pasteboard
@@ -64,7 +64,7 @@ public:
     void quit();
     void cancelQuit();
     void requestPermission();
-    void localize(const std::map<std::string, std::string> &labels);
+    void localize(const std::map<std::string, std::string>& labels);
     void openPath(std::string_view path, Done done = {});
     void openUrl(std::string_view url, Done done = {});
     void excludeModelBackups(std::string_view directory, Done done = {});

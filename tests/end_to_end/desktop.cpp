@@ -5,8 +5,9 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
-#include <cstring>
 #include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <cstring>
 #include <map>
 #include <stdexcept>
 
@@ -20,8 +21,10 @@ int ignoreError(Display*, XErrorEvent*) { return 0; }
 std::vector<std::string> split(std::string_view chord) {
     std::vector<std::string> names(1);
     for (const char c : chord) {
-        if (c == '+') names.emplace_back();
-        else names.back() += c;
+        if (c == '+')
+            names.emplace_back();
+        else
+            names.back() += c;
     }
     return names;
 }
@@ -63,8 +66,8 @@ public:
         unsigned long count = 0, left = 0;
         unsigned char* data = nullptr;
         Property result;
-        if (XGetWindowProperty(display, window, name, 0, 1 << 22, remove ? True : False, AnyPropertyType, &result.type,
-                               &format, &count, &left, &data) != Success)
+        if (XGetWindowProperty(display, window, name, 0, 1 << 22, remove ? True : False, AnyPropertyType,
+                               &result.type, &format, &count, &left, &data) != Success)
             return {};
         const std::size_t size = format == 32 ? sizeof(long) : static_cast<std::size_t>(format / 8);
         if (data != nullptr) result.bytes.assign(reinterpret_cast<char*>(data), count * size);
@@ -101,16 +104,20 @@ Desktop::~Desktop() = default;
 
 void Desktop::press(std::string_view chord) {
     const auto names = split(chord);
-    for (const auto& name : names) server_->key(name, true);
-    for (auto name = names.rbegin(); name != names.rend(); ++name) server_->key(*name, false);
+    for (const auto& name : names)
+        server_->key(name, true);
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        server_->key(*name, false);
 }
 
 void Desktop::hold(std::string_view keys) {
-    for (const auto& name : split(keys)) server_->key(name, true);
+    for (const auto& name : split(keys))
+        server_->key(name, true);
 }
 
 void Desktop::letGo(std::string_view keys) {
-    for (const auto& name : split(keys)) server_->key(name, false);
+    for (const auto& name : split(keys))
+        server_->key(name, false);
 }
 
 void Desktop::click(WindowId window) {
@@ -118,8 +125,8 @@ void Desktop::click(WindowId window) {
     WindowId child = None;
     int x = 0, y = 0;
     if (XGetWindowAttributes(server_->display, window, &attributes) == 0) return;
-    XTranslateCoordinates(server_->display, window, server_->root, attributes.width / 2, attributes.height / 2, &x, &y,
-                          &child);
+    XTranslateCoordinates(server_->display, window, server_->root, attributes.width / 2,
+                          attributes.height / 2, &x, &y, &child);
     XTestFakeMotionEvent(server_->display, -1, x, y, CurrentTime);
     XTestFakeButtonEvent(server_->display, 1, True, CurrentTime);
     XTestFakeButtonEvent(server_->display, 1, False, CurrentTime);
@@ -141,11 +148,14 @@ std::optional<WindowId> Desktop::activeWindow() {
     return active.front();
 }
 
-std::string Desktop::title(WindowId window) { return server_->property(window, server_->atom("_NET_WM_NAME")).bytes; }
+std::string Desktop::title(WindowId window) {
+    return server_->property(window, server_->atom("_NET_WM_NAME")).bytes;
+}
 
 bool Desktop::isHidden(WindowId window) {
     XWindowAttributes attributes{};
-    return XGetWindowAttributes(server_->display, window, &attributes) == 0 || attributes.map_state != IsViewable;
+    return XGetWindowAttributes(server_->display, window, &attributes) == 0 ||
+           attributes.map_state != IsViewable;
 }
 
 bool Desktop::activate(WindowId window) {
@@ -155,7 +165,8 @@ bool Desktop::activate(WindowId window) {
     event.xclient.message_type = server_->atom("_NET_ACTIVE_WINDOW");
     event.xclient.format = 32;
     event.xclient.data.l[0] = 2; // as a task bar
-    XSendEvent(server_->display, server_->root, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+    XSendEvent(server_->display, server_->root, False, SubstructureRedirectMask | SubstructureNotifyMask,
+               &event);
     return waitUntil([&] {
         WindowId focused = None;
         int unused = 0;
@@ -191,7 +202,8 @@ void Desktop::screenshot(const std::filesystem::path& file) {
         guchar* row = gdk_pixbuf_get_pixels(picture) + y * gdk_pixbuf_get_rowstride(picture);
         for (int x = 0; x < screen.width; ++x) {
             const unsigned long colour = XGetPixel(image, x, y);
-            for (const int shift : {16, 8, 0}) *row++ = static_cast<guchar>(colour >> shift & 0xFF);
+            for (const int shift : {16, 8, 0})
+                *row++ = static_cast<guchar>(colour >> shift & 0xFF);
         }
     }
     XDestroyImage(image);

@@ -3,12 +3,13 @@
 
 #include "end_to_end/wait.h"
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 #include <vector>
 
 namespace e2e {
@@ -22,7 +23,7 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    // Keys through the server's own test interface, as named by X: "Control+Shift+End", "Alt+Shift+space", "a".
+    // Keys through the server's own test interface, as named by X: "Control+Shift+End", "a".
     void press(std::string_view chord);
     // Holds modifiers or lets them go: "Alt+Shift".
     void hold(std::string_view keys);
@@ -38,7 +39,8 @@ public:
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 
-    // The text of the pasteboard ("CLIPBOARD"), or of what is selected right now ("PRIMARY"); absent when there is none.
+    // The pasteboard's text ("CLIPBOARD"), or the text selected right now ("PRIMARY");
+    // absent when there is none.
     std::optional<std::string> text(const char* selection);
 
     // The whole screen, as a PNG file.

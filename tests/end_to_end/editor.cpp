@@ -38,8 +38,10 @@ bool Editor::selectLines(int first, int count) {
     // The window shows before the editor takes keys; selecting is repeated until it has been done.
     return waitUntil([&] {
         desktop_.press("Control+Home");
-        for (int line = 0; line < first; ++line) desktop_.press("Down");
-        for (int line = 0; line < count; ++line) desktop_.press("Shift+Down");
+        for (int line = 0; line < first; ++line)
+            desktop_.press("Down");
+        for (int line = 0; line < count; ++line)
+            desktop_.press("Shift+Down");
         return waitUntil([&] { return desktop_.text("PRIMARY") == wanted; }, milliseconds(500));
     });
 }

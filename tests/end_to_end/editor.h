@@ -20,7 +20,7 @@ public:
     WindowId window() const { return window_; }
     bool bringToFront() { return desktop_.activate(window_); }
 
-    // Selects whole lines with the keyboard, counted from 0, and waits until the editor says they are selected.
+    // Selects whole lines with the keyboard, counted from 0. True once the editor says they are selected.
     bool selectLines(int first, int count);
 
     // Saves with Control+S and reads the file, once it holds something other than `before`.

@@ -2,15 +2,16 @@
 
 #include "flutter/standard_codec.h"
 
-#include <array>
-#include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
-#include <stdexcept>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <stdexcept>
 
 namespace e2e {
 
@@ -24,13 +25,16 @@ std::string hostProgram() {
     return chosen ? chosen : QUILLMARK_HOST_PROGRAM;
 }
 
-// The interface's process says where the socket is and then waits to be told its exit status; the connection is
-// the test's own.
+// The interface's process says where the socket is and then waits to be told its exit status; the connection
+// is the test's own.
 std::vector<std::string> hostCommand(const TemporaryFolder& folder) {
-    return {hostProgram(), "/bin/sh", "-c",
+    return {hostProgram(),
+            "/bin/sh",
+            "-c",
             R"(printf %s "$QUILLMARK_SOCKET" >"$1/new" && mv "$1/new" "$1/socket" && read -r status <"$1/exit"
                exit "${status:-0}")",
-            "interface", folder / ""};
+            "interface",
+            folder / ""};
 }
 
 int exitPipe(const TemporaryFolder& folder) {
@@ -91,7 +95,8 @@ flutter::CallOutcome Host::answer(std::uint32_t id) {
             if (frame.kind == FrameKind::reply && frame.id == id) reply = &frame;
         return reply != nullptr || closed_;
     });
-    if (reply == nullptr) throw std::runtime_error("The host gave no answer. It printed: " + process_.output());
+    if (reply == nullptr)
+        throw std::runtime_error("The host gave no answer. It printed: " + process_.output());
     if (reply->payload.empty()) return flutter::NotImplemented{};
     const auto envelope = flutter::decodeEnvelope(reply->payload);
     if (!envelope) throw std::runtime_error("The host's answer cannot be decoded.");
@@ -149,7 +154,8 @@ void Host::receive() {
         closed_ = count <= 0;
         if (closed_) return;
         reader_.feed({buffer.data(), static_cast<std::size_t>(count)});
-        while (auto frame = reader_.next()) received_.push_back({std::move(*frame), Clock::now()});
+        while (auto frame = reader_.next())
+            received_.push_back({std::move(*frame), Clock::now()});
         if (reader_.error()) throw std::runtime_error("The host broke the rules: " + *reader_.error());
     }
 }

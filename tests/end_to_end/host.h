@@ -1,9 +1,9 @@
-// The real host with the test as its interface: the test sends it any bytes and sees everything it sends, with times.
+// The real host with the test as its interface: the test sends it any bytes and sees everything it sends,
+// with times.
 #pragma once
 
 #include "end_to_end/process.h"
 #include "end_to_end/wait.h"
-
 #include "flutter/frame.h"
 #include "flutter/method_channel.h"
 
@@ -26,8 +26,8 @@ struct Received {
 
 class Host {
 public:
-    // Starts $QUILLMARK_HOST (the one of this build by default) and connects to it. Throws with what it printed when
-    // it does not come up.
+    // Starts $QUILLMARK_HOST (the one of this build by default) and connects to it. Throws with what it
+    // printed when it does not come up.
     explicit Host(const std::map<std::string, std::string>& environment = {});
     ~Host();
 
@@ -47,7 +47,8 @@ public:
 
     // Everything the host has sent so far, in order.
     const std::vector<Received>& received() const { return received_; }
-    // The arguments of the next call from the host with that name, each seen once; absent when none comes in time.
+    // The arguments of the next call from the host with that name, each seen once; absent when none comes in
+    // time.
     std::optional<flutter::EncodableValue> nextCall(std::string_view method, milliseconds limit = patience);
     // True when the host closes the connection in time.
     bool closes(milliseconds limit = patience);

@@ -1,24 +1,29 @@
 #include "end_to_end/process.h"
 
-#include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
-#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
 
 namespace e2e {
 
 namespace {
 
-[[noreturn]] void becomeProgram(const std::vector<std::string>& command, const std::string& output,
+[[noreturn]] void becomeProgram(const std::vector<std::string>& command, int input, const std::string& output,
                                 const std::map<std::string, std::string>& environment) {
+    dup2(input, STDIN_FILENO);
     const int file = open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
     dup2(file, STDOUT_FILENO);
     dup2(file, STDERR_FILENO);
-    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+    for (const auto& [name, value] : environment)
+        setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> arguments;
-    for (const auto& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
+    for (const auto& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     execvp(arguments[0], arguments.data());
     _exit(127);
@@ -26,14 +31,20 @@ namespace {
 
 } // namespace
 
-Process::Process(const std::vector<std::string>& command, const std::map<std::string, std::string>& environment) {
+Process::Process(const std::vector<std::string>& command,
+                 const std::map<std::string, std::string>& environment) {
     const std::string output = folder_ / "output";
+    std::array<int, 2> input{};
+    if (pipe2(input.data(), O_CLOEXEC) != 0) throw std::runtime_error("No pipe can be made.");
+    input_ = input[1];
     pid_ = fork();
     if (pid_ < 0) throw std::runtime_error("No process can be started.");
-    if (pid_ == 0) becomeProgram(command, output, environment);
+    if (pid_ == 0) becomeProgram(command, input[0], output, environment);
+    close(input[0]);
 }
 
 Process::~Process() {
+    close(input_);
     if (exitStatus(milliseconds(0))) return;
     kill(pid_, SIGTERM);
     if (exitStatus(milliseconds(3000))) return;
@@ -42,6 +53,12 @@ Process::~Process() {
 }
 
 std::string Process::output() const { return readFile(folder_ / "output"); }
+
+void Process::writeLine(const std::string& line) const {
+    const std::string whole = line + "\n";
+    if (write(input_, whole.data(), whole.size()) < 0)
+        throw std::runtime_error("The program takes no input.");
+}
 
 void Process::signal(int number) const {
     if (!status_) kill(pid_, number);

@@ -4,17 +4,18 @@
 #include "end_to_end/temporary_folder.h"
 #include "end_to_end/wait.h"
 
+#include <sys/types.h>
+
 #include <map>
 #include <optional>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace e2e {
 
 class Process {
 public:
-    // `environment` adds to the test's own. What the program prints goes to a file, output and errors together.
+    // `environment` adds to the test's own. Standard output and error are kept, together.
     explicit Process(const std::vector<std::string>& command,
                      const std::map<std::string, std::string>& environment = {});
     // Asks it to end; a program that does not is killed.
@@ -24,6 +25,8 @@ public:
 
     pid_t pid() const { return pid_; }
     std::string output() const;
+    // To its standard input.
+    void writeLine(const std::string& line) const;
     void signal(int number) const;
 
     // The exit status (128 + n when signal n ended it); absent when it still runs after `limit`.
@@ -32,6 +35,7 @@ public:
 private:
     TemporaryFolder folder_;
     pid_t pid_ = -1;
+    int input_ = -1;
     std::optional<int> status_;
 };
 

@@ -9,7 +9,8 @@ namespace e2e {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-inline constexpr milliseconds patience{10'000}; // what a loaded machine may take for anything that does happen
+// What a loaded machine may take for anything that does happen.
+inline constexpr milliseconds patience{10'000};
 
 // Asks until it is true; false when the time is over first.
 bool waitUntil(const std::function<bool()>& condition, milliseconds limit = patience);

@@ -23,7 +23,7 @@ using flutter::FrameKind;
 // The host's end, on a thread of its own; `talk` runs there and the connection closes behind it.
 class FakeHost {
 public:
-    explicit FakeHost(const std::function<void(FakeHost &)> &talk) {
+    explicit FakeHost(const std::function<void(FakeHost&)>& talk) {
         if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends_.data()) != 0) std::abort();
         thread_ = std::thread([this, talk] {
             talk(*this);
@@ -34,7 +34,7 @@ public:
 
     int interfaceEnd() const { return ends_[0]; }
 
-    void send(const Frame &frame) { sendBytes(flutter::encodeFrame(frame).value()); }
+    void send(const Frame& frame) { sendBytes(flutter::encodeFrame(frame).value()); }
     void sendBytes(std::vector<std::uint8_t> bytes) {
         for (const auto byte : bytes)
             EXPECT_EQ(::send(ends_[1], &byte, 1, MSG_NOSIGNAL), 1);
@@ -55,11 +55,11 @@ private:
     std::thread thread_;
 };
 
-const char *const channelName = "quillmark.quillmark/desktop";
+const char* const channelName = "quillmark.quillmark/desktop";
 
 TEST(Interface, HandsACaptureOverAndItsRewriteBack) {
     std::optional<flutter::MethodCall> paste;
-    FakeHost host([&](FakeHost &self) {
+    FakeHost host([&](FakeHost& self) {
         const EncodableMap capture{
             {"text", "teh"}, {"source", "selection"}, {"token", "T"}, {"truncated", true}};
         self.send({FrameKind::message, 0, channelName, flutter::encodeMethodCall({"capture", capture})});
@@ -69,7 +69,7 @@ TEST(Interface, HandsACaptureOverAndItsRewriteBack) {
     });
     Connection connection(host.interfaceEnd());
     bool pasted = false;
-    Desktop desktop(connection.messenger(), {.capture = [&](const Capture &capture) {
+    Desktop desktop(connection.messenger(), {.capture = [&](const Capture& capture) {
                         EXPECT_EQ(capture.source, "selection");
                         EXPECT_TRUE(capture.truncated);
                         EXPECT_EQ(capture.appName, "") << "an absent member counts as empty";
@@ -84,7 +84,7 @@ TEST(Interface, HandsACaptureOverAndItsRewriteBack) {
 }
 
 TEST(Interface, ReportsTheHostsRefusals) {
-    FakeHost host([](FakeHost &self) {
+    FakeHost host([](FakeHost& self) {
         self.send(
             {FrameKind::reply, self.next().id, "", flutter::encodeErrorEnvelope("open_url", "Could not")});
         self.send({FrameKind::reply, self.next().id, "", {}});
@@ -102,7 +102,7 @@ TEST(Interface, ReportsTheHostsRefusals) {
 TEST(Interface, AMessageLargerThanTheSocketTakesArrivesWhole) {
     const std::string text(8 << 20, 'x');
     std::size_t arrived = 0;
-    FakeHost host([&](FakeHost &self) { arrived = self.next().payload.size(); });
+    FakeHost host([&](FakeHost& self) { arrived = self.next().payload.size(); });
     Connection connection(host.interfaceEnd());
     Desktop desktop(connection.messenger(), {});
     desktop.paste(text, "", [](bool, auto) {});
@@ -116,7 +116,7 @@ TEST(Interface, SaysWhatIsWrong) {
     setenv("QUILLMARK_SOCKET", "/nowhere/socket", 1);
     EXPECT_THROW(Connection::toHost(), ConnectionError);
 
-    FakeHost host([](FakeHost &self) { self.sendBytes({5, 0, 0, 0, 9, 0, 0, 0, 0}); });
+    FakeHost host([](FakeHost& self) { self.sendBytes({5, 0, 0, 0, 9, 0, 0, 0, 0}); });
     Connection connection(host.interfaceEnd());
     EXPECT_THROW(connection.run(), ConnectionError) << "an unknown kind of frame went unnoticed";
 }

@@ -25,7 +25,7 @@ TEST(Rewrite, CorrectsAndLeavesTheCorrectedTextAlone) {
         {"\xC3\xA9t\xC3\xA9. \xE6\x97\xA5\xE6\x9C\xAC. ok",
          "\xC3\xA9t\xC3\xA9. \xE6\x97\xA5\xE6\x9C\xAC. Ok"},
     };
-    for (const auto &[text, expected] : cases) {
+    for (const auto& [text, expected] : cases) {
         EXPECT_EQ(rewrite(text), expected);
         EXPECT_EQ(rewrite(expected), expected) << "a second rewrite changed it again";
     }

@@ -1,0 +1,126 @@
+// The whole way on a real desktop: keys pressed in a real program, text read from it and typed back into it,
+// judged by what that program itself says.
+#include "end_to_end/desktop.h"
+#include "end_to_end/editor.h"
+#include "end_to_end/fields.h"
+#include "end_to_end/host.h"
+#include "flutter/arguments.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace e2e {
+namespace {
+
+using flutter::CallOutcome;
+using flutter::EncodableList;
+using flutter::EncodableMap;
+using flutter::EncodableValue;
+using testing::HasSubstr;
+using testing::Not;
+
+class CaptureAndPaste : public testing::Test {
+protected:
+    void SetUp() override { initialize({}); }
+
+    void initialize(const EncodableList& excluded) {
+        const CallOutcome reply = host.call("initialize", EncodableMap{{"excluded_apps", excluded}});
+        ASSERT_EQ(reply, CallOutcome(EncodableMap{{"hotkey_registered", true}}));
+    }
+
+    // What the host sends when the hot key is pressed; null when it sends nothing in time.
+    EncodableValue capture(milliseconds limit = patience) {
+        desktop.press("Alt+Shift+space");
+        return host.nextCall("capture", limit).value_or(EncodableValue());
+    }
+
+    CallOutcome paste(std::string_view text, const std::string& token) {
+        return host.call("paste", EncodableMap{{"text", text}, {"token", token}});
+    }
+
+    Desktop desktop;
+    Host host;
+};
+
+std::string textOf(const EncodableValue& capture, std::string_view key) {
+    const std::string* text = flutter::asString(flutter::member(flutter::asMap(capture), key));
+    return text ? *text : "(none)";
+}
+
+const CallOutcome pasted = EncodableValue("pasted");
+const CallOutcome copiedOnly = EncodableValue("copied-only");
+
+TEST_F(CaptureAndPaste, ASelectionIsReplacedWhereItStands) {
+    Fields fields({"entry=one two three"}, "A title");
+    fields.command("select 0 4 7");
+    const EncodableValue got = capture();
+    EXPECT_EQ(textOf(got, "text"), "two");
+    EXPECT_EQ(textOf(got, "source"), "selection");
+    EXPECT_EQ(textOf(got, "title"), "A title");
+    ASSERT_EQ(textOf(got, "token").size(), 36u);
+    EXPECT_EQ(paste("2 \xE2\x98\xBA", textOf(got, "token")), pasted);
+    EXPECT_TRUE(waitUntil([&] {
+        return fields.dump().find("one 2 \xE2\x98\xBA three") != std::string::npos;
+    })) << fields.dump();
+    EXPECT_EQ(paste("again", textOf(got, "token")), copiedOnly) << "a token served twice";
+    EXPECT_EQ(desktop.text("CLIPBOARD"), "again");
+}
+
+TEST_F(CaptureAndPaste, AWholeFieldIsReplacedAsAWhole) {
+    Fields fields({"textview=first line\\nsecond line"});
+    const EncodableValue got = capture();
+    EXPECT_EQ(textOf(got, "text"), "first line\nsecond line");
+    EXPECT_EQ(textOf(got, "source"), "field");
+    EXPECT_EQ(paste("all new", textOf(got, "token")), pasted);
+    EXPECT_TRUE(waitUntil([&] { return fields.dump().find("\"text\": \"all new\"") != std::string::npos; }))
+        << fields.dump();
+}
+
+TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
+    Fields fields({"entry=one two three"});
+    fields.command("select 0 4 7");
+    const EncodableValue got = capture();
+    fields.command("select 0 0 3");
+    EXPECT_EQ(paste("2", textOf(got, "token")), copiedOnly);
+    EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
+    EXPECT_EQ(desktop.text("CLIPBOARD"), "2");
+}
+
+TEST_F(CaptureAndPaste, PasswordsAndExcludedProgramsAreLeftAlone) {
+    Fields fields({"password=secret", "entry=open"});
+    EXPECT_EQ(capture(milliseconds(500)), EncodableValue());
+    fields.command("focus 1");
+    const EncodableValue got = capture();
+    EXPECT_EQ(textOf(got, "text"), "open");
+    initialize({textOf(got, "app_id")});
+    EXPECT_EQ(capture(milliseconds(500)), EncodableValue());
+}
+
+TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
+    Fields fields({"entry=one two three"});
+    fields.command("select 0 4 7");
+    const EncodableValue got = capture();
+    desktop.hold("Control+Shift");
+    const auto call = host.startCall("paste", EncodableMap{{"text", "2"}, {"token", textOf(got, "token")}});
+    EXPECT_EQ(std::get<flutter::FlutterError>(paste("other", "")).code, "busy");
+    EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
+    desktop.letGo("Control+Shift");
+    EXPECT_EQ(host.answer(call), pasted);
+    EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one 2 three") != std::string::npos; }))
+        << fields.dump();
+}
+
+TEST_F(CaptureAndPaste, WorksInAnEditorThatKnowsNothingOfThis) {
+    TemporaryFolder folder;
+    const std::string text = "keep this\nteh words\nand this\n";
+    Editor editor(desktop, folder / "note.txt", text);
+    ASSERT_TRUE(editor.selectLines(1, 1));
+    const EncodableValue got = capture();
+    EXPECT_EQ(textOf(got, "text"), "teh words\n");
+    EXPECT_THAT(textOf(got, "title"), HasSubstr("note.txt"));
+    EXPECT_EQ(paste("the words\n", textOf(got, "token")), pasted);
+    EXPECT_EQ(editor.savedText(text), "keep this\nthe words\nand this\n");
+}
+
+} // namespace
+} // namespace e2e

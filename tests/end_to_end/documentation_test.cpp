@@ -1,0 +1,34 @@
+// The interface printed in docs/writing-an-interface.md, as a reader would use it.
+#include "end_to_end/desktop.h"
+#include "end_to_end/fields.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace e2e {
+namespace {
+
+bool prints(const Process& process, const std::string& words) {
+    return waitUntil([&] { return process.output().find(words) != std::string::npos; });
+}
+
+TEST(Documentation, ItsInterfaceWorksAsPrinted) {
+    const std::string page = readFile(QUILLMARK_DOCS "/writing-an-interface.md");
+    const std::string fence = "```python\n";
+    const auto start = page.find(fence) + fence.size();
+    TemporaryFolder folder;
+    writeFile(folder / "shout.py", page.substr(start, page.find("```\n", start) - start));
+
+    Desktop desktop;
+    Process host({QUILLMARK_HOST_PROGRAM, "python3", (folder / "shout.py").string()});
+    ASSERT_TRUE(prints(host, "hot key: True")) << host.output();
+    Fields fields({"entry=one two three"});
+    fields.command("select 0 4 7");
+    desktop.press("Alt+Shift+space");
+    EXPECT_TRUE(prints(host, "the answer is pasted")) << host.output();
+    EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one TWO three") != std::string::npos; }))
+        << fields.dump();
+}
+
+} // namespace
+} // namespace e2e

@@ -1,0 +1,42 @@
+#include "end_to_end/fields.h"
+
+#include <stdexcept>
+
+namespace e2e {
+
+namespace {
+
+std::vector<std::string> start(const std::vector<std::string>& fields, const std::string& title) {
+    std::vector<std::string> command{QUILLMARK_FIELDS_PROGRAM, "--title", title};
+    command.insert(command.end(), fields.begin(), fields.end());
+    return command;
+}
+
+} // namespace
+
+Fields::Fields(const std::vector<std::string>& fields, const std::string& title)
+    : process_(start(fields, title)) {
+    while (nextLine() != "ready") {
+    }
+}
+
+std::string Fields::command(const std::string& line) {
+    process_.writeLine(line);
+    return nextLine();
+}
+
+std::string Fields::nextLine() {
+    std::string output;
+    std::size_t end = std::string::npos;
+    const bool came = waitUntil([&] {
+        output = process_.output();
+        end = output.find('\n', read_);
+        return end != std::string::npos;
+    });
+    if (!came) throw std::runtime_error("The program with fields is silent. It printed: " + output);
+    const std::string line = output.substr(read_, end - read_);
+    read_ = end + 1;
+    return line;
+}
+
+} // namespace e2e

@@ -1,0 +1,30 @@
+// The small program with text fields (tests/programs/gtk_fields.cpp), asked and told by lines.
+#pragma once
+
+#include "end_to_end/process.h"
+
+#include <string>
+#include <vector>
+
+namespace e2e {
+
+class Fields {
+public:
+    // Fields such as "entry=some text" or "password"; returns once the window has the keyboard.
+    explicit Fields(const std::vector<std::string>& fields, const std::string& title = "Fields");
+
+    Process& process() { return process_; }
+
+    // Sends one command and returns the program's answer to it.
+    std::string command(const std::string& line);
+    // What the program says its fields hold.
+    std::string dump() { return command("dump"); }
+
+private:
+    std::string nextLine();
+
+    Process process_;
+    std::size_t read_ = 0;
+};
+
+} // namespace e2e

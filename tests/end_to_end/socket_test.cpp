@@ -1,0 +1,114 @@
+// The socket between the host and its interface, and how their lives hang together.
+#include "end_to_end/host.h"
+#include "flutter/standard_codec.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace e2e {
+namespace {
+
+using flutter::CallOutcome;
+using flutter::EncodableMap;
+using flutter::EncodableValue;
+using flutter::FrameKind;
+using flutter::NotImplemented;
+
+TEST(Socket, IsOnlyThisUsersAndServesOneInterface) {
+    Host host;
+    struct stat folder {};
+    ASSERT_EQ(stat(std::filesystem::path(host.socketPath()).parent_path().c_str(), &folder), 0);
+    EXPECT_EQ(folder.st_mode & 0777, 0700u);
+    EXPECT_EQ(folder.st_uid, getuid());
+
+    const int second = connectTo(host.socketPath());
+    char byte = 0;
+    EXPECT_TRUE(second < 0 || recv(second, &byte, 1, 0) <= 0) << "a second interface was served";
+    if (second >= 0) close(second);
+    EXPECT_EQ(host.call("pin", true), CallOutcome(EncodableValue())) << "the first one suffered from it";
+}
+
+TEST(Socket, AnswersInOrderWhateverPiecesTheBytesComeIn) {
+    Host host;
+    std::vector<std::uint8_t> bytes;
+    for (std::uint32_t id = 1; id <= 3; ++id) {
+        const auto call = flutter::encodeMethodCall({id == 2 ? "noSuchMethod" : "pin", false});
+        const auto frame =
+            flutter::encodeFrame({FrameKind::request, id, std::string(desktopChannel), call}).value();
+        bytes.insert(bytes.end(), frame.begin(), frame.end());
+    }
+    for (const auto& byte : bytes)
+        host.send(std::span(&byte, 1));
+    EXPECT_EQ(host.answer(1), CallOutcome(EncodableValue()));
+    EXPECT_EQ(host.answer(2), CallOutcome(NotImplemented{}));
+    EXPECT_EQ(host.answer(3), CallOutcome(EncodableValue()));
+    std::vector<std::uint32_t> order;
+    for (const auto& each : host.received())
+        order.push_back(each.frame.id);
+    EXPECT_THAT(order, testing::ElementsAre(1, 2, 3));
+}
+
+TEST(Socket, UnreadableCallsAndUnknownChannelsGetAnEmptyReply) {
+    Host host;
+    EXPECT_EQ(host.call("anything", {}, "nobody.listens/here"), CallOutcome(NotImplemented{}));
+    for (const std::vector<std::uint8_t>& payload : {std::vector<std::uint8_t>{},
+                                                     {0x07, 0x05, 'p', 'i'},
+                                                     {0x00, 0x00},
+                                                     {0x07, 0x03, 'p', 'i', 'n', 0x01, 0x01}}) {
+        host.send({FrameKind::request, 77, std::string(desktopChannel), payload});
+        EXPECT_EQ(host.answer(77), CallOutcome(NotImplemented{}));
+    }
+}
+
+TEST(Socket, ABrokenFrameEndsTheConnectionWithALineThatSaysWhy) {
+    const std::vector<std::vector<std::uint8_t>> broken{
+        {0xff, 0xff, 0xff, 0xff, 1, 0, 0, 0, 0},           // longer than allowed
+        {5, 0, 0, 0, 9, 0, 0, 0, 0},                       // an unknown kind
+        {9, 0, 0, 0, 1, 1, 0, 0, 0, 0xff, 0x00, 'a', 'b'}, // a name that runs past the frame
+        {5, 0, 0, 0, 3, 42, 0, 0, 0},                      // a reply to nothing
+    };
+    for (const auto& bytes : broken) {
+        Host host;
+        host.send(bytes);
+        EXPECT_TRUE(host.closes());
+        host.exitInterface(0);
+        EXPECT_TRUE(host.process().exitStatus());
+        EXPECT_NE(host.process().output(), "");
+    }
+}
+
+TEST(Socket, TheHostEndsWithItsInterfaceAndWithItsStatus) {
+    {
+        Host host;
+        host.exitInterface(7);
+        EXPECT_EQ(host.process().exitStatus(), 7);
+    }
+    Host host;
+    const std::string path = host.socketPath();
+    host.disconnect();
+    host.exitInterface(0);
+    EXPECT_EQ(host.process().exitStatus(), 0);
+    EXPECT_FALSE(std::filesystem::exists(path)) << "the socket was left behind";
+}
+
+TEST(Quit, AsksTheInterfaceAndEndsWhenItAgrees) {
+    Host host;
+    host.call("initialize");
+    host.process().signal(SIGTERM);
+    ASSERT_TRUE(host.nextCall("quit"));
+    host.call("cancelQuit");
+    EXPECT_FALSE(host.process().exitStatus(milliseconds(300))) << "it ended although the interface refused";
+
+    host.process().signal(SIGTERM);
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.call("quit"), CallOutcome(EncodableValue())) << "the answer must come before the end";
+    EXPECT_EQ(host.process().exitStatus(), 0);
+}
+
+} // namespace
+} // namespace e2e
