@@ -23,7 +23,7 @@
 
 namespace {
 
-std::string unescaped(const std::string &text) {
+std::string unescaped(const std::string& text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool escape = text[i] == '\\' && i + 1 < text.size();
@@ -35,7 +35,7 @@ std::string unescaped(const std::string &text) {
     return result;
 }
 
-std::string quoted(const std::string &text) {
+std::string quoted(const std::string& text) {
     std::string result = "\"";
     for (const char c : text) {
         if (c == '\n')
@@ -55,14 +55,14 @@ class Field {
 public:
     explicit Field(std::string kind) : kind_(std::move(kind)) {}
     virtual ~Field() = default;
-    Field(const Field &) = delete;
-    Field &operator=(const Field &) = delete;
+    Field(const Field&) = delete;
+    Field& operator=(const Field&) = delete;
 
-    const std::string &kind() const { return kind_; }
-    virtual Gtk::Widget &outer() = 0;
-    virtual Gtk::Widget &focusable() { return outer(); }
+    const std::string& kind() const { return kind_; }
+    virtual Gtk::Widget& outer() = 0;
+    virtual Gtk::Widget& focusable() { return outer(); }
     virtual std::string text() { return {}; }
-    virtual void setText(const std::string &) {}
+    virtual void setText(const std::string&) {}
     virtual std::array<int, 2> selection() { return {0, 0}; }
     virtual void select(int, int) {}
     virtual void setHidden(bool) {}
@@ -73,7 +73,7 @@ private:
 
 class EntryField : public Field {
 public:
-    explicit EntryField(const std::string &kind) : Field(kind) {
+    explicit EntryField(const std::string& kind) : Field(kind) {
         if (kind == "combo") {
             combo_ = std::make_unique<Gtk::ComboBoxText>(true);
             entry_ = combo_->get_entry();
@@ -84,10 +84,10 @@ public:
         setHidden(kind == "password");
         entry_->set_editable(kind != "readonly");
     }
-    Gtk::Widget &outer() override { return combo_ ? static_cast<Gtk::Widget &>(*combo_) : *entry_; }
-    Gtk::Widget &focusable() override { return *entry_; }
+    Gtk::Widget& outer() override { return combo_ ? static_cast<Gtk::Widget&>(*combo_) : *entry_; }
+    Gtk::Widget& focusable() override { return *entry_; }
     std::string text() override { return entry_->get_text().raw(); }
-    void setText(const std::string &text) override { entry_->set_text(text); }
+    void setText(const std::string& text) override { entry_->set_text(text); }
     std::array<int, 2> selection() override {
         std::array<int, 2> range{entry_->get_position(), entry_->get_position()};
         entry_->get_selection_bounds(range[0], range[1]);
@@ -102,19 +102,19 @@ public:
 private:
     std::unique_ptr<Gtk::ComboBoxText> combo_;
     std::unique_ptr<Gtk::Entry> owned_;
-    Gtk::Entry *entry_ = nullptr;
+    Gtk::Entry* entry_ = nullptr;
 };
 
 class ViewField : public Field {
 public:
-    explicit ViewField(const std::string &kind) : Field(kind) {
+    explicit ViewField(const std::string& kind) : Field(kind) {
         scroller_.add(view_);
         scroller_.set_size_request(-1, 120);
     }
-    Gtk::Widget &outer() override { return scroller_; }
-    Gtk::Widget &focusable() override { return view_; }
+    Gtk::Widget& outer() override { return scroller_; }
+    Gtk::Widget& focusable() override { return view_; }
     std::string text() override { return view_.get_buffer()->get_text(true).raw(); }
-    void setText(const std::string &text) override { view_.get_buffer()->set_text(text); }
+    void setText(const std::string& text) override { view_.get_buffer()->set_text(text); }
     std::array<int, 2> selection() override {
         Gtk::TextIter start, end;
         view_.get_buffer()->get_selection_bounds(start, end);
@@ -133,14 +133,14 @@ private:
 /// What has the focus when no text has it.
 class ButtonField : public Field {
 public:
-    explicit ButtonField(const std::string &kind) : Field(kind), button_("Button") {}
-    Gtk::Widget &outer() override { return button_; }
+    explicit ButtonField(const std::string& kind) : Field(kind), button_("Button") {}
+    Gtk::Widget& outer() override { return button_; }
 
 private:
     Gtk::Button button_;
 };
 
-std::unique_ptr<Field> makeField(const std::string &kind) {
+std::unique_ptr<Field> makeField(const std::string& kind) {
     if (kind == "textview") return std::make_unique<ViewField>(kind);
     if (kind == "button") return std::make_unique<ButtonField>(kind);
     return std::make_unique<EntryField>(kind);
@@ -148,12 +148,12 @@ std::unique_ptr<Field> makeField(const std::string &kind) {
 
 class Program : public Gtk::Window {
 public:
-    Program(const std::string &title, const std::vector<std::string> &fields)
+    Program(const std::string& title, const std::vector<std::string>& fields)
         : box_(Gtk::ORIENTATION_VERTICAL, 6) {
         set_title(title);
         set_default_size(420, 200);
         add(box_);
-        for (const std::string &each : fields) {
+        for (const std::string& each : fields) {
             const auto equals = each.find('=');
             fields_.push_back(makeField(each.substr(0, equals)));
             if (equals != std::string::npos) fields_.back()->setText(unescaped(each.substr(equals + 1)));
@@ -168,7 +168,7 @@ public:
     }
 
 private:
-    Field &field(std::istream &words) {
+    Field& field(std::istream& words) {
         std::size_t index = 0;
         words >> index;
         return *fields_.at(index);
@@ -203,7 +203,7 @@ private:
     }
 
     /// The answer to one command.
-    std::string obey(const std::string &line) {
+    std::string obey(const std::string& line) {
         std::istringstream words(line);
         std::string verb;
         words >> verb;
@@ -226,15 +226,15 @@ private:
             words >> index;
             focus(index);
         } else if (verb == "text") {
-            Field &target = field(words);
+            Field& target = field(words);
             target.setText(rest());
         } else if (verb == "select") {
-            Field &target = field(words);
+            Field& target = field(words);
             int start = 0, end = 0;
             words >> start >> end;
             target.select(start, end);
         } else if (verb == "hidden") {
-            Field &target = field(words);
+            Field& target = field(words);
             bool hidden = false;
             words >> hidden;
             target.setHidden(hidden);
@@ -259,7 +259,7 @@ private:
         return true;
     }
 
-    void answer(const std::string &line) {
+    void answer(const std::string& line) {
         constexpr std::string_view hang = "hang ";
         if (line.starts_with(hang)) {
             std::cout << "ok" << std::endl;
@@ -268,7 +268,7 @@ private:
         }
         try {
             std::cout << obey(line) << std::endl;
-        } catch (const std::out_of_range &) {
+        } catch (const std::out_of_range&) {
             std::cout << "error: there is no such field" << std::endl;
         }
     }
@@ -281,7 +281,7 @@ private:
 
 } // namespace
 
-int main(int argc, char **argv) {
+int main(int argc, char** argv) {
     std::vector<std::string> fields(argv + 1, argv + argc);
     std::string title = "Fields";
     if (fields.size() >= 2 && fields[0] == "--title") {

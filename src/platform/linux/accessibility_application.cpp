@@ -1,0 +1,159 @@
+#include "platform/linux/accessibility_element.h"
+#include "platform/linux/at_spi_session.h"
+#include "platform/linux/x11_connection.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace platform::ax {
+namespace {
+
+using namespace std::chrono_literals;
+using at_spi::Bus;
+using at_spi::Program;
+
+/// All the questions of one query together; a program that answers each of many slowly costs no more.
+constexpr at_spi::Milliseconds wholeQuery = 500ms;
+/// For the questions that go to every program at once.
+constexpr at_spi::Milliseconds everybody = 150ms;
+
+at_spi::Programs& programs() {
+    static at_spi::Programs programs;
+    return programs;
+}
+
+/// The window of that process that has the keyboard focus, as an element of last resort.
+AXUIElementRef bareWindow(pid_t process) {
+    ::Window window = x11::focusedWindow();
+    if (x11::windowProcess(window) != process) window = x11::activeWindow();
+    if (x11::windowProcess(window) != process) return {};
+    return reference(AXUIElement::BareWindow{window, process});
+}
+
+AXUIElementRef windowReference(at_spi::Object window) {
+    AXUIElement::Accessible accessible; // never seen yet: looked at when asked for more than its title
+    accessible.seen.object = std::move(window);
+    return reference(std::move(accessible));
+}
+
+bool isActive(pid_t process) { return x11::windowProcess(x11::activeWindow()) == process; }
+
+std::optional<at_spi::FocusedObject> elementIn(Bus& bus, Program& program) {
+    auto element = at_spi::focusedElement(bus, program);
+    if (!element && program.focusedElement && !isActive(program.process))
+        element = at_spi::lastFocusedElement(bus, program);
+    if (element) program.askedToShow = program.showsNothing = false;
+    return element;
+}
+
+/// The one of the sandboxed programs whose active window has the title of the process's active window.
+std::vector<Program*> sandboxed(Bus& bus, pid_t process) {
+    const ::Window active = x11::activeWindow();
+    const auto title = x11::windowProcess(active) == process ? x11::windowTitle(active) : std::nullopt;
+    if (!title) return {};
+    for (Program* program : programs().sandboxed()) {
+        const auto window = at_spi::activeWindow(bus, *program);
+        if (!window || stringPropertyIn(bus.ask(nameOf(*window))) != title) continue;
+        program->process = process;
+        return {program};
+    }
+    return {};
+}
+
+/// The programs of a process, when it may be asked; absent when nothing can be known.
+std::optional<std::vector<Program*>> programsOf(Bus* bus, pid_t process) {
+    if (bus == nullptr || process == getpid()) return std::nullopt;
+    auto found = programs().of(*bus, process);
+    if (found && found->empty()) return sandboxed(*bus, process);
+    return found;
+}
+
+/// The first of the programs with an active window that has a focused element.
+AXUIElementRef focusedAmong(Bus& bus, const std::vector<Program*>& candidates) {
+    std::vector<at_spi::Question> questions;
+    for (const Program* program : candidates)
+        questions.push_back(childrenOf(at_spi::rootOf(program->name)));
+    const auto lists = bus.ask(std::move(questions), everybody);
+    questions.clear();
+    std::vector<Program*> owners;
+    for (std::size_t i = 0; i < lists.size(); ++i)
+        for (const at_spi::Object& window : objectsIn(lists[i])) {
+            questions.push_back(stateOf(window));
+            owners.push_back(candidates[i]);
+        }
+    const auto states = bus.ask(std::move(questions), everybody);
+    for (std::size_t i = 0; i < states.size(); ++i)
+        if (statesIn(states[i]).has(at_spi::State::active))
+            if (auto element = at_spi::focusedElement(bus, *owners[i])) return reference(std::move(*element));
+    return {};
+}
+
+} // namespace
+
+AXUIElementRef focusedElement(pid_t process) {
+    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    const auto found = programsOf(bus, process);
+    if (!found) return {};
+    const Bus::Budget budget(*bus, wholeQuery);
+    for (Program* program : *found)
+        if (auto element = elementIn(*bus, *program)) return reference(std::move(*element));
+    if (std::ranges::all_of(*found, [](const Program* program) { return program->showsNothing; }))
+        return bareWindow(process);
+    return {};
+}
+
+AXUIElementRef focusedWindow(pid_t process) {
+    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    const auto found = programsOf(bus, process);
+    if (!found) return {};
+    const Bus::Budget budget(*bus, wholeQuery);
+    for (Program* program : *found)
+        if (auto window = at_spi::activeWindow(*bus, *program)) return windowReference(std::move(*window));
+    if (!isActive(process))
+        for (Program* program : *found)
+            if (auto window = at_spi::lastActiveWindow(*bus, *program))
+                return windowReference(std::move(*window));
+    return bareWindow(process);
+}
+
+bool askToShow(pid_t process) {
+    auto& session = at_spi::Session::shared();
+    Bus* bus = session.accessibilityBus();
+    const auto found = programsOf(bus, process);
+    if (!found || !session.enable()) return false;
+    const Bus::Budget budget(*bus, wholeQuery);
+    bool asked = false;
+    for (Program* program : *found) {
+        // Chromium starts to show its elements when somebody asks for a window's attributes, and for nothing
+        // less.
+        std::vector<at_spi::Question> questions;
+        for (const at_spi::Object& window : objectsIn(bus->ask(childrenOf(at_spi::rootOf(program->name)))))
+            questions.push_back(attributesOf(window));
+        bus->ask(std::move(questions));
+        program->askedToShow = asked = true;
+    }
+    return asked;
+}
+
+AXUIElementRef systemWideFocusedElement() {
+    const auto active = x11::windowProcess(x11::activeWindow());
+    if (active && *active != getpid())
+        if (auto element = focusedElement(*active)) return element;
+
+    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    if (bus == nullptr) return {};
+    const Bus::Budget budget(*bus, wholeQuery);
+    // Whoever asks here has given the active program its time; from now on its window stands for what it
+    // hides.
+    std::vector<Program*> others = programs().all(*bus);
+    for (Program* program : others)
+        if (program->process == active && program->askedToShow && !bus->owes(program->name)) {
+            program->showsNothing = true;
+            return bareWindow(*active);
+        }
+    std::erase_if(others, [&](const Program* program) { return program->process == active; });
+    return focusedAmong(*bus, others);
+}
+
+} // namespace platform::ax

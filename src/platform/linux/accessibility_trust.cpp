@@ -1,0 +1,27 @@
+#include "platform/accessibility.h"
+#include "platform/linux/accessibility_start.h"
+#include "platform/linux/at_spi_session.h"
+
+namespace platform {
+
+bool startAccessibility(std::string& whyNot) {
+    auto& session = at_spi::Session::shared();
+    session.keepListening();
+    if (!session.enable()) {
+        whyNot = session.whyNot().empty()
+                     ? "Other programs cannot be told to show their text: log out and in again."
+                     : session.whyNot();
+        return false;
+    }
+    return true;
+}
+
+bool AXIsProcessTrustedWithOptions(AXTrustedCheckOptions options) {
+    auto& session = at_spi::Session::shared();
+    if (session.isEnabled()) return true;
+    if (!options.kAXTrustedCheckOptionPrompt || !session.enable()) return false;
+    session.enableForGood();
+    return session.isEnabled();
+}
+
+} // namespace platform

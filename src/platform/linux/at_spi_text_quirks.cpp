@@ -1,0 +1,63 @@
+#include "platform/linux/at_spi_text.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace platform::at_spi {
+namespace {
+
+constexpr std::string_view filler = "\uFEFF";
+
+/// In UTF-8 exactly the characters beyond the basic plane start with such a byte.
+bool startsBeyondBasicPlane(char byte) { return (static_cast<unsigned char>(byte) & 0xF8U) == 0xF0; }
+bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
+
+/// The offsets in `text`, counted in characters, that Chromium reports as `reported`: two when the character
+/// before the second one is beyond the basic plane.
+std::vector<std::int64_t> meantBy(const std::string& text, std::int64_t reported) {
+    std::vector<std::int64_t> offsets;
+    std::int64_t offset = 0, shown = 0; // the same place, as it is and as Chromium reports it
+    if (reported == 0) offsets.push_back(0);
+    for (const char byte : text) {
+        if (continuesCharacter(byte)) continue;
+        ++offset;
+        if (!startsBeyondBasicPlane(byte)) ++shown;
+        if (shown == reported) offsets.push_back(offset);
+        if (shown > reported) break;
+    }
+    return offsets;
+}
+
+} // namespace
+
+std::string withoutFillers(std::string text) {
+    std::size_t end = 0; // of what is kept
+    bool beyond = false; // the character just kept is beyond the basic plane
+    for (std::size_t i = 0; i < text.size();) {
+        if (beyond && text.compare(i, filler.size(), filler) == 0) {
+            i += filler.size();
+            beyond = false;
+            continue;
+        }
+        if (!continuesCharacter(text[i])) beyond = startsBeyondBasicPlane(text[i]);
+        text[end++] = text[i++];
+    }
+    text.resize(end);
+    return text;
+}
+
+std::optional<CFRange> trueRange(const std::string& text, CFRange reported, std::int64_t caret) {
+    const std::int64_t reportedEnd = reported.location + reported.length;
+    const auto starts = meantBy(text, reported.location);
+    const auto ends = meantBy(text, reportedEnd);
+    std::vector<CFRange> possible;
+    for (const std::int64_t start : starts)
+        for (const std::int64_t end : ends)
+            if (start < end && (start == caret || end == caret)) possible.push_back({start, end - start});
+    if (possible.size() == 1) return possible.front();
+    // A version that reports the selection as it is.
+    if (possible.empty() && (reported.location == caret || reportedEnd == caret)) return reported;
+    return std::nullopt;
+}
+
+} // namespace platform::at_spi
