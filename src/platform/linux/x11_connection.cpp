@@ -11,7 +11,7 @@
 namespace platform::x11 {
 namespace {
 
-using FreeX = decltype([](void *data) { XFree(data); });
+using FreeX = decltype([](void* data) { XFree(data); });
 
 /// What is read of one property at most, in the protocol's units of four bytes.
 constexpr long longestProperty = 65536;
@@ -23,9 +23,9 @@ struct Property {
     unsigned long count = 0;
 };
 
-Property read(Display *display, ::Window window, Atom name) {
+Property read(Display* display, ::Window window, Atom name) {
     Property property;
-    unsigned char *data = nullptr;
+    unsigned char* data = nullptr;
     unsigned long left = 0;
     if (XGetWindowProperty(display, window, name, 0, longestProperty, False, AnyPropertyType, &property.type,
                            &property.format, &property.count, &left, &data) != Success)
@@ -37,10 +37,10 @@ Property read(Display *display, ::Window window, Atom name) {
 
 /// The process at the other end of the client's socket, as the server knows it. True also for a sandboxed
 /// program, whose own idea of its process identifier means something else out here.
-std::optional<pid_t> clientProcess(Display *display, ::Window window) {
+std::optional<pid_t> clientProcess(Display* display, ::Window window) {
     XResClientIdSpec wanted{window, XRES_CLIENT_ID_PID_MASK};
     long count = 0;
-    XResClientIdValue *ids = nullptr;
+    XResClientIdValue* ids = nullptr;
     if (XResQueryClientIds(display, 1, &wanted, &count, &ids) != Success) return std::nullopt;
     std::optional<pid_t> process;
     for (long i = 0; i < count; ++i)
@@ -49,7 +49,7 @@ std::optional<pid_t> clientProcess(Display *display, ::Window window) {
     return process;
 }
 
-std::string validUtf8(const std::string &bytes) {
+std::string validUtf8(const std::string& bytes) {
     const std::unique_ptr<char, decltype(&g_free)> valid(
         g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())), g_free);
     return valid.get();
@@ -57,7 +57,7 @@ std::string validUtf8(const std::string &bytes) {
 
 } // namespace
 
-Connection *Connection::shared() {
+Connection* Connection::shared() {
     static Connection connection;
     static const bool tried = [] {
         connection.display_ = XOpenDisplay(nullptr);
@@ -69,13 +69,13 @@ Connection *Connection::shared() {
     return &connection;
 }
 
-Atom Connection::atom(const char *name) {
-    for (const auto &[known, value] : atoms_)
+Atom Connection::atom(const char* name) {
+    for (const auto& [known, value] : atoms_)
         if (known == name) return value;
     return atoms_.emplace_back(name, XInternAtom(display_, name, False)).second;
 }
 
-bool Connection::succeeds(const std::function<void()> &requests) {
+bool Connection::succeeds(const std::function<void()>& requests) {
     const unsigned long first = XNextRequest(display_);
     requests();
     XSync(display_, False);
@@ -85,18 +85,18 @@ bool Connection::succeeds(const std::function<void()> &requests) {
 std::vector<unsigned long> Connection::values(::Window window, Atom name) {
     const Property property = read(display_, window, name);
     if (property.format != 32) return {};
-    const auto *first = reinterpret_cast<const unsigned long *>(property.data.get()); // Xlib hands out longs
+    const auto* first = reinterpret_cast<const unsigned long*>(property.data.get()); // Xlib hands out longs
     return {first, first + property.count};
 }
 
 std::optional<std::string> Connection::text(::Window window, Atom name) {
     const Property property = read(display_, window, name);
     if (property.format != 8) return std::nullopt;
-    return std::string(reinterpret_cast<const char *>(property.data.get()), property.count);
+    return std::string(reinterpret_cast<const char*>(property.data.get()), property.count);
 }
 
 ::Window activeWindow() {
-    Connection *connection = Connection::shared();
+    Connection* connection = Connection::shared();
     if (connection == nullptr) return None;
     // xfwm4 answers with two values; the first is the window.
     const auto windows = connection->values(connection->root(), connection->atom("_NET_ACTIVE_WINDOW"));
@@ -104,7 +104,7 @@ std::optional<std::string> Connection::text(::Window window, Atom name) {
 }
 
 ::Window focusedWindow() {
-    Connection *connection = Connection::shared();
+    Connection* connection = Connection::shared();
     if (connection == nullptr) return None;
     ::Window focus = None;
     int revertTo = 0;
@@ -113,7 +113,7 @@ std::optional<std::string> Connection::text(::Window window, Atom name) {
 }
 
 std::optional<pid_t> windowProcess(::Window window) {
-    Connection *connection = Connection::shared();
+    Connection* connection = Connection::shared();
     if (connection == nullptr || window == None) return std::nullopt;
     if (const auto process = clientProcess(connection->display(), window)) return process;
     const auto claimed = connection->values(window, connection->atom("_NET_WM_PID"));
@@ -122,14 +122,14 @@ std::optional<pid_t> windowProcess(::Window window) {
 }
 
 std::optional<std::string> windowTitle(::Window window) {
-    Connection *connection = Connection::shared();
+    Connection* connection = Connection::shared();
     if (connection == nullptr || window == None) return std::nullopt;
     if (const auto title = connection->text(window, connection->atom("_NET_WM_NAME")))
         return validUtf8(*title);
     XTextProperty property{};
     if (XGetWMName(connection->display(), window, &property) == 0) return std::nullopt;
     const std::unique_ptr<unsigned char, FreeX> owned(property.value);
-    char **lines = nullptr;
+    char** lines = nullptr;
     int count = 0;
     if (Xutf8TextPropertyToTextList(connection->display(), &property, &lines, &count) < Success)
         return std::nullopt;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <X11/Xlib.h>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -7,10 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include <X11/Xlib.h>
-
-// The host's own connection to the X server, apart from the toolkit's. Main thread only. It carries the hot key's
-// grab, the synthetic keystrokes, and questions about windows, so that they happen in the order they were asked.
+// The host's own connection to the X server, apart from the toolkit's. Main thread only. It carries the hot
+// key's grab, the synthetic keystrokes, and questions about windows, so that they happen in the order they
+// were asked.
 namespace platform::x11 {
 
 class Connection {
@@ -24,8 +25,8 @@ public:
     // The atom of that name; asked once, then remembered.
     Atom atom(const char* name);
 
-    // Runs `requests`, waits for the server to have done them, and returns true when none of them failed. Errors
-    // of this connection inside it never reach the default handler, which would end the program.
+    // Runs `requests`, waits for the server to have done them, and returns true when none of them failed.
+    // Errors of this connection inside it never reach the default handler, which would end the program.
     bool succeeds(const std::function<void()>& requests);
 
     // A property of 32-bit values (windows, atoms, cardinals); empty when absent or of another format.
@@ -47,7 +48,8 @@ private:
 // The window that has the keyboard focus (`XGetInputFocus`), or 0.
 ::Window focusedWindow();
 
-// The process that owns a window: `_NET_WM_PID`, else what the server knows of the client. Absent when unknown.
+// The process that owns a window: `_NET_WM_PID`, else what the server knows of the client. Absent when
+// unknown.
 std::optional<pid_t> windowProcess(::Window window);
 
 // The window's title as its program set it (`_NET_WM_NAME`, else `WM_NAME`).

@@ -11,7 +11,7 @@ namespace platform::x11 {
 namespace {
 
 struct LastError {
-    Display *display = nullptr;
+    Display* display = nullptr;
     unsigned long serial = 0;
 };
 
@@ -20,16 +20,16 @@ std::vector<LastError> kept;
 std::atomic<XErrorHandler> next = nullptr;
 
 /// Wants the mutex.
-LastError *find(Display *display) {
-    for (LastError &error : kept)
+LastError* find(Display* display) {
+    for (LastError& error : kept)
         if (error.display == display) return &error;
     return nullptr;
 }
 
-int onError(Display *display, XErrorEvent *event) {
+int onError(Display* display, XErrorEvent* event) {
     {
         std::lock_guard lock(mutex);
-        if (LastError *error = find(display)) {
+        if (LastError* error = find(display)) {
             error->serial = event->serial;
             return 0;
         }
@@ -46,7 +46,7 @@ int onError(Display *display, XErrorEvent *event) {
 
 /// The connection is lost: Xlib would end the program anyway, and any clean-up that talks to the server would
 /// hang or crash.
-int onLostConnection(Display *) {
+int onLostConnection(Display*) {
     static std::atomic_flag said = ATOMIC_FLAG_INIT;
     if (!said.test_and_set())
         std::fputs(
@@ -58,7 +58,7 @@ int onLostConnection(Display *) {
 
 } // namespace
 
-void keepErrors(Display *display) {
+void keepErrors(Display* display) {
     {
         std::lock_guard lock(mutex);
         if (find(display) == nullptr) kept.push_back({display, 0});
@@ -70,9 +70,9 @@ void keepErrors(Display *display) {
     }
 }
 
-bool failedSince(Display *display, unsigned long serial) {
+bool failedSince(Display* display, unsigned long serial) {
     std::lock_guard lock(mutex);
-    const LastError *error = find(display);
+    const LastError* error = find(display);
     return error != nullptr && error->serial >= serial;
 }
 

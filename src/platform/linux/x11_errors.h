@@ -9,10 +9,10 @@ namespace platform::x11 {
 /// From now on the errors of this connection are remembered instead of ending the program; those of every
 /// other connection go on to whoever handled errors before. Call it again when the toolkit may have taken the
 /// handler back: it costs nothing when nothing has changed.
-void keepErrors(Display *display);
+void keepErrors(Display* display);
 
 /// True when a request of this connection with this serial number (`XNextRequest`) or a later one has failed.
 /// Only replies that have arrived count: `XSync` first.
-bool failedSince(Display *display, unsigned long serial);
+bool failedSince(Display* display, unsigned long serial);
 
 } // namespace platform::x11

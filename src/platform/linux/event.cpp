@@ -1,0 +1,132 @@
+#include "platform/event.h"
+
+#include "platform/linux/front_window.h"
+#include "platform/linux/held_modifiers.h"
+#include "platform/linux/hot_key_events.h"
+#include "platform/linux/key_positions.h"
+#include "platform/linux/keystroke.h"
+#include "platform/linux/terminals.h"
+#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_keyboards.h"
+
+#include <X11/XKBlib.h>
+#include <X11/extensions/XTest.h>
+
+#include <ranges>
+#include <utility>
+
+namespace platform {
+namespace {
+
+using x11::Keystroke;
+
+bool takesSyntheticEvents() {
+    x11::Connection* connection = x11::Connection::shared();
+    int ignored = 0;
+    static const bool takes =
+        connection != nullptr &&
+        XTestQueryExtension(connection->display(), &ignored, &ignored, &ignored, &ignored) != False;
+    return takes;
+}
+
+/// One synthetic key press and its release.
+class Typist {
+public:
+    explicit Typist(Display* display) : display_(display) {}
+
+    void keyDown(const KeyboardEvent& event) {
+        keyUp(); // of an earlier one that never came up
+        const auto map = x11::Keymap::read(x11::syntheticKeyboard());
+        if (!map || goesToTerminal(event)) return;
+        x11::HotKeyEvents::shared().letKeyboardGo();
+        releaseHeldModifiers(*map);
+        unlockModifiers(map->lockMask());
+        for (const Keystroke& keystroke : keystrokesFor(event, *map)) {
+            release(std::exchange(down_, keystroke));
+            for (const KeyCode key : down_)
+                fake(key, true);
+        }
+        XFlush(display_);
+    }
+
+    void keyUp() {
+        if (down_.empty()) return;
+        release(std::exchange(down_, {}));
+        if (const unsigned locked = std::exchange(unlocked_, 0))
+            XkbLockModifiers(display_, XkbUseCoreKbd, locked, locked);
+        x11::HotKeyEvents::shared().keepHeldKeyAway();
+        XSync(display_, False);
+    }
+
+private:
+    static bool goesToTerminal(const KeyboardEvent& event) {
+        if ((event.flags & kCGEventFlagMaskCommand) == 0) return false;
+        const auto front = x11::frontWindow();
+        return front && x11::takesNoCopyKeys(front->window);
+    }
+
+    void fake(KeyCode key, bool press) {
+        XTestFakeKeyEvent(display_, key, press ? True : False, CurrentTime);
+    }
+
+    void release(const Keystroke& keys) {
+        for (const KeyCode key : std::views::reverse(keys))
+            fake(key, false);
+    }
+
+    /// Programs no longer see what the user holds. Nothing is pressed again afterwards: the user's own
+    /// release would not reach the synthetic keyboard, and the modifier would stay.
+    void releaseHeldModifiers(const x11::Keymap& map) {
+        char keys[32]{};
+        XQueryKeymap(display_, keys);
+        for (unsigned key = map.firstKey(); key <= map.lastKey(); ++key) {
+            const bool down = (static_cast<unsigned char>(keys[key / 8]) >> (key % 8) & 1) != 0;
+            const unsigned modifiers = map.modifiersOf(static_cast<KeyCode>(key));
+            if (down && modifiers != 0 && (modifiers & map.lockMask()) == 0)
+                fake(static_cast<KeyCode>(key), false);
+        }
+    }
+
+    /// Sticky keys hold modifiers without a finger on them. Caps Lock and Num Lock change no keystroke.
+    void unlockModifiers(unsigned locks) {
+        XkbStateRec state{};
+        if (XkbGetState(display_, XkbUseCoreKbd, &state) != Success) return;
+        if (const unsigned latched = state.latched_mods & ~locks)
+            XkbLatchModifiers(display_, XkbUseCoreKbd, latched, 0);
+        if ((unlocked_ = state.locked_mods & ~locks) != 0)
+            XkbLockModifiers(display_, XkbUseCoreKbd, unlocked_, 0);
+    }
+
+    Display* display_;
+    Keystroke down_;
+    unsigned unlocked_ = 0;
+};
+
+} // namespace
+
+std::optional<EventSource> CGEventSourceCreate(CGEventSourceStateID state) {
+    if (!takesSyntheticEvents()) return std::nullopt;
+    return EventSource{state};
+}
+
+std::optional<KeyboardEvent> CGEventCreateKeyboardEvent(const std::optional<EventSource>&, CGKeyCode keyCode,
+                                                        bool keyDown) {
+    if (!takesSyntheticEvents() || !x11::xKeyCode(keyCode)) return std::nullopt;
+    return KeyboardEvent{keyCode, keyDown, 0};
+}
+
+void CGEventSetFlags(KeyboardEvent& event, CGEventFlags flags) { event.flags = flags; }
+
+void CGEventPost(CGEventTapLocation, const KeyboardEvent& event) {
+    if (!takesSyntheticEvents()) return;
+    static Typist typist(x11::Connection::shared()->display());
+    if (event.keyDown) {
+        typist.keyDown(event);
+    } else {
+        typist.keyUp();
+    }
+}
+
+CGEventFlags Event::modifierFlags() { return x11::heldModifiers(); }
+
+} // namespace platform

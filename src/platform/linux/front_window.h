@@ -1,0 +1,21 @@
+#pragma once
+
+#include <X11/X.h>
+#include <sys/types.h>
+
+#include <optional>
+
+namespace platform::x11 {
+
+/// The window that gets what the user types.
+struct FrontWindow {
+    ::Window window = None;
+    pid_t process = 0;
+};
+
+/// The active window, provided that the keyboard focus is with its program too: then a keystroke posted now
+/// arrives there. Absent in between, while one of the two has moved and the other has not yet, and when no
+/// program has the focus.
+std::optional<FrontWindow> frontWindow();
+
+} // namespace platform::x11

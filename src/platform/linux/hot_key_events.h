@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/hot_key.h"
+#include "platform/linux/key_grab.h"
+#include "platform/linux/x11_event_source.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace platform::x11 {
+
+/// A registered combination, and whether its key is down since a press of it.
+struct HotKeyCombination {
+    HotKeyCombination(KeyCode key, std::uint32_t wanted) : grab(key), modifiers(wanted) {}
+
+    KeyGrab grab;
+    std::uint32_t modifiers; // as registered, whatever keys carry them at the moment
+    bool down = false;
+};
+
+using HotKeyHandler = std::function<OSStatus()>;
+
+/// The host's hot keys: what is registered, who handles presses, and the events in between. Main thread only.
+class HotKeyEvents {
+public:
+    static HotKeyEvents& shared();
+
+    /// Null when it cannot be had. It stays registered for as long as the caller keeps it.
+    std::shared_ptr<HotKeyCombination> add(KeyCode key, std::uint32_t modifiers);
+
+    /// A press runs the handler for as long as the caller keeps it.
+    std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
+
+    /// Makes synthetic keystrokes arrive at other programs: as long as the user keeps a hot key down, the
+    /// server sends every key to the host.
+    void letKeyboardGo();
+
+    /// After a synthetic keystroke: the hot key's own key, if still down, has lost its modifiers and would
+    /// soon repeat as plain typing into the other program. Keeps it away until it comes up.
+    void keepHeldKeyAway();
+
+private:
+    HotKeyEvents() = default;
+    void handle(const XEvent& event);
+    void pressed(const XKeyEvent& event);
+    void released(const XKeyEvent& event);
+    void keyboardChanged();
+    void watchHeldKey(const std::weak_ptr<HotKeyCombination>& combination);
+    std::vector<std::shared_ptr<HotKeyCombination>> combinations() const;
+
+    std::unique_ptr<EventLoopSource> events_;
+    std::vector<std::weak_ptr<HotKeyCombination>> combinations_;
+    std::vector<std::weak_ptr<HotKeyHandler>> handlers_;
+};
+
+} // namespace platform::x11

@@ -1,0 +1,71 @@
+#include "platform/linux/key_grab.h"
+
+#include "platform/linux/x11_connection.h"
+
+namespace platform::x11 {
+namespace {
+
+constexpr unsigned allModifiers =
+    ShiftMask | LockMask | ControlMask | Mod1Mask | Mod2Mask | Mod3Mask | Mod4Mask | Mod5Mask;
+
+} // namespace
+
+/// A grab matches its modifiers exactly, so there is one for every combination of the locks.
+void KeyGrab::request(bool grab) const {
+    Connection& connection = *Connection::shared();
+    for (unsigned locks = locks_;; locks = (locks - 1) & locks_) {
+        const unsigned modifiers = modifiers_ | locks;
+        if (grab)
+            XGrabKey(connection.display(), key_, modifiers, connection.root(), False, GrabModeAsync,
+                     GrabModeAsync);
+        else
+            XUngrabKey(connection.display(), key_, modifiers, connection.root());
+        if (locks == 0) break;
+    }
+}
+
+bool KeyGrab::grab(unsigned modifiers, unsigned locks) {
+    Connection* connection = Connection::shared();
+    if (connection == nullptr) return false;
+    release();
+    modifiers_ = modifiers;
+    locks_ = locks & ~modifiers;
+    held_ = connection->succeeds([this] { request(true); });
+    if (!held_) connection->succeeds([this] { request(false); });
+    return held_;
+}
+
+void KeyGrab::release() {
+    Connection* connection = Connection::shared();
+    if (!held_ || connection == nullptr) return;
+    narrow();
+    request(false);
+    XFlush(connection->display());
+    held_ = false;
+}
+
+void KeyGrab::widen() {
+    Connection* connection = Connection::shared();
+    if (!held_ || wide_ || connection == nullptr) return;
+    wide_ = connection->succeeds([&] {
+        XGrabKey(connection->display(), key_, AnyModifier, connection->root(), False, GrabModeAsync,
+                 GrabModeAsync);
+    });
+}
+
+void KeyGrab::narrow() {
+    Connection* connection = Connection::shared();
+    if (!wide_ || connection == nullptr) return;
+    wide_ = false;
+    // Letting go of any modifiers lets go of the combination too.
+    held_ = connection->succeeds([&] {
+        XUngrabKey(connection->display(), key_, AnyModifier, connection->root());
+        request(true);
+    });
+}
+
+bool KeyGrab::matches(const XKeyEvent& event) const {
+    return held_ && event.keycode == key_ && (event.state & allModifiers & ~locks_) == modifiers_;
+}
+
+} // namespace platform::x11

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/linux/x11_keymap.h"
+
+#include <X11/Xlib.h>
+
+#include <array>
+
+namespace platform::x11 {
+
+/// One key with modifiers, grabbed everywhere: the server sends it to the host alone. Destroying it lets it
+/// go. Caps Lock and Num Lock do not matter.
+class KeyGrab {
+public:
+    /// Nothing is grabbed yet.
+    explicit KeyGrab(KeyCode key) : key_(key) {}
+    ~KeyGrab() { release(); }
+    KeyGrab(const KeyGrab&) = delete;
+    KeyGrab& operator=(const KeyGrab&) = delete;
+
+    /// False, with nothing grabbed, when another program holds the combination.
+    bool grab(unsigned modifiers, unsigned locks);
+    void release();
+
+    /// Also takes the key with any other modifiers, or none, until `narrow`.
+    void widen();
+    void narrow();
+    bool isWide() const { return wide_; }
+
+    KeyCode key() const { return key_; }
+    /// True for a press of this combination.
+    bool matches(const XKeyEvent& event) const;
+    /// True when it is grabbed just like that.
+    bool holds(unsigned modifiers, unsigned locks) const {
+        return held_ && modifiers_ == modifiers && locks_ == locks;
+    }
+
+private:
+    void request(bool grab) const;
+
+    KeyCode key_;
+    unsigned modifiers_ = 0;
+    unsigned locks_ = 0;
+    bool held_ = false;
+    bool wide_ = false;
+};
+
+} // namespace platform::x11

@@ -1,0 +1,109 @@
+#include "platform/keyboard_layout.h"
+
+#include "platform/linux/key_positions.h"
+#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_keyboards.h"
+#include "platform/linux/x11_keymap.h"
+
+#include <xkbcommon/xkbcommon.h>
+
+#include <optional>
+#include <utility>
+
+namespace platform {
+
+/// One group of the keyboard that synthetic keystrokes come from: its map may differ from the real
+/// keyboards'.
+class UnicodeKeyLayout {
+public:
+    UnicodeKeyLayout(x11::Keymap map, unsigned group) : map_(std::move(map)), group_(group) {}
+
+    /// The character a key types; 0 for none, dead keys included.
+    char32_t character(KeyCode key, unsigned modifiers) const {
+        return xkb_keysym_to_utf32(static_cast<xkb_keysym_t>(map_.symbol(key, group_, modifiers)));
+    }
+
+    /// Most of the Latin letters can be typed: some Latin layouts lack a few, the others lack them all.
+    bool typesAsciiLetters() const {
+        int letters = 0;
+        for (unsigned key = map_.firstKey(); key <= map_.lastKey(); ++key) {
+            const char32_t character = this->character(static_cast<KeyCode>(key), 0);
+            if (character >= U'a' && character <= U'z') ++letters;
+        }
+        return letters > 13;
+    }
+
+private:
+    x11::Keymap map_;
+    unsigned group_;
+};
+
+class InputSource {
+public:
+    explicit InputSource(UnicodeKeyLayoutRef layout) : layout_(std::move(layout)) {}
+    const UnicodeKeyLayoutRef& layout() const { return layout_; }
+
+private:
+    UnicodeKeyLayoutRef layout_;
+};
+
+namespace {
+
+// Bits of a translation's modifier state.
+constexpr std::uint32_t shiftState = 0x02;
+constexpr std::uint32_t capsLockState = 0x04;
+
+unsigned currentGroup() {
+    x11::Connection* connection = x11::Connection::shared();
+    XkbStateRec state{};
+    if (connection == nullptr || XkbGetState(connection->display(), XkbUseCoreKbd, &state) != Success)
+        return 0;
+    return state.group;
+}
+
+std::u16string utf16(char32_t character) {
+    if (character < 0x10000) return {static_cast<char16_t>(character)};
+    character -= 0x10000;
+    return {static_cast<char16_t>(0xD800 + (character >> 10)),
+            static_cast<char16_t>(0xDC00 + (character & 0x3FF))};
+}
+
+} // namespace
+
+TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource() {
+    const auto map = x11::Keymap::read(x11::syntheticKeyboard());
+    if (!map) return nullptr;
+    const auto sourceOf = [&map](unsigned group) -> TISInputSourceRef {
+        auto layout = std::make_shared<const UnicodeKeyLayout>(*map, group);
+        if (!layout->typesAsciiLetters()) return nullptr;
+        return std::make_shared<const InputSource>(std::move(layout));
+    };
+    const unsigned current = currentGroup();
+    if (auto source = sourceOf(current)) return source;
+    for (unsigned group = 0; group < map->groups(); ++group)
+        if (auto source = group == current ? nullptr : sourceOf(group)) return source;
+    return nullptr;
+}
+
+UnicodeKeyLayoutRef TISGetInputSourceProperty(const TISInputSourceRef& source, InputSourceProperty) {
+    return source ? source->layout() : nullptr;
+}
+
+std::uint8_t LMGetKbdType() { return 0; } // the map already belongs to one keyboard
+
+std::optional<std::u16string> UCKeyTranslate(const UnicodeKeyLayout& layout, CGKeyCode keyCode, KeyAction,
+                                             std::uint32_t modifierState, std::uint8_t, std::uint32_t,
+                                             std::uint32_t& deadKeyState, std::size_t maximumLength) {
+    const auto key = x11::xKeyCode(keyCode);
+    if (!key) return std::nullopt;
+    deadKeyState = 0;
+    const unsigned modifiers = ((modifierState & shiftState) != 0 ? ShiftMask : 0U) |
+                               ((modifierState & capsLockState) != 0 ? LockMask : 0U);
+    const char32_t character = layout.character(*key, modifiers);
+    if (character == 0) return std::u16string();
+    std::u16string units = utf16(character);
+    if (units.size() > maximumLength) return std::nullopt;
+    return units;
+}
+
+} // namespace platform
