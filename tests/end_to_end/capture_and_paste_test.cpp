@@ -110,6 +110,37 @@ TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
         << fields.dump();
 }
 
+TEST_F(CaptureAndPaste, ATerminalsProgramIsNotInterrupted) {
+    TemporaryFolder folder;
+    const std::string told = folder / "told";
+    Process terminal({"xterm", "-e", "sh", "-c",
+                      "trap 'echo interrupted >>\"$0\"' INT; echo started >>\"$0\"; "
+                      "while :; do read -r line; echo \"$line\" >>\"$0\"; done",
+                      told});
+    ASSERT_TRUE(waitUntil([&] { return !desktop.windows(terminal.pid()).empty(); })) << terminal.output();
+    ASSERT_TRUE(desktop.activate(desktop.windows(terminal.pid()).front()));
+    ASSERT_TRUE(waitUntil([&] { return readFile(told) == "started\n"; }));
+    EXPECT_EQ(textOf(capture(), "source"), "clipboard");
+    for (const char* key : {"o", "k", "Return"})
+        desktop.press(key);
+    EXPECT_TRUE(waitUntil([&] { return readFile(told).ends_with("ok\n"); }));
+    EXPECT_THAT(readFile(told), Not(HasSubstr("interrupted")));
+}
+
+// Where the keys lie that copy and paste differs, and so does where the hot key is looked for.
+TEST_F(CaptureAndPaste, WorksOnOtherKeyboards) {
+    for (const std::string layout : {"de", "fr", "us -variant dvorak", "us,ru", "ru,us"}) {
+        ASSERT_EQ(std::system(("setxkbmap -layout " + layout).c_str()), 0);
+        Fields fields({"textview=old text"}, layout);
+        const EncodableValue got = capture();
+        EXPECT_EQ(textOf(got, "text"), "old text") << layout;
+        EXPECT_EQ(paste("new text", textOf(got, "token")), pasted) << layout;
+        EXPECT_TRUE(waitUntil([&] { return fields.dump().find("\"new text\"") != std::string::npos; }))
+            << layout << ": " << fields.dump();
+    }
+    ASSERT_EQ(std::system("setxkbmap -layout us -variant ''"), 0);
+}
+
 TEST_F(CaptureAndPaste, WorksInAnEditorThatKnowsNothingOfThis) {
     TemporaryFolder folder;
     const std::string text = "keep this\nteh words\nand this\n";

@@ -82,6 +82,19 @@ public:
         return result;
     }
 
+    // Asks the window manager, as a task bar does.
+    void request(const char* message, WindowId window, long first, long second) const {
+        XEvent event{};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.message_type = atom(message);
+        event.xclient.format = 32;
+        event.xclient.data.l[0] = first;
+        event.xclient.data.l[1] = second;
+        XSendEvent(display, root, False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
+        XSync(display, False);
+    }
+
     bool isAncestor(WindowId ancestor, WindowId window) const {
         while (window != None && window != root && window != ancestor) {
             WindowId parent = None, unused = None;
@@ -158,15 +171,14 @@ bool Desktop::isHidden(WindowId window) {
            attributes.map_state != IsViewable;
 }
 
+void Desktop::close(WindowId window) {
+    constexpr long byTheUser = 2;
+    server_->request("_NET_CLOSE_WINDOW", window, CurrentTime, byTheUser);
+}
+
 bool Desktop::activate(WindowId window) {
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = server_->atom("_NET_ACTIVE_WINDOW");
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = 2; // as a task bar
-    XSendEvent(server_->display, server_->root, False, SubstructureRedirectMask | SubstructureNotifyMask,
-               &event);
+    constexpr long byTheUser = 2;
+    server_->request("_NET_ACTIVE_WINDOW", window, byTheUser, CurrentTime);
     return waitUntil([&] {
         WindowId focused = None;
         int unused = 0;

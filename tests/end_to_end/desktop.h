@@ -39,6 +39,9 @@ public:
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 
+    // Presses the window's close button.
+    void close(WindowId window);
+
     // The pasteboard's text ("CLIPBOARD"), or the text selected right now ("PRIMARY");
     // absent when there is none.
     std::optional<std::string> text(const char* selection);

@@ -8,8 +8,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
-
 namespace e2e {
 namespace {
 
@@ -94,20 +92,6 @@ TEST(Socket, TheHostEndsWithItsInterfaceAndWithItsStatus) {
     host.exitInterface(0);
     EXPECT_EQ(host.process().exitStatus(), 0);
     EXPECT_FALSE(std::filesystem::exists(path)) << "the socket was left behind";
-}
-
-TEST(Quit, AsksTheInterfaceAndEndsWhenItAgrees) {
-    Host host;
-    host.call("initialize");
-    host.process().signal(SIGTERM);
-    ASSERT_TRUE(host.nextCall("quit"));
-    host.call("cancelQuit");
-    EXPECT_FALSE(host.process().exitStatus(milliseconds(300))) << "it ended although the interface refused";
-
-    host.process().signal(SIGTERM);
-    ASSERT_TRUE(host.nextCall("quit"));
-    EXPECT_EQ(host.call("quit"), CallOutcome(EncodableValue())) << "the answer must come before the end";
-    EXPECT_EQ(host.process().exitStatus(), 0);
 }
 
 } // namespace

@@ -1,0 +1,69 @@
+// The host's window as the person in front of it sees it.
+#include "end_to_end/desktop.h"
+#include "end_to_end/fields.h"
+#include "end_to_end/host.h"
+
+#include <gtest/gtest.h>
+
+namespace e2e {
+namespace {
+
+using flutter::CallOutcome;
+using flutter::EncodableMap;
+using flutter::EncodableValue;
+
+class HostWindow : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(waitUntil([&] { return !desktop.windows(host.process().pid()).empty(); }));
+        window = desktop.windows(host.process().pid()).front();
+    }
+
+    bool isActive() { return desktop.activeWindow() == window; }
+
+    Desktop desktop;
+    Host host;
+    WindowId window = 0;
+};
+
+const CallOutcome null = EncodableValue();
+
+TEST_F(HostWindow, HidesAndComesBackInFrontOfOthers) {
+    Fields fields({"entry"});
+    EXPECT_EQ(host.call("show"), null);
+    EXPECT_TRUE(waitUntil([&] { return isActive(); })) << "the window did not come to the front";
+
+    EXPECT_EQ(host.call("hide"), null);
+    EXPECT_EQ(host.nextCall("close"), EncodableValue(EncodableMap{}));
+    EXPECT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
+
+    EXPECT_EQ(host.call("show"), null);
+    EXPECT_TRUE(waitUntil([&] { return isActive() && !desktop.isHidden(window); }));
+}
+
+TEST_F(HostWindow, TakesItsTitleFromTheInterface) {
+    EXPECT_EQ(host.call("localize", EncodableMap{{"tooltip", "\xE6\x96\x87"}, {"nativeView", "V"}}), null);
+    EXPECT_TRUE(waitUntil([&] { return desktop.title(window) == "\xE6\x96\x87"; })) << desktop.title(window);
+}
+
+TEST_F(HostWindow, ItsCloseButtonAsksTheInterface) {
+    host.call("initialize");
+    desktop.close(window);
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.call("cancelQuit"), null);
+    EXPECT_FALSE(desktop.isHidden(window)) << "it closed although the interface refused";
+
+    desktop.close(window);
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.call("quit"), null) << "the answer must come before the end";
+    EXPECT_EQ(host.process().exitStatus(), 0);
+}
+
+TEST_F(HostWindow, ItsCloseButtonQuitsBeforeTheInterfaceIsReady) {
+    desktop.close(window);
+    EXPECT_EQ(host.process().exitStatus(), 0);
+    EXPECT_FALSE(host.nextCall("quit", milliseconds(0)));
+}
+
+} // namespace
+} // namespace e2e
