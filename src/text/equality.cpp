@@ -77,9 +77,9 @@ private:
 } // namespace
 
 bool equalStrings(std::string_view a, std::string_view b) {
+    if (a == b) return true;
     const auto common = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
     auto start = static_cast<std::size_t>(common);
-    if (start == a.size() && start == b.size()) return true;
     const auto* normalizer = composition();
     if (!normalizer) return false;
 

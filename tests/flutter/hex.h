@@ -23,8 +23,9 @@ inline std::vector<std::uint8_t> operator+(std::vector<std::uint8_t> a, const st
 }
 
 inline std::vector<std::uint8_t> repeated(std::string_view text, std::size_t times) {
+    const auto one = hex(text);
     std::vector<std::uint8_t> all;
-    for (const auto one = hex(text); times > 0; --times)
-        all = std::move(all) + one;
+    for (; times > 0; --times)
+        all.insert(all.end(), one.begin(), one.end());
     return all;
 }

@@ -218,9 +218,8 @@ TEST(StandardCodec, KeepsTheLastOfDuplicateKeysInTheFirstOnesPlace) {
     EXPECT_EQ(map, EncodableValue(EncodableMap{{"a", false}, {"b", false}, {1, nullptr}}));
 
     constexpr std::uint32_t count = 200'000; // a walk per pair would take minutes
-    EXPECT_EQ(
-        decodeMessage(hex("0dff400d0300") + repeated("0a000000000000000001", 0) + repeated("0001", count)),
-        EncodableValue(EncodableMap{{nullptr, true}}));
+    EXPECT_EQ(decodeMessage(hex("0dff400d0300") + repeated("0001", count)),
+              EncodableValue(EncodableMap{{nullptr, true}}));
     std::vector<EncodableMap::Pair> pairs;
     for (std::uint32_t key = 0; key < count; ++key)
         pairs.emplace_back(key, key);
