@@ -1,16 +1,18 @@
 // Another program's clipboard, through GTK.
 //
-//   gtk_pasteboard own             reads representations from standard input, each a line "TARGET TYPE FORMAT LENGTH"
-//                                  and LENGTH bytes; says "ready" when it owns them, and serves them until it is ended
-//   gtk_pasteboard read TARGET     prints "TYPE FORMAT" on a line and then the bytes; exits 1 when there is nothing
-//   gtk_pasteboard targets         prints one target a line, in the owner's order
+//   gtk_pasteboard own             reads representations from standard input, each a line "TARGET TYPE FORMAT
+//   LENGTH"
+//                                  and LENGTH bytes; says "ready" when it owns them, and serves them until it
+//                                  is ended
+//   gtk_pasteboard read TARGET     prints "TYPE FORMAT" on a line and then the bytes; exits 1 when there is
+//   nothing gtk_pasteboard targets         prints one target a line, in the owner's order
+#include <gtk/gtk.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
 #include <string>
 #include <vector>
-
-#include <gtk/gtk.h>
 
 namespace {
 
@@ -28,21 +30,23 @@ GtkClipboard* clipboard() { return gtk_clipboard_get(GDK_SELECTION_CLIPBOARD); }
 // GTK keeps 32-bit units in longs, as Xlib does.
 std::string widened(const std::string& bytes) {
     std::string longs;
-    for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4) longs += bytes.substr(at, 4) + std::string(4, '\0');
+    for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4)
+        longs += bytes.substr(at, 4) + std::string(4, '\0');
     return longs;
 }
 
 std::string narrowed(const std::string& longs) {
     std::string bytes;
-    for (std::size_t at = 0; at + 8 <= longs.size(); at += 8) bytes += longs.substr(at, 4);
+    for (std::size_t at = 0; at + 8 <= longs.size(); at += 8)
+        bytes += longs.substr(at, 4);
     return bytes;
 }
 
 void serve(GtkClipboard*, GtkSelectionData* selection, guint index, gpointer data) {
     const Representation& wanted = (*static_cast<std::vector<Representation>*>(data))[index];
     const std::string bytes = wanted.format == 32 ? widened(wanted.bytes) : wanted.bytes;
-    gtk_selection_data_set(selection, atom(wanted.type), wanted.format, reinterpret_cast<const guchar*>(bytes.data()),
-                           static_cast<gint>(bytes.size()));
+    gtk_selection_data_set(selection, atom(wanted.type), wanted.format,
+                           reinterpret_cast<const guchar*>(bytes.data()), static_cast<gint>(bytes.size()));
 }
 
 int own() {
@@ -57,8 +61,8 @@ int own() {
     std::vector<GtkTargetEntry> targets;
     for (Representation& one : contents)
         targets.push_back({one.target.data(), 0, static_cast<guint>(targets.size())});
-    if (!gtk_clipboard_set_with_data(clipboard(), targets.data(), static_cast<guint>(targets.size()), serve, nullptr,
-                                     &contents))
+    if (!gtk_clipboard_set_with_data(clipboard(), targets.data(), static_cast<guint>(targets.size()), serve,
+                                     nullptr, &contents))
         return 1;
     gdk_display_sync(gdk_display_get_default());
     std::cout << "ready" << std::endl;
@@ -82,7 +86,8 @@ int targets() {
     GdkAtom* names = nullptr;
     gint count = 0;
     if (!gtk_clipboard_wait_for_targets(clipboard(), &names, &count)) return 1;
-    for (gint index = 0; index < count; ++index) std::cout << gdk_atom_name(names[index]) << '\n';
+    for (gint index = 0; index < count; ++index)
+        std::cout << gdk_atom_name(names[index]) << '\n';
     return 0;
 }
 

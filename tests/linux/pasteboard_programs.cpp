@@ -1,0 +1,233 @@
+#include "linux/pasteboard_programs.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+
+namespace pasteboard_test {
+
+namespace {
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+} // namespace
+
+Program::Program(const std::vector<std::string>& arguments, const std::string& input) {
+    std::array<int, 2> in{}, out{};
+    if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0)
+        throw std::runtime_error("no pipe");
+    std::vector<char*> line{const_cast<char*>(GTK_PASTEBOARD)};
+    for (const std::string& argument : arguments)
+        line.push_back(const_cast<char*>(argument.c_str()));
+    line.push_back(nullptr);
+    pid_ = fork();
+    if (pid_ == 0) {
+        dup2(in[0], 0);
+        dup2(out[1], 1);
+        execv(line[0], line.data());
+        _exit(127);
+    }
+    close(in[0]);
+    close(out[1]);
+    output_ = out[0];
+    for (std::size_t done = 0; done < input.size();) {
+        const ssize_t count = write(in[1], input.data() + done, input.size() - done);
+        if (count <= 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    close(in[1]);
+}
+
+Program::~Program() {
+    if (pid_ > 0) {
+        kill(pid_, SIGKILL);
+        waitpid(pid_, nullptr, 0);
+    }
+    close(output_);
+}
+
+std::string Program::readLine() {
+    std::string line;
+    for (char character = 0; read(output_, &character, 1) == 1 && character != '\n';)
+        line += character;
+    return line;
+}
+
+std::optional<std::string> Program::finish() {
+    std::string all;
+    std::array<char, 65536> piece{};
+    for (ssize_t count = 0; (count = read(output_, piece.data(), piece.size())) > 0;)
+        all.append(piece.data(), static_cast<std::size_t>(count));
+    int status = 0;
+    waitpid(pid_, &status, 0);
+    pid_ = -1;
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
+    return all;
+}
+
+void Program::signal(int number) const { kill(pid_, number); }
+
+namespace {
+
+std::string described(const std::vector<Representation>& contents) {
+    std::string text;
+    for (const auto& [target, type, format, bytes] : contents)
+        text += target + ' ' + type + ' ' + std::to_string(format) + ' ' + std::to_string(bytes.size()) +
+                '\n' + bytes;
+    return text;
+}
+
+} // namespace
+
+Owning::Owning(const std::vector<Representation>& contents) : Program({"own"}, described(contents)) {
+    if (readLine() != "ready") throw std::runtime_error("the program does not own the clipboard");
+}
+
+std::optional<Representation> given(const std::string& target) {
+    const auto output = Program({"read", target}).finish();
+    if (!output) return std::nullopt;
+    const auto line = output->find('\n');
+    const auto space = output->rfind(' ', line);
+    return Representation{target, output->substr(0, space), std::stoi(output->substr(space, line - space)),
+                          output->substr(line + 1)};
+}
+
+std::vector<std::string> givenTargets() {
+    const std::string output = Program({"targets"}).finish().value_or("");
+    std::vector<std::string> names;
+    for (std::size_t at = 0, end = 0; (end = output.find('\n', at)) != std::string::npos; at = end + 1)
+        names.push_back(output.substr(at, end - at));
+    return names;
+}
+
+RawClient::RawClient() : connection_(xcb_connect(nullptr, nullptr)), window_(xcb_generate_id(connection_)) {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen->root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(connection_);
+}
+
+RawClient::~RawClient() { xcb_disconnect(connection_); }
+
+xcb_atom_t RawClient::atom(const std::string& name) {
+    const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    return std::unique_ptr<xcb_intern_atom_reply_t, Free>(xcb_intern_atom_reply(connection_, cookie, nullptr))
+        ->atom;
+}
+
+xcb_window_t RawClient::owner() {
+    const auto cookie = xcb_get_selection_owner(connection_, atom("CLIPBOARD"));
+    return std::unique_ptr<xcb_get_selection_owner_reply_t, Free>(
+               xcb_get_selection_owner_reply(connection_, cookie, nullptr))
+        ->owner;
+}
+
+void RawClient::own(const std::string& selection) {
+    xcb_set_selection_owner(connection_, window_, atom(selection), XCB_CURRENT_TIME);
+    owner();
+}
+
+template <class Event>
+Event RawClient::next(std::uint8_t type, bool (*matches)(const Event&, xcb_atom_t), xcb_atom_t value) {
+    xcb_flush(connection_);
+    while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_wait_for_event(connection_)}) {
+        if ((event->response_type & 0x7F) != type) continue;
+        const Event& wanted = reinterpret_cast<const Event&>(*event);
+        if (matches(wanted, value)) return wanted;
+    }
+    return {};
+}
+
+xcb_atom_t RawClient::convert(const std::string& selection, const std::string& target) {
+    xcb_convert_selection(connection_, window_, atom(selection), atom(target), atom("ANSWER"),
+                          XCB_CURRENT_TIME);
+    using Notice = xcb_selection_notify_event_t;
+    return next<Notice>(
+               XCB_SELECTION_NOTIFY, [](const Notice&, xcb_atom_t) { return true; }, 0)
+        .property;
+}
+
+void RawClient::set(xcb_window_t window, xcb_atom_t property, const std::string& type,
+                    const std::vector<xcb_atom_t>& values) {
+    // A program that serves in pieces watches the window for the deletions.
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &events);
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, atom(type), 32,
+                        static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+void RawClient::set(xcb_window_t window, xcb_atom_t property, const std::string& type,
+                    const std::string& bytes) {
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, atom(type), 8,
+                        static_cast<std::uint32_t>(bytes.size()), bytes.data());
+    xcb_flush(connection_);
+}
+
+namespace {
+
+using PropertyReply = std::unique_ptr<xcb_get_property_reply_t, Free>;
+
+PropertyReply read(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property) {
+    const auto cookie =
+        xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 20);
+    return PropertyReply(xcb_get_property_reply(connection, cookie, nullptr));
+}
+
+} // namespace
+
+std::string RawClient::bytes(xcb_atom_t property) {
+    const auto reply = read(connection_, window_, property);
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+std::string RawClient::typeName(xcb_atom_t property) {
+    const auto cookie = xcb_get_atom_name(connection_, read(connection_, window_, property)->type);
+    const std::unique_ptr<xcb_get_atom_name_reply_t, Free> reply(
+        xcb_get_atom_name_reply(connection_, cookie, nullptr));
+    if (!reply) return "";
+    return {xcb_get_atom_name_name(reply.get()),
+            static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))};
+}
+
+xcb_selection_request_event_t RawClient::nextRequest() {
+    using Request = xcb_selection_request_event_t;
+    return next<Request>(
+        XCB_SELECTION_REQUEST, [](const Request&, xcb_atom_t) { return true; }, 0);
+}
+
+void RawClient::notify(const xcb_selection_request_event_t& request, bool done) {
+    std::array<char, 32> bytes{};
+    auto& notice = reinterpret_cast<xcb_selection_notify_event_t&>(bytes);
+    notice = {XCB_SELECTION_NOTIFY,
+              0,
+              0,
+              request.time,
+              request.requestor,
+              request.selection,
+              request.target,
+              done ? request.property : xcb_atom_t{XCB_NONE}};
+    xcb_send_event(connection_, 0, request.requestor, 0, bytes.data());
+    xcb_flush(connection_);
+}
+
+void RawClient::waitDeleted(xcb_window_t, xcb_atom_t property) {
+    using Notice = xcb_property_notify_event_t;
+    next<Notice>(
+        XCB_PROPERTY_NOTIFY,
+        [](const Notice& notice, xcb_atom_t atom) {
+            return notice.state == XCB_PROPERTY_DELETE && notice.atom == atom;
+        },
+        property);
+}
+
+} // namespace pasteboard_test

@@ -1,0 +1,83 @@
+// Other programs on the pasteboard: real GTK ones, and a raw X client that can misbehave.
+#pragma once
+
+#include <sys/types.h>
+#include <xcb/xcb.h>
+
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace pasteboard_test {
+
+struct Representation {
+    std::string target;
+    std::string type;
+    int format = 8;
+    std::string bytes;
+
+    bool operator==(const Representation&) const = default;
+};
+
+// A GTK program; killed with its object.
+class Program {
+public:
+    explicit Program(const std::vector<std::string>& arguments, const std::string& input = {});
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    std::string readLine();
+    // All it prints until it ends; absent when it fails.
+    std::optional<std::string> finish();
+    void signal(int number) const;
+
+private:
+    pid_t pid_ = -1;
+    int output_ = -1;
+};
+
+// Owns the clipboard once constructed.
+class Owning : public Program {
+public:
+    explicit Owning(const std::vector<Representation>& contents);
+};
+
+// What another program is given for that target.
+std::optional<Representation> given(const std::string& target);
+std::vector<std::string> givenTargets();
+
+// A client of the X server with no library's manners.
+class RawClient {
+public:
+    RawClient();
+    ~RawClient();
+    RawClient(const RawClient&) = delete;
+    RawClient& operator=(const RawClient&) = delete;
+
+    xcb_atom_t atom(const std::string& name);
+    xcb_window_t owner();
+    void own(const std::string& selection);
+    // Converts and waits for the notice; the property it was answered in, or none.
+    xcb_atom_t convert(const std::string& selection, const std::string& target);
+    void set(xcb_window_t window, xcb_atom_t property, const std::string& type,
+             const std::vector<xcb_atom_t>& values);
+    void set(xcb_window_t window, xcb_atom_t property, const std::string& type, const std::string& bytes);
+    std::string bytes(xcb_atom_t property);
+    std::string typeName(xcb_atom_t property);
+    // The next request for what it owns.
+    xcb_selection_request_event_t nextRequest();
+    void notify(const xcb_selection_request_event_t& request, bool done);
+    // Waits until somebody has deleted the property.
+    void waitDeleted(xcb_window_t window, xcb_atom_t property);
+    xcb_window_t window() const { return window_; }
+
+private:
+    template <class Event>
+    Event next(std::uint8_t type, bool (*matches)(const Event&, xcb_atom_t), xcb_atom_t value);
+    xcb_connection_t* connection_;
+    xcb_window_t window_;
+};
+
+} // namespace pasteboard_test

@@ -1,0 +1,347 @@
+#include "linux/pasteboard_programs.h"
+#include "platform/pasteboard.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <gtk/gtk.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+namespace platform {
+namespace {
+
+using namespace std::chrono_literals;
+using namespace pasteboard_test;
+using testing::ElementsAre;
+using testing::Optional;
+
+Pasteboard& pasteboard() { return Pasteboard::generalPasteboard(); }
+
+std::string patternOf(std::size_t size) {
+    std::string bytes(size, '\0');
+    for (std::size_t at = 0; at < size; ++at)
+        bytes[at] = static_cast<char>(at * 7 + at / 251);
+    return bytes;
+}
+
+Representation text(const std::string& bytes) { return {"UTF8_STRING", "UTF8_STRING", 8, bytes}; }
+
+using Pairs = std::vector<std::pair<PasteboardType, Data>>;
+
+/// Everything on the pasteboard, read as a program that wants to put it back does.
+Pairs snapshot() {
+    Pairs pairs;
+    for (const PasteboardItem& item : pasteboard().pasteboardItems().value_or(std::vector<PasteboardItem>{}))
+        for (const PasteboardType& type : item.types())
+            if (auto data = item.dataForType(type)) pairs.emplace_back(type, std::move(*data));
+    return pairs;
+}
+
+void restore(const Pairs& pairs) {
+    pasteboard().clearContents();
+    if (pairs.empty()) return;
+    PasteboardItem item;
+    for (const auto& [type, data] : pairs)
+        item.setData(data, type);
+    pasteboard().writeObjects({&item, 1});
+}
+
+std::chrono::milliseconds took(const std::function<void()>& act) {
+    const auto start = std::chrono::steady_clock::now();
+    act();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+}
+
+template <class Condition>
+bool becomes(Condition condition) {
+    for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(5ms);
+    }
+    return false;
+}
+
+std::optional<std::string> hostText() { return pasteboard().stringForType(PasteboardTypeString); }
+
+class PasteboardTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!std::getenv("DISPLAY")) GTEST_SKIP() << "needs an X server: run under script/virtual-desktop";
+        pasteboard().clearContents();
+    }
+};
+
+TEST_F(PasteboardTest, EveryRepresentationComesBackExactly) {
+    const std::vector<Representation> copied = {
+        {"application/x-units", "INTEGER", 32, patternOf(400)},
+        {"image/bmp", "image/bmp", 8, patternOf(7'000'000)},
+        text("Grüße\n"),
+        {"text/html", "text/html", 8,
+         "<b>Gr\xC3\xBC\xC3\x9F"
+         "e</b>"},
+        {"application/x-nothing", "application/x-nothing", 8, ""},
+        {"application/x-shorts", "CARDINAL", 16, patternOf(300'002)},
+        {"application/x-odd", "STRING", 8, patternOf(262'145)},
+    };
+    std::vector<std::string> targets;
+    Pairs pairs;
+    {
+        const Owning program(copied);
+        targets = givenTargets();
+        pairs = snapshot();
+    }
+    ASSERT_EQ(pairs.size(), copied.size());
+    restore(pairs);
+    for (std::size_t index = 0; index < copied.size(); ++index) {
+        EXPECT_EQ(pairs[index].first, copied[index].target) << "the owner's order";
+        EXPECT_TRUE(given(copied[index].target) == copied[index]) << copied[index].target;
+    }
+    EXPECT_TRUE(std::equal(copied.rbegin(), copied.rend(), targets.rbegin(),
+                           [](const auto& one, const std::string& name) { return one.target == name; }));
+    auto now = givenTargets();
+    EXPECT_TRUE(std::equal(copied.rbegin(), copied.rend(), now.rbegin(),
+                           [](const auto& one, const std::string& name) { return one.target == name; }));
+    EXPECT_EQ(now.size(), copied.size() + 3)
+        << "a target of our own would show that the contents were replaced";
+    EXPECT_TRUE(snapshot() == pairs) << "read back from ourselves";
+}
+
+TEST_F(PasteboardTest, ServesSeveralProgramsWhileTheMainThreadSleeps) {
+    const std::string large = patternOf(3'000'000);
+    PasteboardItem item;
+    item.setData({{large.begin(), large.end()}, "image/bmp/8"}, "image/bmp");
+    ASSERT_TRUE(pasteboard().writeObjects({&item, 1}));
+    Program first({"read", "image/bmp"});
+    Program second({"read", "image/bmp"});
+    Program third({"read", "image/bmp"});
+    for (Program* program : {&third, &second, &first})
+        EXPECT_TRUE(program->finish() == "image/bmp 8\n" + large);
+}
+
+TEST_F(PasteboardTest, TextIsUnderstoodInEveryFormOthersGiveIt) {
+    const struct {
+        Representation copied;
+        std::optional<std::string> read;
+    } cases[] = {
+        {text(" two\nlines \n"), " two\nlines \n"},
+        {text(""), ""},
+        {{"text/plain;charset=utf-8", "text/plain;charset=utf-8", 8, "Żółw"}, "Żółw"},
+        {{"STRING", "STRING", 8, "na\xEFve"}, "naïve"},
+        {{"UTF8_STRING", "STRING", 8, "na\xEFve"}, "naïve"},
+        {text(std::string("counted\0", 8)), "counted"},
+        {text("bro\xFFken"), "bro\xEF\xBF\xBDken"},
+        {text(std::string(1'500'000, 'x')), std::string(1'500'000, 'x')},
+        {{"image/png", "image/png", 8, "no text"}, std::nullopt},
+    };
+    for (const auto& [copied, read] : cases) {
+        const Owning program({copied});
+        EXPECT_TRUE(hostText() == read) << copied.target << ' ' << copied.bytes.substr(0, 20);
+    }
+}
+
+TEST_F(PasteboardTest, AStringReachesProgramsByEveryNameOfText) {
+    pasteboard().clearContents();
+    ASSERT_TRUE(pasteboard().setString("Ünïcode – €", PasteboardTypeString));
+    EXPECT_THAT(given("UTF8_STRING"), Optional(text("Ünïcode – €")));
+    EXPECT_THAT(given("TEXT"), Optional(Representation{"TEXT", "UTF8_STRING", 8, "Ünïcode – €"}));
+    EXPECT_THAT(given("STRING"), Optional(Representation{"STRING", "STRING", 8,
+                                                         "\xDCn\xEF"
+                                                         "code ? ?"}));
+    EXPECT_EQ(given("text/plain")->bytes, "Ünïcode – €");
+    EXPECT_EQ(hostText(), "Ünïcode – €");
+    pasteboard().clearContents();
+    ASSERT_TRUE(pasteboard().setString("", PasteboardTypeString));
+    EXPECT_THAT(given("UTF8_STRING"), Optional(text("")));
+    EXPECT_EQ(hostText(), "");
+}
+
+TEST_F(PasteboardTest, EveryChangeCountsAndNoneIsLost) {
+    RawClient other;
+    const auto counted = [](const std::function<void()>& act) {
+        const auto before = pasteboard().changeCount();
+        act();
+        return pasteboard().changeCount() - before;
+    };
+    EXPECT_EQ(counted([] {}), 0);
+    EXPECT_EQ(counted([] { pasteboard().clearContents(); }), 1);
+    EXPECT_EQ(counted([] { pasteboard().setString("x", PasteboardTypeString); }), 1);
+    EXPECT_EQ(counted([] { restore({{"text/plain", {{1}, {}}}}); }), 2);
+    EXPECT_EQ(counted([&] { other.own("CLIPBOARD"); }), 1);
+    EXPECT_EQ(counted([&] {
+                  for (int i = 0; i < 500; ++i)
+                      other.own("CLIPBOARD");
+              }),
+              500);
+    EXPECT_EQ(counted([&] { RawClient().own("CLIPBOARD"); }), 2) << "it came and died";
+    EXPECT_EQ(counted([&] { other.own("PRIMARY"); }), 0);
+}
+
+TEST_F(PasteboardTest, AClearedPasteboardIsEmptyButOwned) {
+    const Owning program({text("old")});
+    pasteboard().clearContents();
+    RawClient other;
+    EXPECT_NE(other.owner(), XCB_NONE) << "clipboard managers would put the old text back";
+    EXPECT_EQ(given("UTF8_STRING"), std::nullopt);
+    EXPECT_EQ(given("x-kde-passwordManagerHint")->bytes, "secret");
+    EXPECT_THAT(pasteboard().pasteboardItems(), Optional(testing::IsEmpty()));
+    EXPECT_EQ(hostText(), std::nullopt);
+}
+
+TEST_F(PasteboardTest, AnItemReadsNothingOfLaterContents) {
+    const Owning program({text("first"), {"text/html", "text/html", 8, "<b>first</b>"}});
+    const auto items = pasteboard().pasteboardItems();
+    ASSERT_THAT(items, Optional(testing::SizeIs(1)));
+    EXPECT_TRUE(items->front().dataForType("UTF8_STRING"));
+    EXPECT_FALSE(PasteboardItem(items->front()).setData({}, "text/html"));
+    const Owning later({text("second"), {"text/html", "text/html", 8, "<b>second</b>"}});
+    EXPECT_FALSE(items->front().dataForType("text/html"));
+}
+
+TEST_F(PasteboardTest, AStoppedOwnerCostsOneShortWait) {
+    const Owning program({text("kept")});
+    program.signal(SIGSTOP);
+    EXPECT_LT(took([] { EXPECT_FALSE(pasteboard().pasteboardItems()); }), 700ms);
+    EXPECT_LT(took([] {
+                  for (int poll = 0; poll < 20; ++poll)
+                      EXPECT_EQ(hostText(), std::nullopt);
+              }),
+              200ms);
+    program.signal(SIGCONT);
+    EXPECT_TRUE(becomes([] { return hostText() == "kept"; })) << "it has answered what it owed";
+}
+
+TEST_F(PasteboardTest, WhatAStoppedOwnerHoldsSurvivesACopyThatCopiesNothing) {
+    const Owning program({text("kept"), {"application/x-rare", "application/x-rare", 8, "rare"}});
+    program.signal(SIGSTOP);
+    const Pairs nothing = snapshot();
+    EXPECT_TRUE(nothing.empty());
+    const auto before = pasteboard().changeCount();
+    pasteboard().clearContents();
+    EXPECT_NE(pasteboard().changeCount(), before);
+    program.signal(SIGCONT);
+    ASSERT_TRUE(becomes([] { return given("UTF8_STRING").has_value(); }));
+    EXPECT_EQ(hostText(), std::nullopt) << "its late answer must not pass for a copied text";
+    restore(nothing);
+    EXPECT_THAT(given("application/x-rare")->bytes, "rare");
+    EXPECT_TRUE(becomes([] { return hostText() == "kept"; })) << "the clearing is over";
+}
+
+TEST_F(PasteboardTest, WhatAStoppedOwnerHeldComesBackAfterACopy) {
+    const Owning program({text("kept"), {"text/html", "text/html", 8, "<i>kept</i>"}});
+    program.signal(SIGSTOP);
+    const Pairs nothing = snapshot();
+    pasteboard().clearContents();
+    {
+        const Owning target({text("selected")});
+        EXPECT_EQ(hostText(), "selected");
+        restore(nothing);
+    }
+    EXPECT_EQ(given("UTF8_STRING"), std::nullopt);
+    const auto before = pasteboard().changeCount();
+    program.signal(SIGCONT);
+    EXPECT_TRUE(becomes([] { return hostText() == "kept"; }));
+    EXPECT_EQ(given("text/html")->bytes, "<i>kept</i>");
+    EXPECT_EQ(pasteboard().changeCount(), before + 1);
+}
+
+TEST_F(PasteboardTest, WhatTheUserCopiesMeanwhileIsNeverReplacedByLateAnswers) {
+    const Owning stopped({text("old")});
+    stopped.signal(SIGSTOP);
+    const Pairs nothing = snapshot();
+    pasteboard().clearContents();
+    {
+        const Owning target({text("selected")});
+        restore(nothing);
+    }
+    const Owning newest({text("newest")});
+    stopped.signal(SIGCONT);
+    std::this_thread::sleep_for(2s); // Nothing may happen, so there is nothing to wait for.
+    EXPECT_EQ(hostText(), "newest");
+}
+
+TEST_F(PasteboardTest, AnOwnerThatDiesHalfWayIsLeftOut) {
+    RawClient owner;
+    owner.own("CLIPBOARD");
+    std::jthread program([dying = std::make_unique<RawClient>()]() mutable {
+        dying->own("CLIPBOARD");
+        const auto request = dying->nextRequest();
+        dying->set(request.requestor, request.property, "INCR", std::vector<xcb_atom_t>{100});
+        dying->notify(request, true);
+        dying->waitDeleted(request.requestor, request.property);
+        dying->set(request.requestor, request.property, "UTF8_STRING", std::string("half"));
+        dying->waitDeleted(request.requestor, request.property);
+        dying.reset();
+    });
+    ASSERT_TRUE(becomes([&] { return owner.owner() != owner.window(); }));
+    EXPECT_LT(took([] { EXPECT_EQ(hostText(), std::nullopt); }), 300ms);
+    const Owning next({text("alive")});
+    EXPECT_EQ(hostText(), "alive");
+}
+
+TEST_F(PasteboardTest, AProgramThatDiesHalfWayHurtsNobody) {
+    const std::string large = patternOf(2'000'000);
+    ASSERT_TRUE(pasteboard().setString(std::string(2'000'000, 'y'), PasteboardTypeString));
+    for (int death = 0; death < 3; ++death) {
+        RawClient reader;
+        const xcb_atom_t property = reader.convert("CLIPBOARD", "UTF8_STRING");
+        EXPECT_EQ(reader.typeName(property), "INCR");
+        reader.bytes(property);
+    }
+    EXPECT_EQ(given("UTF8_STRING")->bytes.size(), large.size());
+    EXPECT_EQ(hostText()->size(), large.size());
+}
+
+// Run by the next test, in a process of its own.
+TEST_F(PasteboardTest, DISABLED_EndsWithLastWords) {
+    ASSERT_TRUE(pasteboard().setString("last words", PasteboardTypeString));
+}
+
+// A clipboard manager that takes over from a program that ends, with one question for several targets.
+TEST_F(PasteboardTest, TheClipboardManagerInheritsTheContents) {
+    auto manager = std::make_unique<RawClient>();
+    manager->own("CLIPBOARD_MANAGER");
+    std::string saved, answers;
+    std::jthread keeper([&] {
+        const auto request = manager->nextRequest();
+        const auto pairs = std::vector<xcb_atom_t>{manager->atom("UTF8_STRING"), manager->atom("FIRST"),
+                                                   manager->atom("image/none"),  manager->atom("SECOND"),
+                                                   manager->atom("TIMESTAMP"),   manager->atom("THIRD")};
+        manager->set(manager->window(), manager->atom("ANSWER"), "ATOM_PAIR", pairs);
+        manager->convert("CLIPBOARD", "MULTIPLE");
+        saved = manager->bytes(manager->atom("FIRST"));
+        answers = manager->bytes(manager->atom("ANSWER"));
+        manager->notify(request, true);
+    });
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(std::system(
+                  (self + " --gtest_also_run_disabled_tests --gtest_filter=*EndsWithLastWords >&2").c_str()),
+              0);
+    keeper.join();
+    EXPECT_EQ(saved, "last words");
+    EXPECT_EQ(answers.substr(12, 4), std::string(4, '\0')) << "the target that failed is crossed out";
+    EXPECT_NE(answers.substr(4, 4), std::string(4, '\0'));
+}
+
+TEST_F(PasteboardTest, TheToolkitOfThisProcessReadsAndReplacesTheContents) {
+    ASSERT_TRUE(gtk_init_check(nullptr, nullptr));
+    GtkClipboard* toolkit = gtk_clipboard_get(GDK_SELECTION_CLIPBOARD);
+    for (const std::string round : {"once", "twice"}) {
+        pasteboard().clearContents();
+        ASSERT_TRUE(pasteboard().setString(round, PasteboardTypeString));
+        const std::unique_ptr<char, void (*)(gpointer)> read(gtk_clipboard_wait_for_text(toolkit), g_free);
+        ASSERT_TRUE(read);
+        EXPECT_EQ(read.get(), round);
+        gtk_clipboard_set_text(toolkit, "of the toolkit", -1);
+        gdk_display_sync(gdk_display_get_default());
+        // Its owner is this very thread, which cannot answer while it waits.
+        EXPECT_LT(took([] { EXPECT_EQ(hostText(), std::nullopt); }), 700ms);
+    }
+}
+
+} // namespace
+} // namespace platform
