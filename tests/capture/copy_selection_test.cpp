@@ -68,9 +68,9 @@ TEST_F(CopySelection, LeavesAnEmptyPasteboardEmpty) {
     for (const bool answers : {true, false}) {
         world.emptyPasteboard();
         world.pasteboard.answers = answers;
+        world.after(1ms, [&] { world.pasteboard.answers = true; });
         EXPECT_EQ(AX::copySelectionViaClipboard(), " Dear");
         EXPECT_THAT(world.pasteboardItems(), IsEmpty());
-        world.pasteboard.answers = true;
     }
 }
 
