@@ -75,12 +75,12 @@ bool Clock::doNextDue(TimePoint limit) {
         Due& first = timerFirst ? timers_ : happenings_;
         if (first.empty() || first.begin()->first > limit) return false;
         advanceTo(first.begin()->first);
-        auto node = first.extract(first.begin());
+        happening = std::move(first.begin()->second);
+        first.erase(first.begin());
         if (timerFirst) {
-            ready_.push_back(std::move(node.mapped()));
+            ready_.push_back(std::move(happening));
             return true;
         }
-        happening = std::move(node.mapped());
     }
     happening();
     return true;

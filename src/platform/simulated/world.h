@@ -9,6 +9,8 @@
 #include "platform/simulated/interface.h"
 #include "platform/simulated/journal.h"
 #include "platform/simulated/keyboard.h"
+#include "platform/simulated/language_model.h"
+#include "platform/simulated/operating_system.h"
 #include "platform/simulated/pasteboard_state.h"
 #include "platform/simulated/program.h"
 
@@ -48,8 +50,7 @@ public:
     // Null when there is none.
     static World* living();
 
-    // ---- Time: none passes unless something waits or the test lets it
-    // ----------------------------------------
+    // ---- Time: none passes unless something waits or the test lets it ----
 
     // Since the world began.
     std::chrono::microseconds time() const;
@@ -65,8 +66,7 @@ public:
     bool runUntil(const std::function<bool()>& condition, Seconds within = Seconds{60});
     Clock clock;
 
-    // ---- Programs
-    // --------------------------------------------------------------------------------------------
+    // ---- Programs ----
 
     // Starts a program, with a process identifier of its own unless one is given. It is not in front yet.
     struct Description {
@@ -89,8 +89,7 @@ public:
     std::shared_ptr<Program> frontmost;
     std::deque<std::shared_ptr<Program>> programs;
 
-    // ---- Accessibility
-    // ---------------------------------------------------------------------------------------
+    // ---- Accessibility ----
 
     bool trusted = true;
     // How often the user was asked for the permission.
@@ -103,8 +102,7 @@ public:
     platform::AXUIElementRef elementOf(const Field& field) const;
     platform::AXUIElementRef elementOf(const ProgramWindow& window) const;
 
-    // ---- Pasteboard
-    // ------------------------------------------------------------------------------------------
+    // ---- Pasteboard ----
 
     // Another program puts this on the pasteboard; a given one, if it matters.
     void putOnPasteboard(std::vector<Item> items);
@@ -119,8 +117,7 @@ public:
     PasteboardState pasteboard;
     void changePasteboard(std::vector<Item> items, const std::string& by);
 
-    // ---- Keyboard and hot keys
-    // -------------------------------------------------------------------------------
+    // ---- Keyboard and hot keys ----
 
     // The user's layouts; the first is in use. None at all is possible.
     std::vector<KeyboardLayout> layouts = {KeyboardLayout::us()};
@@ -140,8 +137,7 @@ public:
     // The program in front gets a keystroke.
     void deliverKeystroke(Keystroke keystroke);
 
-    // ---- Screens, sounds, links, files, menus
-    // ----------------------------------------------------------------
+    // ---- Screens, sounds, links, files, menus ----
 
     // Their visible frames; the first is the main screen. None at all is possible.
     std::vector<platform::Rect> screens = {{0, 0, 1440, 860}};
@@ -156,8 +152,12 @@ public:
     // Paths that backups leave out.
     std::set<std::string> excludedFromBackup;
 
-    // ---- The host's own life
-    // ---------------------------------------------------------------------------------
+    // ---- The system and its language model ----
+
+    OperatingSystem operatingSystem;
+    LanguageModel languageModel;
+
+    // ---- The host's own life ----
 
     // The interface of the youngest view controller. Without one the program ends with a line that says so.
     Interface& interface() const;
@@ -178,8 +178,7 @@ public:
     std::unique_ptr<platform::Menu> mainMenu;
     void endHost();
 
-    // ---- What happened
-    // ---------------------------------------------------------------------------------------
+    // ---- What happened ----
 
     Journal journal;
     void note(std::string what) { journal.write(time(), std::move(what)); }
