@@ -18,10 +18,7 @@ constexpr at_spi::Milliseconds wholeQuery = 500ms;
 /// For the questions that go to every program at once.
 constexpr at_spi::Milliseconds everybody = 150ms;
 
-at_spi::Programs& programs() {
-    static at_spi::Programs programs;
-    return programs;
-}
+at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
 
 /// The window of that process that has the keyboard focus, as an element of last resort.
 AXUIElementRef bareWindow(pid_t process) {
@@ -39,12 +36,13 @@ AXUIElementRef windowReference(at_spi::Object window) {
 
 bool isActive(pid_t process) { return x11::windowProcess(x11::activeWindow()) == process; }
 
-std::optional<at_spi::FocusedObject> elementIn(Bus& bus, Program& program) {
+AXUIElementRef elementIn(Bus& bus, Program& program) {
     auto element = at_spi::focusedElement(bus, program);
     if (!element && program.focusedElement && !isActive(program.process))
         element = at_spi::lastFocusedElement(bus, program);
-    if (element) program.askedToShow = program.showsNothing = false;
-    return element;
+    if (!element) return {};
+    program.askedToShow = program.showsNothing = false;
+    return reference(std::move(*element));
 }
 
 /// The one of the sandboxed programs whose active window has the title of the process's active window.
@@ -67,6 +65,17 @@ std::optional<std::vector<Program*>> programsOf(Bus* bus, pid_t process) {
     auto found = programs().of(*bus, process);
     if (found && found->empty()) return sandboxed(*bus, process);
     return found;
+}
+
+/// What `find` finds in the first of the process's programs in which it finds something; null when in none.
+template <typename Find>
+AXUIElementRef firstAmong(Bus& bus, pid_t process, Find find) {
+    while (const auto found = programsOf(&bus, process)) {
+        for (Program* program : *found)
+            if (AXUIElementRef element = find(*program)) return element;
+        if (std::ranges::none_of(*found, &Program::gone)) return {};
+    }
+    return {};
 }
 
 /// The first of the programs with an active window that has a focused element.
@@ -93,28 +102,26 @@ AXUIElementRef focusedAmong(Bus& bus, const std::vector<Program*>& candidates) {
 
 AXUIElementRef focusedElement(pid_t process) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
-    const auto found = programsOf(bus, process);
-    if (!found) return {};
+    if (bus == nullptr) return {};
     const Bus::Budget budget(*bus, wholeQuery);
-    for (Program* program : *found)
-        if (auto element = elementIn(*bus, *program)) return reference(std::move(*element));
-    if (std::ranges::all_of(*found, [](const Program* program) { return program->showsNothing; }))
-        return bareWindow(process);
+    auto element = firstAmong(*bus, process, [&](Program& program) { return elementIn(*bus, program); });
+    if (element) return element;
+    const auto found = programsOf(bus, process);
+    if (found && std::ranges::all_of(*found, &Program::showsNothing)) return bareWindow(process);
     return {};
 }
 
 AXUIElementRef focusedWindow(pid_t process) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
-    const auto found = programsOf(bus, process);
-    if (!found) return {};
+    if (bus == nullptr || process == getpid()) return {};
     const Bus::Budget budget(*bus, wholeQuery);
-    for (Program* program : *found)
-        if (auto window = at_spi::activeWindow(*bus, *program)) return windowReference(std::move(*window));
-    if (!isActive(process))
-        for (Program* program : *found)
-            if (auto window = at_spi::lastActiveWindow(*bus, *program))
-                return windowReference(std::move(*window));
-    return bareWindow(process);
+    const bool active = isActive(process);
+    auto window = firstAmong(*bus, process, [&](Program& program) {
+        auto object = at_spi::activeWindow(*bus, program);
+        if (!object && !active) object = at_spi::lastActiveWindow(*bus, program);
+        return object ? windowReference(std::move(*object)) : AXUIElementRef();
+    });
+    return window ? window : bareWindow(process);
 }
 
 bool askToShow(pid_t process) {

@@ -1,4 +1,5 @@
 #include "platform/linux/accessibility_element.h"
+#include "platform/linux/at_spi_rich_text.h"
 #include "platform/linux/at_spi_session.h"
 #include "platform/linux/at_spi_text.h"
 
@@ -18,21 +19,22 @@ constexpr at_spi::Milliseconds wholeQuery = 500ms;
 /// read of a capture, which starts with finding the element or with its subrole, and both look at it.
 constexpr auto seenCounts = 200ms;
 
-/// Looks at the element again. False when it does not answer: then nothing of it counts any more.
+/// Looks at the element again. False when it does not answer.
 bool lookAgain(Bus& bus, AXUIElement::Accessible& accessible) {
-    const at_spi::Object& object = accessible.seen.object;
+    FocusedObject& seen = accessible.seen;
     std::vector<at_spi::Question> questions;
-    questions.push_back(roleOf(object));
-    questions.push_back(stateOf(object));
-    questions.push_back(interfacesOf(object));
-    questions.push_back(at_spi::toolkitOf(object.program));
+    questions.push_back(roleOf(seen.object));
+    questions.push_back(stateOf(seen.object));
+    questions.push_back(interfacesOf(seen.object));
+    const bool first = accessible.seenAt == decltype(accessible.seenAt){};
+    if (first) questions.push_back(at_spi::toolkitOf(seen.object.program));
     const auto answers = bus.ask(std::move(questions));
     const auto role = roleIn(answers[0]);
     if (!role || !answers[1].value || !answers[2].value) return false;
-    accessible.seen.role = *role;
-    accessible.seen.states = statesIn(answers[1]);
-    accessible.seen.text = hasText(answers[2]);
-    accessible.seen.toolkit = toolkitIn(answers[3]).value_or(at_spi::Toolkit::other);
+    seen.role = *role;
+    seen.states = statesIn(answers[1]);
+    seen.text = hasText(answers[2]);
+    if (first) seen.toolkit = toolkitIn(answers[3]).value_or(at_spi::Toolkit::other);
     accessible.seenAt = std::chrono::steady_clock::now();
     return true;
 }
@@ -74,8 +76,8 @@ bool isEditableField(const FocusedObject& seen) {
 
 std::optional<AXAttributeValue> textAttribute(Bus& bus, const FocusedObject& seen, std::string_view name) {
     if (!seen.text || seen.role == Role::passwordText) return std::nullopt;
-    if (name == "AXValue") return textOf(bus, seen.object, seen.toolkit);
-    if (name == "AXSelectedText") return selectedTextOf(bus, seen.object, seen.toolkit);
+    if (name == "AXValue") return wholeTextOf(bus, seen);
+    if (name == "AXSelectedText") return wholeSelectedTextOf(bus, seen);
     // What is typed into a terminal does not replace what is selected there.
     if (seen.role == Role::terminal) return std::nullopt;
     const auto range = selectedRangeOf(bus, seen.object, seen.toolkit);

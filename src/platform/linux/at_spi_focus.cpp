@@ -15,8 +15,7 @@ struct WindowView {
 };
 
 /// The first active one of `windows`, with the focus inside it, in one round trip.
-std::optional<WindowView> viewOfActive(Bus& bus, std::vector<Object> windows) {
-    windows.resize(std::min(windows.size(), mostWindows));
+std::optional<WindowView> viewOfActive(Bus& bus, const std::vector<Object>& windows) {
     std::vector<Question> questions;
     for (const Object& window : windows) {
         questions.push_back(stateOf(window));
@@ -53,30 +52,65 @@ bool isContainer(Role role) {
     }
 }
 
+constexpr int rankOfField = 3;
+
 /// How much an element is what the user types into; 0 when it is not a focused element at all.
 int rank(const FocusedObject& element) {
     if (!element.states.has(State::focusable)) return 0;
-    if (element.text) return element.states.canBeEdited() ? 3 : 2;
+    if (element.text) return element.states.canBeEdited() ? rankOfField : 2;
     return isContainer(element.role) ? 0 : 1;
+}
+
+/// What to ask of one object to see what `seen` makes of the answers, which are three from the one numbered
+/// `at` on.
+void addQuestionsAbout(const Object& object, std::vector<Question>& questions) {
+    questions.push_back(stateOf(object));
+    questions.push_back(roleOf(object));
+    questions.push_back(interfacesOf(object));
+}
+
+FocusedObject seen(Object object, const std::vector<Answer>& answers, std::size_t at,
+                   const Program& program) {
+    return {std::move(object), roleIn(answers[at + 1]).value_or(Role::invalid), statesIn(answers[at]),
+            hasText(answers[at + 2]), program.toolkit.value_or(Toolkit::other)};
 }
 
 /// Looks at each of `objects`, in one round trip.
 std::vector<FocusedObject> look(Bus& bus, const std::vector<Object>& objects, Program& program) {
     std::vector<Question> questions;
-    for (const Object& object : objects) {
-        questions.push_back(stateOf(object));
-        questions.push_back(roleOf(object));
-        questions.push_back(interfacesOf(object));
-    }
+    for (const Object& object : objects)
+        addQuestionsAbout(object, questions);
     if (!program.toolkit) questions.push_back(toolkitOf(program.name));
     const auto answers = bus.ask(std::move(questions));
     if (!program.toolkit) program.toolkit = toolkitIn(answers.back());
     std::vector<FocusedObject> elements;
     for (std::size_t i = 0; i < objects.size(); ++i)
-        elements.push_back({objects[i], roleIn(answers[3 * i + 1]).value_or(Role::invalid),
-                            statesIn(answers[3 * i]), hasText(answers[3 * i + 2]),
-                            program.toolkit.value_or(Toolkit::other)});
+        elements.push_back(seen(objects[i], answers, 3 * i, program));
     return elements;
+}
+
+std::vector<Object> windowsOf(Bus& bus, Program& program) {
+    const Answer windows = bus.ask(childrenOf(rootOf(program.name)));
+    program.gone = windows.failure == Failure::gone;
+    auto objects = objectsIn(windows);
+    objects.resize(std::min(objects.size(), mostWindows));
+    return objects;
+}
+
+/// Whether the field found last still has the focus, in one round trip. Not for Chromium: its page keeps
+/// claiming the focus for the field that had it while the user types into the address bar.
+std::optional<FocusedObject> sameAsLast(Bus& bus, Program& program) {
+    if (!program.activeWindow || !program.focusedElement || !program.toolkit ||
+        program.toolkit == Toolkit::chromium)
+        return std::nullopt;
+    std::vector<Question> questions;
+    questions.push_back(stateOf(*program.activeWindow));
+    addQuestionsAbout(*program.focusedElement, questions);
+    const auto answers = bus.ask(std::move(questions));
+    if (!statesIn(answers[0]).has(State::active)) return std::nullopt;
+    auto element = seen(*program.focusedElement, answers, 1, program);
+    if (!element.states.has(State::focused) || rank(element) < rankOfField) return std::nullopt;
+    return element;
 }
 
 std::optional<FocusedObject> best(Bus& bus, std::vector<Object> objects, Program& program) {
@@ -97,9 +131,10 @@ std::optional<FocusedObject> best(Bus& bus, std::vector<Object> objects, Program
 } // namespace
 
 std::optional<FocusedObject> focusedElement(Bus& bus, Program& program) {
+    if (auto same = sameAsLast(bus, program)) return same;
     std::optional<WindowView> view;
     if (program.activeWindow) view = viewOfActive(bus, {*program.activeWindow});
-    if (!view) view = viewOfActive(bus, objectsIn(bus.ask(childrenOf(rootOf(program.name)))));
+    if (!view) view = viewOfActive(bus, windowsOf(bus, program));
     if (view) program.activeWindow = view->window;
     // Chromium has no active window while nobody listens to its events.
     const Object top = view ? view->window : rootOf(program.name);
@@ -115,8 +150,7 @@ std::optional<FocusedObject> focusedElement(Bus& bus, Program& program) {
 std::optional<Object> activeWindow(Bus& bus, Program& program) {
     if (program.activeWindow && statesIn(bus.ask(stateOf(*program.activeWindow))).has(State::active))
         return program.activeWindow;
-    auto windows = objectsIn(bus.ask(childrenOf(rootOf(program.name))));
-    windows.resize(std::min(windows.size(), mostWindows));
+    const auto windows = windowsOf(bus, program);
     std::vector<Question> questions;
     for (const Object& window : windows)
         questions.push_back(stateOf(window));

@@ -25,13 +25,14 @@ enum class Role : std::uint32_t {
     comboBox = 11,
     filler = 20,
     frame = 23,
+    list = 31,
+    listItem = 32,
     pageTab = 37,
     pageTabList = 38,
     panel = 39,
     passwordText = 40,
     rootPane = 46,
     scrollPane = 49,
-    spinButton = 52,
     terminal = 60,
     text = 61,
     unknown = 67,
@@ -40,8 +41,11 @@ enum class Role : std::uint32_t {
     application = 75,
     entry = 79,
     documentFrame = 82,
+    heading = 83,
     section = 85,
-    documentWeb = 95
+    documentWeb = 95,
+    blockQuote = 105,
+    staticText = 116
 };
 
 enum class State : unsigned {

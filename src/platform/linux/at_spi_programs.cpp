@@ -26,6 +26,7 @@ Question processOf(const std::string& name) {
 } // namespace
 
 std::optional<std::vector<Program*>> Programs::of(Bus& bus, pid_t process) {
+    std::erase_if(programs_, [](const auto& entry) { return entry.second.gone; });
     auto found = known(process);
     if (!found.empty()) return found;
     if (!refresh(bus)) return std::nullopt;

@@ -23,6 +23,7 @@ struct Program {
     std::optional<Object> focusedElement; // the one last found in it
     bool askedToShow = false;             // told to show its elements; has yielded none since
     bool showsNothing = false;            // told so in vain, a whole schedule long
+    bool gone = false;                    // it was asked and has left the bus
 };
 
 class Programs {
@@ -39,9 +40,6 @@ public:
 
     /// The known ones that reach the bus through a sandbox's proxy.
     std::vector<Program*> sandboxed();
-
-    void forget(const std::string& name) { programs_.erase(name); }
-    void forgetAll() { programs_.clear(); }
 
 private:
     bool refresh(Bus& bus);

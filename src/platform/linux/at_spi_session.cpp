@@ -55,6 +55,7 @@ Session& Session::shared() {
 }
 
 bool Session::connect() {
+    programs_ = {}; // another bus gives the same names to others
     session_.reset();
     accessibility_.reset();
     const std::string address = sessionBusAddress();

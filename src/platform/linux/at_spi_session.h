@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/at_spi_bus.h"
+#include "platform/linux/at_spi_programs.h"
 
 #include <memory>
 #include <string>
@@ -15,6 +15,8 @@ public:
 
     /// The bus that programs show their objects on; null when there is none, and `whyNot` says so.
     Bus* accessibilityBus();
+    /// What is known of the programs on that bus.
+    Programs& programs() { return programs_; }
     /// A sentence for the person; empty when there is an accessibility bus.
     const std::string& whyNot() const { return whyNot_; }
 
@@ -36,6 +38,7 @@ private:
 
     std::unique_ptr<Bus> session_;
     std::unique_ptr<Bus> accessibility_;
+    Programs programs_;
     std::string whyNot_;
     std::chrono::steady_clock::time_point nextAttempt_{};
     bool listening_ = false;

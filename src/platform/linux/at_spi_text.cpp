@@ -1,22 +1,14 @@
 #include "platform/linux/at_spi_text.h"
 
+#include "platform/linux/at_spi_text_quirks.h"
+
 namespace platform::at_spi {
 namespace {
-
-/// U+FFFC stands for a child whose text is in the child.
-constexpr std::string_view embeddedChild = "\uFFFC";
 
 Question textQuestion(const Object& object, const char* method, const char* answerTypes,
                       Variant values = nullptr) {
     return {object.program, object.path, interfaces::text, method, answerTypes, std::move(values)};
 }
-
-Question textBetween(const Object& object, std::int64_t start, std::int64_t end) {
-    return textQuestion(object, "GetText", "(s)",
-                        arguments("(ii)", static_cast<gint32>(start), static_cast<gint32>(end)));
-}
-
-Question allText(const Object& object) { return textBetween(object, 0, -1); }
 
 struct Selection {
     CFRange range;
@@ -45,11 +37,22 @@ std::optional<Selection> selectionOf(Bus& bus, const Object& object, Toolkit too
     const CFRange range{start, std::int64_t{end} - start};
     if (toolkit != Toolkit::chromium) return Selection{range, true, start >= 0};
     const auto text = stringIn(answers[3]);
-    const auto corrected = text && caret ? trueRange(*text, range, *caret) : std::nullopt;
+    const auto corrected = text ? trueRange(*text, range, caret.value_or(-1)) : std::nullopt;
     return Selection{corrected.value_or(range), true, corrected.has_value()};
 }
 
+std::string clean(std::string text, Toolkit toolkit) {
+    return toolkit == Toolkit::gecko ? withoutFillers(std::move(text)) : text;
+}
+
 } // namespace
+
+Question textBetween(const Object& object, std::int64_t start, std::int64_t end) {
+    return textQuestion(object, "GetText", "(s)",
+                        arguments("(ii)", static_cast<gint32>(start), static_cast<gint32>(end)));
+}
+
+Question allText(const Object& object) { return textBetween(object, 0, -1); }
 
 std::optional<std::string> textOf(Bus& bus, const Object& object, Toolkit toolkit) {
     auto text = stringIn(bus.ask(allText(object)));
@@ -57,22 +60,18 @@ std::optional<std::string> textOf(Bus& bus, const Object& object, Toolkit toolki
     if (text && text->empty() &&
         intPropertyIn(bus.ask(property(object, interfaces::text, "CharacterCount"))).value_or(0) != 0)
         text = stringIn(bus.ask(allText(object)));
-    if (text && toolkit == Toolkit::gecko) return withoutFillers(std::move(*text));
-    return text;
+    return text ? std::optional(clean(std::move(*text), toolkit)) : std::nullopt;
 }
 
-std::optional<std::string> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit) {
+std::optional<SelectedText> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit) {
     const auto selection = selectionOf(bus, object, toolkit);
     if (!selection) return std::nullopt;
-    if (!selection->exists) return "";
+    if (!selection->exists) return SelectedText{};
     if (!selection->known) return std::nullopt;
-    if (selection->range.length == 0) return "";
     const auto [start, length] = selection->range;
+    if (length == 0) return SelectedText{};
     auto text = stringIn(bus.ask(textBetween(object, start, start + length)));
-    // Part of what is selected lies in a child; which part, the child's own selection would say.
-    if (text && text->find(embeddedChild) != std::string::npos) return std::nullopt;
-    if (text && toolkit == Toolkit::gecko) return withoutFillers(std::move(*text));
-    return text;
+    return text ? std::optional<SelectedText>({clean(std::move(*text), toolkit), start}) : std::nullopt;
 }
 
 std::optional<CFRange> selectedRangeOf(Bus& bus, const Object& object, Toolkit toolkit) {

@@ -3,26 +3,29 @@
 #include "platform/accessibility.h"
 #include "platform/linux/at_spi_object.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
-/// The text of an element that has the Text interface. Nothing is remembered. Main thread only.
+/// The text of an object that has the Text interface, as the object itself has it: U+FFFC stands for each
+/// child in it. Nothing is remembered. Main thread only.
 namespace platform::at_spi {
+
+Question textBetween(const Object& object, std::int64_t start, std::int64_t end);
+Question allText(const Object& object);
 
 /// The whole text.
 std::optional<std::string> textOf(Bus& bus, const Object& object, Toolkit toolkit);
 
-/// The selected text; empty when nothing is selected.
-std::optional<std::string> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit);
+struct SelectedText {
+    std::string text;
+    std::int64_t start = 0; // in the program's own units
+};
+
+/// The selected text; empty when nothing is selected. Absent also when a selection's place cannot be told.
+std::optional<SelectedText> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit);
 
 /// The selected range in the program's own units; the caret's place and length 0 when nothing is selected.
 std::optional<CFRange> selectedRangeOf(Bus& bus, const Object& object, Toolkit toolkit);
-
-/// `text` without the U+FEFF that Firefox puts behind every character beyond the basic plane.
-std::string withoutFillers(std::string text);
-
-/// The range that Chromium means by `reported`, whose ends are too low by the number of characters beyond the
-/// basic plane before each. Absent when `text` and `caret` leave more than one possibility.
-std::optional<CFRange> trueRange(const std::string& text, CFRange reported, std::int64_t caret);
 
 } // namespace platform::at_spi

@@ -1,4 +1,4 @@
-#include "platform/linux/at_spi_text.h"
+#include "platform/linux/at_spi_text_quirks.h"
 
 #include <algorithm>
 #include <vector>
@@ -46,14 +46,21 @@ std::string withoutFillers(std::string text) {
     return text;
 }
 
+std::size_t countOfEmbeddedChildren(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(embeddedChild, at)) != text.npos; at += embeddedChild.size())
+        ++count;
+    return count;
+}
+
 std::optional<CFRange> trueRange(const std::string& text, CFRange reported, std::int64_t caret) {
+    if (std::ranges::none_of(text, startsBeyondBasicPlane)) return reported;
     const std::int64_t reportedEnd = reported.location + reported.length;
-    const auto starts = meantBy(text, reported.location);
-    const auto ends = meantBy(text, reportedEnd);
     std::vector<CFRange> possible;
-    for (const std::int64_t start : starts)
-        for (const std::int64_t end : ends)
-            if (start < end && (start == caret || end == caret)) possible.push_back({start, end - start});
+    for (const std::int64_t start : meantBy(text, reported.location))
+        for (const std::int64_t end : meantBy(text, reportedEnd))
+            if (start < end && (caret < 0 || start == caret || end == caret))
+                possible.push_back({start, end - start});
     if (possible.size() == 1) return possible.front();
     // A version that reports the selection as it is.
     if (possible.empty() && (reported.location == caret || reportedEnd == caret)) return reported;
