@@ -48,6 +48,7 @@ public:
     void setSubmenu(std::unique_ptr<Menu> submenu);
 
     class Native;
+    Native& native() const;
 
 private:
     std::string title_;

@@ -1,5 +1,7 @@
 #include "platform/linux/backup_mark.h"
 
+#include "platform/linux/file_descriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -9,7 +11,6 @@
 #include <cerrno>
 #include <string_view>
 #include <system_error>
-#include <utility>
 
 namespace platform {
 namespace {
@@ -21,30 +22,14 @@ constexpr std::string_view explanation =
     "\n# Backup programs leave this directory out, for what it holds can be fetched "
     "again.\n# See https://bford.info/cachedir/\n";
 
-class File {
-public:
-    explicit File(int descriptor) : descriptor_(descriptor) {}
-    ~File() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    explicit operator bool() const { return descriptor_ >= 0; }
-    int descriptor() const { return descriptor_; }
-
-    bool write(std::string_view text) const {
-        return ::write(descriptor_, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    }
-
-private:
-    int descriptor_;
-};
+bool writeAll(const FileDescriptor& file, std::string_view text) {
+    return write(file.number(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
+}
 
 bool hasTag(int folder) {
-    const File tag(openat(folder, tagName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor tag(openat(folder, tagName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     std::array<char, signature.size()> start{};
-    return tag && read(tag.descriptor(), start.data(), start.size()) == static_cast<ssize_t>(start.size()) &&
+    return tag && read(tag.number(), start.data(), start.size()) == static_cast<ssize_t>(start.size()) &&
            std::string_view(start.data(), start.size()) == signature;
 }
 
@@ -53,9 +38,9 @@ bool hasTag(int folder) {
 int setTag(int folder, bool wanted) {
     if (hasTag(folder) == wanted) return 0;
     if (!wanted) return unlinkat(folder, tagName, 0) == 0 ? 0 : errno;
-    const File tag(
+    const FileDescriptor tag(
         openat(folder, tagName, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
-    return tag && tag.write(signature) && tag.write(explanation) ? 0 : errno;
+    return tag && writeAll(tag, signature) && writeAll(tag, explanation) ? 0 : errno;
 }
 
 int setAttribute(int file, bool wanted) {
@@ -64,14 +49,14 @@ int setAttribute(int file, bool wanted) {
 }
 
 int mark(const std::string& path, bool excluded) {
-    const File file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
-    if (!file || fstat(file.descriptor(), &status) != 0) return errno;
+    if (!file || fstat(file.number(), &status) != 0) return errno;
     const bool isDirectory = S_ISDIR(status.st_mode);
     if (isDirectory) {
-        if (const int error = setTag(file.descriptor(), excluded)) return error;
+        if (const int error = setTag(file.number(), excluded)) return error;
     }
-    const int error = setAttribute(file.descriptor(), excluded);
+    const int error = setAttribute(file.number(), excluded);
     return error == ENOTSUP && (isDirectory || !excluded) ? 0 : error;
 }
 

@@ -25,9 +25,9 @@ bool later(const Timer& left, const Timer& right) {
     return left.due != right.due ? left.due > right.due : left.order > right.order;
 }
 
-/// One source of the main loop for all entries and timers. Its ready time does the waking: at once while
-/// entries wait, the next timer's moment while none do, never while there is nothing. GLib does not run a
-/// source again inside itself, which keeps entries waiting while one of them runs a main loop of its own.
+// One source of the main loop for all entries and timers. Its ready time does the waking: at once while
+// entries wait, the next timer's moment while none do, never while there is nothing. GLib does not run a
+// source again inside itself, which keeps entries waiting while one of them runs a main loop of its own.
 class Queue {
 public:
     Queue() {
@@ -52,7 +52,7 @@ public:
         wakeAt(microseconds(timers_.front().due));
     }
 
-    /// Never destroyed, so that a thread that outlives the main loop may still post.
+    // Never destroyed, so that a thread that outlives the main loop may still post.
     static Queue& shared() {
         static Queue& queue = *std::make_unique<Queue>().release();
         return queue;
@@ -62,7 +62,7 @@ private:
     static constexpr auto longestTurn = std::chrono::milliseconds(8);
     static constexpr std::int64_t never = -1;
 
-    /// Rounded up: a timer is never early.
+    // Rounded up: a timer is never early.
     static std::int64_t microseconds(TimePoint time) {
         return std::chrono::ceil<std::chrono::microseconds>(time.time_since_epoch()).count();
     }

@@ -21,7 +21,7 @@ bool isControl(char character) {
     return byte < 0x20 || byte == 0x7F;
 }
 
-/// Characters that may not stand in a URL, but that people type into one, are percent-encoded.
+// Characters that may not stand in a URL, but that people type into one, are percent-encoded.
 std::string encoded(std::string_view text) {
     constexpr std::string_view unsafe = " \"<>\\^`{|}";
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -37,7 +37,7 @@ std::string encoded(std::string_view text) {
     return result;
 }
 
-/// Accepts a relative reference too: it parses, and has no scheme.
+// Accepts a relative reference too: it parses, and has no scheme.
 bool parses(const std::string& text) {
     return g_utf8_validate(text.c_str(), -1, nullptr) != 0 &&
            g_uri_split(text.c_str(), G_URI_FLAGS_NONE, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,

@@ -1,0 +1,70 @@
+#include "platform/application.h"
+
+#include "platform/linux/application_native.h"
+#include "platform/linux/main_loop.h"
+#include "platform/linux/menu_native.h"
+#include "platform/linux/window_native.h"
+
+#include <utility>
+
+namespace platform {
+namespace {
+
+struct State {
+    ApplicationDelegate* delegate = nullptr;
+    std::unique_ptr<Menu> mainMenu;
+    std::unique_ptr<Gtk::MenuBar> menuBar;
+    std::weak_ptr<Window> mainWindow;
+};
+
+State& state() {
+    static State only;
+    return only;
+}
+
+void placeMenuBar() {
+    const auto window = state().mainWindow.lock();
+    if (window && state().menuBar) window->native().setMenuBar(*state().menuBar);
+}
+
+} // namespace
+
+Application& Application::sharedApplication() {
+    static Application application;
+    return application;
+}
+
+ApplicationDelegate* Application::delegate() const { return state().delegate; }
+
+void Application::setDelegate(ApplicationDelegate* delegate) { state().delegate = delegate; }
+
+Menu* Application::mainMenu() const { return state().mainMenu.get(); }
+
+void Application::setMainMenu(std::unique_ptr<Menu> menu) {
+    state().menuBar.reset();
+    state().mainMenu = std::move(menu);
+    if (state().mainMenu) state().menuBar = makeMenuBar(*state().mainMenu);
+    placeMenuBar();
+}
+
+void Application::activate() {
+    const auto window = state().mainWindow.lock();
+    if (window && window->native().isVisible()) window->native().present();
+}
+
+void Application::terminate() {
+    const auto reply = state().delegate ? state().delegate->applicationShouldTerminate()
+                                        : ApplicationTerminateReply::terminateNow;
+    if (reply == ApplicationTerminateReply::terminateNow) endMainLoop(0);
+}
+
+void Application::replyToApplicationShouldTerminate(bool shouldTerminate) {
+    if (shouldTerminate) endMainLoop(0);
+}
+
+void setMainWindow(const std::shared_ptr<Window>& window) {
+    state().mainWindow = window;
+    placeMenuBar();
+}
+
+} // namespace platform

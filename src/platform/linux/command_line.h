@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// What the host was asked for on its command line.
+struct CommandLine {
+    enum class Wish { run, help, version, unclear };
+
+    Wish wish = Wish::run;
+    std::vector<std::string> interface; // the interface's program and its arguments; empty: the usual one
+    std::string problem;                // what is unclear, and what to do
+};
+
+CommandLine readCommandLine(const std::vector<std::string>& arguments);
+
+std::string helpText();
+std::string versionText();
+
+} // namespace platform

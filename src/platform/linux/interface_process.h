@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/linux/file_descriptor.h"
+
+#include <sigc++/connection.h>
+#include <sys/types.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// The running interface. Never outlives this object, nor the host. Main thread only.
+class InterfaceProcess {
+public:
+    // `ended` is called once, from the main loop, when the process ends by itself. Null, with the reason in
+    // `whyNot`, when it cannot be started. `environment` holds
+    // NAME=value. It shares the host's standard input, output and error.
+    static std::unique_ptr<InterfaceProcess> start(const std::vector<std::string>& command,
+                                                   const std::vector<std::string>& environment,
+                                                   std::function<void()> ended, std::string& whyNot);
+
+    InterfaceProcess(pid_t process, std::function<void()> ended);
+    ~InterfaceProcess();
+    InterfaceProcess(const InterfaceProcess&) = delete;
+    InterfaceProcess& operator=(const InterfaceProcess&) = delete;
+
+    // Blocks: waits up to `grace` for the process to end by itself, then asks it to, then ends it. `ended` is
+    // not called any more. True when it ended by itself.
+    bool end(std::chrono::milliseconds grace);
+
+    // As a shell has it: 128 + the signal's number for a process ended by one. Absent while it runs.
+    std::optional<int> exitStatus() const { return exitStatus_; }
+
+    // How it ended, to follow its name in a sentence.
+    std::string ending() const;
+
+private:
+    bool waitFor(std::chrono::milliseconds time);
+
+    pid_t process_;
+    FileDescriptor descriptor_; // readable when the process has ended
+    sigc::connection watch_;
+    std::optional<int> exitStatus_;
+    int signal_ = 0;
+};
+
+} // namespace platform

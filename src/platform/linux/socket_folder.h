@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/linux/file_descriptor.h"
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+// A fresh folder that only this user can enter, for one socket; a host has one. Removed when this ends. What
+// a killed host left behind is removed by the next one.
+class SocketFolder {
+public:
+    // In $XDG_RUNTIME_DIR, else in the temporary folder. Absent, with the reason in `whyNot`, when neither
+    // takes it.
+    static std::optional<SocketFolder> create(std::string& whyNot);
+
+    ~SocketFolder();
+    SocketFolder(SocketFolder&&) = default;
+    SocketFolder& operator=(SocketFolder&&) = delete;
+
+    std::string socketPath() const;
+
+    // Removes what exists of this process, for when it ends without destroying anything. Safe in a handler.
+    static void removeAll();
+
+private:
+    SocketFolder(std::string path, FileDescriptor lock) : path_(std::move(path)), lock_(std::move(lock)) {}
+
+    std::string path_;
+    FileDescriptor lock_; // held while the folder is in use; the system lets go of it with the process
+};
+
+} // namespace platform

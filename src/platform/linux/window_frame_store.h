@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/geometry.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// A window's frame, kept under a name in the user's state folder ($XDG_STATE_HOME, else ~/.local/state)
+// between runs.
+class WindowFrameStore {
+public:
+    explicit WindowFrameStore(std::string_view name);
+
+    // Absent when nothing was kept, or nothing that makes a frame.
+    std::optional<Rect> load() const;
+
+    // A frame that cannot be kept is not kept: the next window opens where a first one does.
+    void save(const Rect& frame) const;
+
+private:
+    std::string path_; // empty when this user has no place for it
+};
+
+// `frame`, made no larger than `area` and moved into it as little as needed.
+Rect fitted(Rect frame, const Rect& area);
+
+} // namespace platform

@@ -1,0 +1,120 @@
+#include "platform/linux/window_native.h"
+
+#include "platform/application.h"
+#include "platform/linux/screen_coordinates.h"
+#include "platform/linux/window_look.h"
+#include "platform/main_queue.h"
+
+#include <gdk/gdkx.h>
+
+#include <cmath>
+#include <utility>
+
+namespace platform {
+namespace {
+
+int whole(double points) { return static_cast<int>(std::lround(points)); }
+
+// The newest time there is: with an older one metacity takes the window for an unasked one and leaves it
+// behind.
+guint32 serverTime(Gtk::Window& window) { return gdk_x11_get_server_time(window.get_window()->gobj()); }
+
+} // namespace
+
+Window::Native::Native(std::uint64_t styleMask) : styleMask_(styleMask) {
+    installWindowLook();
+    header.set_show_close_button(true);
+    header.get_style_context()->add_class(barClass);
+    header.show();
+    column_.pack_end(view, Gtk::PACK_EXPAND_WIDGET);
+    column_.show();
+    window.set_titlebar(header);
+    window.add(column_);
+    window.get_style_context()->add_class("quillmark-window");
+    window.set_resizable((styleMask & WindowStyleMaskResizable) != 0);
+    window.add_events(Gdk::BUTTON_PRESS_MASK | Gdk::PROPERTY_CHANGE_MASK);
+    gtk_widget_realize(GTK_WIDGET(window.gobj())); // so that its measures are known before it is shown
+
+    window.signal_delete_event().connect([this](GdkEventAny*) { return close(), true; });
+    window.signal_button_press_event().connect([this](GdkEventButton* event) { return dragged(event); });
+    window.signal_window_state_event().connect(
+        [this](GdkEventWindowState* event) { return stateChanged(*event), false; });
+    window.signal_configure_event().connect([this](GdkEventConfigure*) { return configured(), false; },
+                                            false);
+}
+
+Window::Native::~Native() {
+    if (saveQueued_) saveFrame();
+}
+
+void Window::Native::setMenuBar(Gtk::MenuBar& bar) {
+    menuBar_ = &bar;
+    column_.pack_start(bar, Gtk::PACK_SHRINK);
+}
+
+// The window itself never closes: the delegate is asked, from the main queue as any entry into the host.
+void Window::Native::close() {
+    MainQueue::async([this, life = std::weak_ptr(life_)] {
+        if (life.expired() || (delegate != nullptr && !delegate->windowShouldClose())) return;
+        orderOut();
+        auto& application = Application::sharedApplication();
+        auto* asked = application.delegate();
+        if (asked != nullptr && asked->applicationShouldTerminateAfterLastWindowClosed())
+            application.terminate();
+    });
+}
+
+bool Window::Native::dragged(GdkEventButton* event) {
+    if (!movableByBackground || event->type != GDK_BUTTON_PRESS || event->button != GDK_BUTTON_PRIMARY)
+        return false;
+    window.begin_move_drag(static_cast<int>(event->button), whole(event->x_root), whole(event->y_root),
+                           event->time);
+    return true;
+}
+
+void Window::Native::stateChanged(const GdkEventWindowState& event) {
+    state_ = event.new_window_state;
+    if (!isFree()) wanted_.reset();
+    if ((event.changed_mask & GDK_WINDOW_STATE_FULLSCREEN) == 0) return;
+    MainQueue::async([this, entered = isFullScreen(), life = std::weak_ptr(life_)] {
+        if (life.expired() || delegate == nullptr) return;
+        entered ? delegate->windowDidEnterFullScreen() : delegate->windowDidExitFullScreen();
+    });
+}
+
+void Window::Native::configured() {
+    if (!window.get_mapped()) return;
+    const auto shown = shownFrame();
+    if (wanted_ && wanted_->width == shown.width && wanted_->height == shown.height) wanted_.reset();
+    if (isFree()) saveFrameSoon();
+}
+
+void Window::Native::setStyleMask(std::uint64_t styleMask) {
+    const bool fullScreen = (styleMask & WindowStyleMaskFullScreen) != 0;
+    styleMask_ = styleMask & ~WindowStyleMaskFullScreen;
+    window.set_resizable((styleMask & WindowStyleMaskResizable) != 0);
+    if (fullScreen != isFullScreen()) fullScreen ? window.fullscreen() : window.unfullscreen();
+}
+
+std::uint64_t Window::Native::styleMask() const {
+    return styleMask_ | (isFullScreen() ? WindowStyleMaskFullScreen : 0);
+}
+
+void Window::Native::present() {
+    if (!window.get_mapped() && wanted_) setFrame(*wanted_); // else the window manager chooses a new place
+    const guint32 time = serverTime(window);
+    gdk_x11_window_set_user_time(window.get_window()->gobj(), time);
+    window.show();
+    window.present(time);
+    window.get_display()->flush();
+    expectAnswer();
+}
+
+void Window::Native::orderOut() {
+    if (window.get_mapped() && isFree()) wanted_ = frame();
+    if (saveQueued_) saveFrame();
+    window.hide();
+    window.get_display()->flush(); // the main thread may sleep next, until the focus is back where it was
+}
+
+} // namespace platform
