@@ -1,0 +1,82 @@
+#include "conformance/stage.h"
+
+#include <gtest/gtest.h>
+
+namespace conformance {
+namespace {
+
+using namespace platform;
+
+struct HotKeyTest : testing::Test {
+    static constexpr std::uint32_t space = 49;
+    static constexpr std::uint32_t mask = optionKey | shiftKey;
+    static constexpr CGEventFlags heldForIt = kCGEventFlagMaskAlternate | kCGEventFlagMaskShift;
+
+    Stage stage;
+    std::unique_ptr<Program> program = stage.open({.value = ""});
+    int presses = 0;
+    EventHandlerRef handler = InstallEventHandler(GetApplicationEventTarget(),
+                                                  [this] {
+                                                      ++presses;
+                                                      return noErr;
+                                                  },
+                                                  {kEventClassKeyboard, kEventHotKeyPressed});
+
+    static EventHotKeyRef registerKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+        return RegisterEventHotKey(keyCode, modifiers, {0x54455354, 1}, GetApplicationEventTarget(), 0);
+    }
+
+    bool pressed(int times) {
+        return stage.runUntil([&] { return presses >= times; }) && presses == times;
+    }
+};
+
+TEST_F(HotKeyTest, APressAnywhereRunsTheHandlerOnceAndKeepsTheKeyFromTheProgram) {
+    const auto key = registerKey(space, mask);
+    ASSERT_TRUE(handler && key);
+    stage.press(space, heldForIt);
+    EXPECT_EQ(presses, 0) << "a press arrives through the main queue";
+    EXPECT_TRUE(pressed(1));
+    stage.press(space, heldForIt);
+    EXPECT_TRUE(pressed(2));
+    stage.runABit();
+    EXPECT_EQ(presses, 2);
+    EXPECT_EQ(program->value(), "");
+}
+
+TEST_F(HotKeyTest, OtherModifiersAreAnotherCombination) {
+    const auto key = registerKey(space, mask);
+    stage.press(space, kCGEventFlagMaskShift);
+    stage.press(space, heldForIt | kCGEventFlagMaskControl);
+    stage.runABit();
+    EXPECT_EQ(presses, 0);
+}
+
+TEST_F(HotKeyTest, OneHeldByAnotherProgramIsRefusedUntilItIsFree) {
+    auto others = stage.takeHotKey(space, mask);
+    EXPECT_FALSE(registerKey(space, mask));
+    EXPECT_TRUE(registerKey(space, mask | controlKey));
+    others.reset();
+    EXPECT_TRUE(stage.runUntil([] { return registerKey(space, mask) != nullptr; }));
+}
+
+TEST_F(HotKeyTest, OneGivenBackIsSilentAndCanBeHadAgain) {
+    auto key = registerKey(space, mask);
+    ASSERT_TRUE(key);
+    key.reset();
+    stage.press(space, heldForIt);
+    stage.runABit();
+    EXPECT_EQ(presses, 0);
+    key = registerKey(space, mask);
+    ASSERT_TRUE(key);
+    stage.press(space, heldForIt);
+    EXPECT_TRUE(pressed(1));
+
+    handler.reset();
+    stage.press(space, heldForIt);
+    stage.runABit();
+    EXPECT_EQ(presses, 1) << "a removed handler is not called";
+}
+
+} // namespace
+} // namespace conformance

@@ -1,0 +1,115 @@
+// Key codes, synthetic keystrokes and held modifiers.
+#include "conformance/stage.h"
+#include "platform/keyboard_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace conformance {
+namespace {
+
+using namespace platform;
+
+// The first key that types the character without modifiers; absent when none does.
+std::optional<CGKeyCode> keyThatTypes(char16_t character) {
+    const auto source = TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
+    const auto layout =
+        TISGetInputSourceProperty(source, InputSourceProperty::kTISPropertyUnicodeKeyLayoutData);
+    if (!layout) return std::nullopt;
+    for (CGKeyCode key = 0; key < 128; ++key) {
+        std::uint32_t deadKeyState = 0;
+        const auto typed =
+            UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState, 4);
+        if (typed == std::u16string(1, character)) return key;
+    }
+    return std::nullopt;
+}
+
+// Posts the key that types the character, together with the modifiers.
+void post(char16_t character, CGEventFlags modifiers) {
+    const auto key = keyThatTypes(character);
+    ASSERT_TRUE(key.has_value());
+    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
+    for (const bool down : {true, false}) {
+        auto event = CGEventCreateKeyboardEvent(source, *key, down);
+        ASSERT_TRUE(event.has_value());
+        CGEventSetFlags(*event, modifiers);
+        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
+    }
+}
+
+struct KeyboardTest : testing::Test {
+    Stage stage;
+    Pasteboard& pasteboard = Pasteboard::generalPasteboard();
+
+    void TearDown() override {
+        stage.releaseAll();
+        EXPECT_TRUE(stage.runUntil([] { return (Event::modifierFlags() & realModifiers) == 0; }))
+            << "a modifier key is stuck";
+    }
+
+    bool pasteboardGets(std::string_view text) {
+        return stage.runUntil([&] { return pasteboard.stringForType(PasteboardTypeString) == text; });
+    }
+};
+
+TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeOnTheLayoutInUse) {
+    struct Case {
+        Stage::Layout layout;
+        CGKeyCode a, c, v;
+    };
+    for (const Case& c : {Case{Stage::Layout::us, 0, 8, 9}, Case{Stage::Layout::french, 12, 8, 9},
+                          Case{Stage::Layout::dvorak, 0, 34, 47}}) {
+        stage.use(c.layout);
+        EXPECT_EQ(keyThatTypes('a'), c.a);
+        EXPECT_EQ(keyThatTypes('c'), c.c);
+        EXPECT_EQ(keyThatTypes('v'), c.v);
+        EXPECT_EQ(keyThatTypes('C'), std::nullopt);
+    }
+}
+
+TEST_F(KeyboardTest, PostedKeystrokesCopySelectAllAndPasteOnEveryLayout) {
+    for (const auto layout : {Stage::Layout::us, Stage::Layout::french, Stage::Layout::dvorak}) {
+        stage.use(layout);
+        const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
+        pasteboard.clearContents();
+        post('c', kCGEventFlagMaskCommand);
+        EXPECT_TRUE(pasteboardGets("wrld"));
+
+        pasteboard.setString("Hello world", PasteboardTypeString);
+        post('a', kCGEventFlagMaskCommand);
+        EXPECT_TRUE(stage.runUntil([&] { return program->selected() == "Hello wrld"; }));
+        post('v', kCGEventFlagMaskCommand);
+        EXPECT_TRUE(stage.runUntil([&] { return program->value() == "Hello world"; })) << program->value();
+    }
+}
+
+TEST_F(KeyboardTest, HeldModifiersAreSeenWhileTheyAreHeld) {
+    stage.use(Stage::Layout::us);
+    for (const CGEventFlags held :
+         {kCGEventFlagMaskShift, kCGEventFlagMaskControl, kCGEventFlagMaskAlternate, kCGEventFlagMaskCommand,
+          kCGEventFlagMaskShift | kCGEventFlagMaskAlternate}) {
+        stage.hold(held);
+        EXPECT_TRUE(stage.runUntil([&] { return (Event::modifierFlags() & realModifiers) == held; })) << held;
+        stage.releaseAll();
+        EXPECT_TRUE(stage.runUntil([] { return (Event::modifierFlags() & realModifiers) == 0; })) << held;
+    }
+}
+
+TEST_F(KeyboardTest, APostedKeystrokeCarriesItsOwnModifiersWhateverTheUserHolds) {
+    stage.use(Stage::Layout::us);
+    const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
+    pasteboard.clearContents();
+    const CGEventFlags held = kCGEventFlagMaskShift | kCGEventFlagMaskAlternate;
+    stage.hold(held);
+    ASSERT_TRUE(stage.runUntil([&] { return (Event::modifierFlags() & realModifiers) == held; }));
+    post('c', kCGEventFlagMaskCommand);
+    EXPECT_TRUE(pasteboardGets("wrld"));
+    EXPECT_EQ(Event::modifierFlags() & realModifiers, held) << "the user still holds them";
+    EXPECT_EQ(program->value(), "Hello wrld");
+}
+
+} // namespace
+} // namespace conformance

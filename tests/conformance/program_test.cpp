@@ -1,0 +1,166 @@
+// Other programs: which one is in front, and what is in its focused field.
+#include "conformance/stage.h"
+#include "platform/accessibility.h"
+#include "platform/workspace.h"
+
+#include <gtest/gtest.h>
+
+namespace conformance {
+namespace {
+
+using namespace platform;
+
+struct ProgramTest : testing::Test {
+    Stage stage;
+
+    static AXUIElementRef elementOf(const AXUIElementRef& element, std::string_view attribute) {
+        const auto value = AXUIElementCopyAttributeValue(element, attribute);
+        const auto* found = value ? std::get_if<AXUIElementRef>(&*value) : nullptr;
+        return found != nullptr ? *found : AXUIElementRef{};
+    }
+
+    static AXUIElementRef focusedElement(const Program& program) {
+        return elementOf(AXUIElementCreateApplication(program.pid()), "AXFocusedUIElement");
+    }
+
+    static std::optional<std::string> text(const AXUIElementRef& element, std::string_view attribute) {
+        const auto value = AXUIElementCopyAttributeValue(element, attribute);
+        const auto* found = value ? std::get_if<std::string>(&*value) : nullptr;
+        return found != nullptr ? std::optional(*found) : std::nullopt;
+    }
+
+    static bool editable(const AXUIElementRef& element) {
+        const auto value = AXUIElementCopyAttributeValue(element, "AXEditable");
+        const auto* found = value ? std::get_if<bool>(&*value) : nullptr;
+        return found != nullptr && *found;
+    }
+
+    static std::optional<CFRange> range(const AXUIElementRef& element) {
+        const auto value = AXUIElementCopyAttributeValue(element, "AXSelectedTextRange");
+        const auto* boxed = value ? std::get_if<AXValue>(&*value) : nullptr;
+        return boxed != nullptr ? AXValueGetValue(*boxed, AXValueType::cfRange) : std::nullopt;
+    }
+
+    static std::optional<RunningApplication> frontmost() {
+        return Workspace::sharedWorkspace().frontmostApplication();
+    }
+
+    bool comesToFront(const Program& program) {
+        return stage.runUntil([&] {
+            const auto front = frontmost();
+            return front && front->processIdentifier() == program.pid();
+        });
+    }
+};
+
+TEST_F(ProgramTest, TheOneInFrontIsKnownByItsProcessAndOutlivesItAsAHandle) {
+    auto program = stage.open({.value = "text"});
+    const auto found = frontmost();
+    ASSERT_TRUE(found.has_value());
+    EXPECT_EQ(found->processIdentifier(), program->pid());
+    EXPECT_FALSE(found->bundleIdentifier().value_or("").empty());
+    EXPECT_FALSE(found->localizedName().value_or("").empty());
+    EXPECT_TRUE(*found == *frontmost());
+    EXPECT_FALSE(*found == RunningApplication::currentApplication());
+    EXPECT_FALSE(found->isTerminated());
+    EXPECT_FALSE(RunningApplication::currentApplication().isTerminated());
+
+    program->kill();
+    EXPECT_TRUE(stage.runUntil([&] { return found->isTerminated(); }));
+    EXPECT_EQ(found->processIdentifier(), program->pid());
+}
+
+TEST_F(ProgramTest, AnEarlierOneComesBackToTheFrontWhenAsked) {
+    const auto first = stage.open({.value = "first"});
+    const auto handle = frontmost();
+    ASSERT_TRUE(handle.has_value());
+    const auto second = stage.open({.value = "second"});
+    ASSERT_EQ(frontmost()->processIdentifier(), second->pid());
+    EXPECT_FALSE(*frontmost() == *handle);
+    EXPECT_TRUE(handle->activateFromApplication(RunningApplication::currentApplication()));
+    EXPECT_TRUE(comesToFront(*first));
+}
+
+TEST_F(ProgramTest, ItsFocusedFieldShowsKindTextAndSelection) {
+    struct Case {
+        FieldKind kind;
+        std::string role;
+        bool editable;
+    };
+    for (const Case& c :
+         {Case{FieldKind::text, "AXTextArea", true}, Case{FieldKind::line, "AXTextField", true},
+          Case{FieldKind::readOnly, "AXTextField", false}}) {
+        const auto program = stage.open({.kind = c.kind, .value = "Grüße an Anna", .selected = "Anna"});
+        const auto field = focusedElement(*program);
+        ASSERT_TRUE(field);
+        EXPECT_EQ(text(field, "AXRole"), c.role);
+        EXPECT_NE(text(field, "AXSubrole"), "AXSecureTextField");
+        EXPECT_EQ(editable(field), c.editable);
+        EXPECT_EQ(text(field, "AXValue"), "Grüße an Anna");
+        EXPECT_EQ(text(field, "AXSelectedText"), "Anna");
+        EXPECT_EQ(range(field).value_or(CFRange{}).length, 4);
+        EXPECT_FALSE(AXUIElementCopyAttributeValue(field, "AXNoSuchThing").has_value());
+    }
+}
+
+TEST_F(ProgramTest, AFieldWithoutSelectionHasAnEmptyRange) {
+    const auto program = stage.open({.value = "Dear Anna"});
+    const auto field = focusedElement(*program);
+    EXPECT_EQ(text(field, "AXSelectedText").value_or(""), "");
+    ASSERT_TRUE(range(field).has_value());
+    EXPECT_EQ(range(field)->length, 0);
+}
+
+TEST_F(ProgramTest, APasswordFieldSaysSoAndKeepsItsText) {
+    const auto program = stage.open({.kind = FieldKind::password, .value = "secret", .selected = "secret"});
+    const auto field = focusedElement(*program);
+    EXPECT_EQ(text(field, "AXSubrole"), "AXSecureTextField");
+    EXPECT_NE(text(field, "AXValue"), "secret");
+    EXPECT_NE(text(field, "AXSelectedText"), "secret");
+}
+
+TEST_F(ProgramTest, ElementsAreEqualWhenTheyAreTheSameElement) {
+    const auto program = stage.open({.value = "text", .title = "Shopping list"});
+    const auto application = AXUIElementCreateApplication(program->pid());
+    const auto field = focusedElement(*program);
+    const auto window = elementOf(application, "AXFocusedWindow");
+    ASSERT_TRUE(field && window);
+    EXPECT_EQ(text(window, "AXTitle"), "Shopping list");
+    EXPECT_TRUE(CFEqual(field, focusedElement(*program)));
+    EXPECT_TRUE(CFEqual(window, elementOf(application, "AXFocusedWindow")));
+    EXPECT_TRUE(CFEqual(field, elementOf(AXUIElementCreateSystemWide(), "AXFocusedUIElement")));
+    EXPECT_FALSE(CFEqual(field, window));
+
+    const auto other = stage.open({.value = "text", .title = "Shopping list"});
+    EXPECT_FALSE(CFEqual(field, focusedElement(*other)));
+    EXPECT_FALSE(CFEqual(window, elementOf(AXUIElementCreateApplication(other->pid()), "AXFocusedWindow")));
+}
+
+TEST_F(ProgramTest, OneThatDoesNotAnswerCostsABoundedTimeAndYieldsNothing) {
+    struct Case {
+        const char* what;
+        void (Program::*end)();
+    };
+    for (const Case& c : {Case{"hung", &Program::hang}, Case{"dead", &Program::kill}}) {
+        SCOPED_TRACE(c.what);
+        const auto program = stage.open({.value = "text", .selected = "text"});
+        const auto application = AXUIElementCreateApplication(program->pid());
+        const auto field = focusedElement(*program);
+        ASSERT_TRUE(field);
+        ((*program).*c.end)();
+        const TimePoint start = now();
+        EXPECT_FALSE(text(field, "AXValue").has_value());
+        EXPECT_FALSE(elementOf(application, "AXFocusedUIElement"));
+        EXPECT_FALSE(elementOf(application, "AXFocusedWindow"));
+        EXPECT_LT(now() - start, Seconds{2});
+    }
+}
+
+TEST_F(ProgramTest, NothingIsReadThroughAnEmptyHandle) {
+    EXPECT_FALSE(AXUIElementCopyAttributeValue({}, "AXValue").has_value());
+    EXPECT_FALSE(AXUIElementSetAttributeValue({}, "AXManualAccessibility", true));
+    EXPECT_TRUE(AXIsProcessTrustedWithOptions({}));
+}
+
+} // namespace
+} // namespace conformance
