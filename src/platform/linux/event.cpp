@@ -11,6 +11,7 @@
 
 #include <X11/XKBlib.h>
 #include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
 
 #include <ranges>
 #include <utility>
@@ -40,8 +41,11 @@ public:
         if (!map || goesToTerminal(event)) return;
         x11::HotKeyEvents::shared().letKeyboardGo();
         releaseHeldModifiers(*map);
+        XkbGetState(display_, XkbUseCoreKbd, &before_);
         unlockModifiers(map->lockMask());
-        for (const Keystroke& keystroke : keystrokesFor(event, *map)) {
+        const auto latin = map->latinGroup(before_.group);
+        if (latin) chooseGroup(*map, *latin, event.keyCode);
+        for (const Keystroke& keystroke : x11::keystrokesFor(event, *map, latin.has_value())) {
             release(std::exchange(down_, keystroke));
             for (const KeyCode key : down_)
                 fake(key, true);
@@ -54,6 +58,8 @@ public:
         release(std::exchange(down_, {}));
         if (const unsigned locked = std::exchange(unlocked_, 0))
             XkbLockModifiers(display_, XkbUseCoreKbd, locked, locked);
+        if (std::exchange(otherGroup_, false))
+            XkbLockGroup(display_, XkbUseCoreKbd, static_cast<unsigned>(before_.locked_group));
         x11::HotKeyEvents::shared().keepHeldKeyAway();
         XSync(display_, False);
     }
@@ -89,17 +95,28 @@ private:
 
     /// Sticky keys hold modifiers without a finger on them. Caps Lock and Num Lock change no keystroke.
     void unlockModifiers(unsigned locks) {
-        XkbStateRec state{};
-        if (XkbGetState(display_, XkbUseCoreKbd, &state) != Success) return;
-        if (const unsigned latched = state.latched_mods & ~locks)
+        if (const unsigned latched = before_.latched_mods & ~locks)
             XkbLatchModifiers(display_, XkbUseCoreKbd, latched, 0);
-        if ((unlocked_ = state.locked_mods & ~locks) != 0)
-            XkbLockModifiers(display_, XkbUseCoreKbd, unlocked_, 0);
+        unlocked_ = before_.locked_mods & ~locks;
+        if (unlocked_ != 0) XkbLockModifiers(display_, XkbUseCoreKbd, unlocked_, 0);
+    }
+
+    /// Programs look a letter that is not Latin up in the user's other layouts, but take another ASCII
+    /// character as it is: the French A is a slash in Hebrew. Only then the layout is switched for the
+    /// keystroke.
+    void chooseGroup(const x11::Keymap& map, unsigned latin, CGKeyCode keyCode) {
+        const auto key = x11::xKeyCode(keyCode);
+        if (!key) return;
+        const KeySym typed = map.symbol(*key, before_.group);
+        otherGroup_ = typed > XK_space && typed <= XK_asciitilde && typed != map.symbol(*key, latin);
+        if (otherGroup_) XkbLockGroup(display_, XkbUseCoreKbd, latin);
     }
 
     Display* display_;
     Keystroke down_;
+    XkbStateRec before_{};
     unsigned unlocked_ = 0;
+    bool otherGroup_ = false;
 };
 
 } // namespace

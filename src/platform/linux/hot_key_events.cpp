@@ -118,11 +118,8 @@ void HotKeyEvents::pressed(const XKeyEvent& event) {
 }
 
 void HotKeyEvents::released(const XKeyEvent& event) {
-    for (const auto& combination : combinations()) {
-        if (event.keycode != combination->grab.key()) continue;
-        combination->down = false;
-        combination->grab.narrow();
-    }
+    for (const auto& combination : combinations())
+        if (event.keycode == combination->grab.key()) combination->down = false;
 }
 
 /// Another layout may put a modifier, or Num Lock, elsewhere.
@@ -134,24 +131,35 @@ void HotKeyEvents::keyboardChanged() {
 }
 
 void HotKeyEvents::letKeyboardGo() {
-    if (events_) XUngrabKeyboard(Connection::shared()->display(), CurrentTime);
+    if (!events_) return;
+    Display* display = Connection::shared()->display();
+    XUngrabKeyboard(display, CurrentTime);
+    XSync(display, False);
+    // The host sees no release from here on, so what came until now decides.
+    events_->handlePending();
+    for (const auto& combination : combinations()) {
+        combination->interrupted = combination->interrupted || combination->down;
+        // From here on its repeats have no modifiers, so that with them it has been pressed anew.
+        if (!combination->grab.isBare()) combination->down = false;
+    }
 }
 
 void HotKeyEvents::keepHeldKeyAway() {
     for (const auto& combination : combinations()) {
-        if (!combination->down || combination->grab.isWide()) continue;
-        combination->grab.widen();
+        if (!combination->interrupted || combination->bareKey.isHeld()) continue;
+        if (!combination->grab.isBare() && isDown(combination->grab.key()))
+            combination->bareKey.grab(0, combination->grab.locks());
         watchHeldKey(combination);
     }
 }
 
 void HotKeyEvents::watchHeldKey(const std::weak_ptr<HotKeyCombination>& combination) {
     const auto held = combination.lock();
-    if (!held || !held->down) return;
+    if (!held) return;
     if (isDown(held->grab.key()))
-        return MainQueue::asyncAfter(heldKeyInterval, [=, this] { watchHeldKey(combination); });
-    held->down = false;
-    held->grab.narrow();
+        return MainQueue::asyncAfter(heldKeyInterval, [this, combination] { watchHeldKey(combination); });
+    held->interrupted = held->down = false;
+    held->bareKey.release();
 }
 
 } // namespace platform::x11

@@ -10,13 +10,15 @@
 
 namespace platform::x11 {
 
-/// A registered combination, and whether its key is down since a press of it.
+/// A registered combination.
 struct HotKeyCombination {
-    HotKeyCombination(KeyCode key, std::uint32_t wanted) : grab(key), modifiers(wanted) {}
+    HotKeyCombination(KeyCode key, std::uint32_t wanted) : grab(key), bareKey(key), modifiers(wanted) {}
 
     KeyGrab grab;
-    std::uint32_t modifiers; // as registered, whatever keys carry them at the moment
-    bool down = false;
+    KeyGrab bareKey;          // its key without modifiers, while that is kept away from other programs
+    std::uint32_t modifiers;  // as registered, whatever keys carry them at the moment
+    bool down = false;        // its key, since a press of it
+    bool interrupted = false; // a keystroke went out meanwhile
 };
 
 using HotKeyHandler = std::function<OSStatus()>;

@@ -38,30 +38,9 @@ bool KeyGrab::grab(unsigned modifiers, unsigned locks) {
 void KeyGrab::release() {
     Connection* connection = Connection::shared();
     if (!held_ || connection == nullptr) return;
-    narrow();
+    held_ = false;
     request(false);
     XFlush(connection->display());
-    held_ = false;
-}
-
-void KeyGrab::widen() {
-    Connection* connection = Connection::shared();
-    if (!held_ || wide_ || connection == nullptr) return;
-    wide_ = connection->succeeds([&] {
-        XGrabKey(connection->display(), key_, AnyModifier, connection->root(), False, GrabModeAsync,
-                 GrabModeAsync);
-    });
-}
-
-void KeyGrab::narrow() {
-    Connection* connection = Connection::shared();
-    if (!wide_ || connection == nullptr) return;
-    wide_ = false;
-    // Letting go of any modifiers lets go of the combination too.
-    held_ = connection->succeeds([&] {
-        XUngrabKey(connection->display(), key_, AnyModifier, connection->root());
-        request(true);
-    });
 }
 
 bool KeyGrab::matches(const XKeyEvent& event) const {

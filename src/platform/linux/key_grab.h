@@ -22,12 +22,11 @@ public:
     bool grab(unsigned modifiers, unsigned locks);
     void release();
 
-    /// Also takes the key with any other modifiers, or none, until `narrow`.
-    void widen();
-    void narrow();
-    bool isWide() const { return wide_; }
-
     KeyCode key() const { return key_; }
+    unsigned locks() const { return locks_; }
+    bool isHeld() const { return held_; }
+    /// The key alone.
+    bool isBare() const { return modifiers_ == 0; }
     /// True for a press of this combination.
     bool matches(const XKeyEvent& event) const;
     /// True when it is grabbed just like that.
@@ -42,7 +41,6 @@ private:
     unsigned modifiers_ = 0;
     unsigned locks_ = 0;
     bool held_ = false;
-    bool wide_ = false;
 };
 
 } // namespace platform::x11

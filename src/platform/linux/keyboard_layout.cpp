@@ -23,16 +23,6 @@ public:
         return xkb_keysym_to_utf32(static_cast<xkb_keysym_t>(map_.symbol(key, group_, modifiers)));
     }
 
-    /// Most of the Latin letters can be typed: some Latin layouts lack a few, the others lack them all.
-    bool typesAsciiLetters() const {
-        int letters = 0;
-        for (unsigned key = map_.firstKey(); key <= map_.lastKey(); ++key) {
-            const char32_t character = this->character(static_cast<KeyCode>(key), 0);
-            if (character >= U'a' && character <= U'z') ++letters;
-        }
-        return letters > 13;
-    }
-
 private:
     x11::Keymap map_;
     unsigned group_;
@@ -73,16 +63,9 @@ std::u16string utf16(char32_t character) {
 TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource() {
     const auto map = x11::Keymap::read(x11::syntheticKeyboard());
     if (!map) return nullptr;
-    const auto sourceOf = [&map](unsigned group) -> TISInputSourceRef {
-        auto layout = std::make_shared<const UnicodeKeyLayout>(*map, group);
-        if (!layout->typesAsciiLetters()) return nullptr;
-        return std::make_shared<const InputSource>(std::move(layout));
-    };
-    const unsigned current = currentGroup();
-    if (auto source = sourceOf(current)) return source;
-    for (unsigned group = 0; group < map->groups(); ++group)
-        if (auto source = group == current ? nullptr : sourceOf(group)) return source;
-    return nullptr;
+    const auto group = map->latinGroup(currentGroup());
+    if (!group) return nullptr;
+    return std::make_shared<const InputSource>(std::make_shared<const UnicodeKeyLayout>(*map, *group));
 }
 
 UnicodeKeyLayoutRef TISGetInputSourceProperty(const TISInputSourceRef& source, InputSourceProperty) {

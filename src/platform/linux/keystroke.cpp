@@ -43,11 +43,10 @@ std::vector<Keystroke> allOf(std::initializer_list<std::optional<Keystroke>> wan
 
 } // namespace
 
-std::vector<Keystroke> keystrokesFor(const KeyboardEvent& event, const Keymap& map) {
+std::vector<Keystroke> keystrokesFor(const KeyboardEvent& event, const Keymap& map, bool latin) {
     // A keyboard with, say, a Cyrillic layout alone: no program takes its letters for copy and paste, but
     // these keys, older than Control+C and Control+V, mean the same on any layout.
-    if (event.flags == kCGEventFlagMaskCommand && event.keyCode <= positionOfV &&
-        !TISCopyCurrentASCIICapableKeyboardLayoutInputSource()) {
+    if (!latin && event.flags == kCGEventFlagMaskCommand) {
         constexpr CGEventFlags control = kCGEventFlagMaskControl;
         constexpr CGEventFlags shift = kCGEventFlagMaskShift;
         switch (event.keyCode) {

@@ -14,6 +14,6 @@ using Keystroke = std::vector<KeyCode>;
 
 /// What has to be typed for a key with flags, one keystroke after the other. Empty when the keyboard lacks a
 /// key.
-std::vector<Keystroke> keystrokesFor(const KeyboardEvent& event, const Keymap& map);
+std::vector<Keystroke> keystrokesFor(const KeyboardEvent& event, const Keymap& map, bool latin);
 
 } // namespace platform::x11

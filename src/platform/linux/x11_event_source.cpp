@@ -35,13 +35,16 @@ gboolean EventLoopSource::check(GSource* source) {
 }
 
 gboolean EventLoopSource::dispatch(GSource* source, GSourceFunc, gpointer) {
-    const EventLoopSource* owner = reinterpret_cast<Source*>(source)->owner;
-    while (XPending(owner->display_) > 0) {
-        XEvent event{};
-        XNextEvent(owner->display_, &event);
-        owner->handler_(event);
-    }
+    reinterpret_cast<Source*>(source)->owner->handlePending();
     return G_SOURCE_CONTINUE;
+}
+
+void EventLoopSource::handlePending() const {
+    while (XPending(display_) > 0) {
+        XEvent event{};
+        XNextEvent(display_, &event);
+        handler_(event);
+    }
 }
 
 } // namespace platform::x11

@@ -18,6 +18,9 @@ public:
     EventLoopSource(const EventLoopSource&) = delete;
     EventLoopSource& operator=(const EventLoopSource&) = delete;
 
+    /// Handles at once what has arrived, without waiting for the main loop.
+    void handlePending() const;
+
 private:
     struct Source;
     static gboolean prepare(GSource* source, gint* timeout);

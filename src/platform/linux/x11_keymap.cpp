@@ -26,6 +26,23 @@ Keymap::Keymap(std::shared_ptr<XkbDescRec> map) : map_(std::move(map)) {
         groups_ = std::max(groups_, static_cast<unsigned>(XkbKeyNumGroups(map_, key)));
 }
 
+std::optional<unsigned> Keymap::latinGroup(unsigned current) const {
+    if (typesLatin(current)) return current;
+    for (unsigned group = 0; group < groups_; ++group)
+        if (typesLatin(group)) return group;
+    return std::nullopt;
+}
+
+/// Most of the letters will do: some Latin layouts lack a few, the others lack them all.
+bool Keymap::typesLatin(unsigned group) const {
+    int letters = 0;
+    for (unsigned key = firstKey(); key <= lastKey(); ++key) {
+        const KeySym name = symbol(static_cast<KeyCode>(key), group);
+        if (name >= XK_a && name <= XK_z) ++letters;
+    }
+    return letters > 13;
+}
+
 KeySym Keymap::symbol(KeyCode key, unsigned group, unsigned modifiers) const {
     KeySym symbol = NoSymbol;
     unsigned used = 0;

@@ -14,8 +14,9 @@ public:
     /// Asks the server for a keyboard's map (one round trip). Absent when there is none.
     static std::optional<Keymap> read(unsigned keyboard);
 
-    /// How many layouts the user has; the server calls a layout a group.
-    unsigned groups() const { return groups_; }
+    /// The user's layout that types Latin letters, the current one if it does; absent when none does. The
+    /// server calls a layout a group.
+    std::optional<unsigned> latinGroup(unsigned current) const;
 
     /// What a key types in a group while `modifiers` are held; NoSymbol for nothing.
     KeySym symbol(KeyCode key, unsigned group, unsigned modifiers = 0) const;
@@ -38,6 +39,7 @@ public:
 private:
     explicit Keymap(std::shared_ptr<XkbDescRec> map);
     bool isNamed(KeyCode key, KeySym name) const;
+    bool typesLatin(unsigned group) const;
 
     std::shared_ptr<XkbDescRec> map_;
     unsigned groups_ = 0;

@@ -1,0 +1,191 @@
+#include "linux/x11_programs.h"
+#include "platform/hot_key.h"
+#include "platform/linux/server_time.h"
+
+#include <X11/XKBlib.h>
+#include <X11/keysym.h>
+#include <glib.h>
+
+namespace platform::x11test {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::uint32_t space = 49;
+constexpr std::uint32_t altShift = optionKey | shiftKey;
+constexpr unsigned xAltShift = Mod1Mask | ShiftMask;
+constexpr unsigned lockVariants[]{0, LockMask, Mod2Mask, LockMask | Mod2Mask}; // Caps Lock and Num Lock
+constexpr EventTypeSpec press{kEventClassKeyboard, kEventHotKeyPressed};
+
+EventHotKeyRef registerHotKey(std::uint32_t key = space, std::uint32_t modifiers = altShift) {
+    return RegisterEventHotKey(key, modifiers, {}, GetApplicationEventTarget(), 0);
+}
+
+class HotKey : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!hasDisplay()) GTEST_SKIP() << "no display";
+        run("setxkbmap us -option ''; xset r rate 10 200"); // keys repeat from 10 ms on, every 5 ms
+        handler_ = InstallEventHandler(
+            GetApplicationEventTarget(),
+            [this] {
+                ++presses;
+                if (onPress) onPress();
+                return noErr;
+            },
+            press);
+    }
+
+    void holdDown(Person& person) {
+        for (const char* key : {"Alt_L", "Shift_L", "space"})
+            person.press(key);
+    }
+
+    /// How many presses have arrived once everything sent so far has been handled.
+    int settled() const {
+        settle();
+        return presses;
+    }
+
+    int presses = 0;
+    std::function<void()> onPress;
+
+private:
+    EventHandlerRef handler_;
+};
+
+/// Another program's attempt to have a combination; true when it got it. It keeps it for as long as `person`
+/// lives.
+bool otherProgramGrabs(Person& person, unsigned modifiers) {
+    static bool refused = false;
+    refused = false;
+    const auto previous = XSetErrorHandler([](Display*, XErrorEvent*) {
+        refused = true;
+        return 0;
+    });
+    XGrabKey(person.display(), XKeysymToKeycode(person.display(), XK_space), modifiers,
+             DefaultRootWindow(person.display()), False, GrabModeAsync, GrabModeAsync);
+    XSync(person.display(), False);
+    XSetErrorHandler(previous);
+    return !refused;
+}
+
+TEST_F(HotKey, OnePressOfItRunsTheHandlersOnceWhateverIsLocked) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    ASSERT_TRUE(hotKey);
+    for (const unsigned locks : lockVariants) {
+        Person person;
+        XkbLockModifiers(person.display(), XkbUseCoreKbd, LockMask | Mod2Mask, locks);
+        presses = 0;
+        holdDown(person);
+        for (int repeat = 0; repeat < 3; ++repeat)
+            person.press("space");
+        person.releaseAll();
+        EXPECT_EQ(settled(), 1) << "locks " << locks;
+        holdDown(person);
+        EXPECT_TRUE(runUntil([this] { return presses == 2; })) << "locks " << locks;
+        XkbLockModifiers(person.display(), XkbUseCoreKbd, LockMask | Mod2Mask, 0);
+    }
+    EXPECT_NE(x11::lastUserTime(), 0U);
+}
+
+TEST_F(HotKey, OtherCombinationsOfItsKeyStayWithTheProgram) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    Person person;
+    KeyWindow window;
+    person.tap("space");
+    for (const char* extra : {"Control_L", "Super_L"}) {
+        person.press(extra);
+        holdDown(person);
+        person.releaseAll();
+    }
+    EXPECT_EQ(settled(), 0);
+    EXPECT_THAT(window.presses(), ElementsAre("space", "Control+Shift+Alt+space", "Shift+Alt+Super+space"));
+}
+
+TEST_F(HotKey, IsRefusedWholeWhenAnotherProgramHoldsAnyVariantOfIt) {
+    for (const unsigned locks : lockVariants) {
+        {
+            Person holder;
+            ASSERT_TRUE(otherProgramGrabs(holder, xAltShift | locks));
+            EXPECT_FALSE(registerHotKey()) << "locks " << locks;
+            Person other;
+            for (const unsigned free : lockVariants)
+                EXPECT_EQ(otherProgramGrabs(other, xAltShift | free), free != locks)
+                    << "left behind: " << free;
+        }
+        EXPECT_TRUE(runUntil([] { return registerHotKey() != nullptr; })) << "locks " << locks;
+    }
+    EXPECT_FALSE(registerHotKey(0x34)) << "there is no such key";
+    EXPECT_FALSE(registerHotKey(0x10000 + space)) << "nor this one";
+}
+
+TEST_F(HotKey, IsGivenBackAndHeldOnlyOnce) {
+    Person person;
+    {
+        const EventHotKeyRef hotKey = registerHotKey();
+        ASSERT_TRUE(hotKey);
+        EXPECT_FALSE(registerHotKey()) << "it is taken, if only by ourselves";
+        EXPECT_FALSE(otherProgramGrabs(person, xAltShift));
+        holdDown(person);
+        person.releaseAll();
+    } // a press that nobody has been told of yet goes with its registration
+    EXPECT_EQ(settled(), 0);
+    EXPECT_TRUE(otherProgramGrabs(person, xAltShift));
+}
+
+TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    Person person;
+    KeyWindow window;
+    onPress = [] { post(8, kCGEventFlagMaskCommand); };
+    holdDown(person);
+    EXPECT_EQ(settled(), 1);
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
+    person.release("space"); // what a repeat looks like here: the key's press with no modifiers
+    person.press("space");
+    settle();
+    person.releaseAll();
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
+    EXPECT_TRUE(runUntil([&] {
+        person.tap("space");
+        return window.presses().back() == "space";
+    })) << "the key must be the program's again once it has come up";
+    holdDown(person);
+    EXPECT_EQ(settled(), 2);
+    EXPECT_THAT(window.presses(), testing::Contains("Control+c").Times(2));
+}
+
+TEST_F(HotKey, MayBeAKeyAlone) {
+    const EventHotKeyRef hotKey = registerHotKey(0x6D, 0); // F10
+    Person person;
+    KeyWindow window;
+    onPress = [] { post(8, kCGEventFlagMaskCommand); };
+    person.press("F10");
+    const ::Time start = x11::serverTime();
+    EXPECT_TRUE(runUntil([&] { return x11::serverTime() > start + 40; })) << "several repeats";
+    EXPECT_EQ(presses, 1);
+    person.release("F10");
+    EXPECT_TRUE(runUntil([&] {
+        person.tap("F10");
+        return settled() == 2;
+    }));
+}
+
+TEST_F(HotKey, FollowsItsModifiersWhenTheKeyboardChanges) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    const char* changes[]{"setxkbmap fr,ru -option grp:win_space_toggle",
+                          "xmodmap -e 'clear mod1' -e 'clear mod3' -e 'add mod3 = Alt_L'",
+                          "setxkbmap us -option ''"};
+    for (const char* change : changes) {
+        Person person;
+        ASSERT_TRUE(run(change));
+        settle();
+        presses = 0;
+        holdDown(person);
+        EXPECT_EQ(settled(), 1) << change;
+    }
+}
+
+} // namespace
+} // namespace platform::x11test

@@ -1,0 +1,200 @@
+#include "linux/x11_programs.h"
+
+#include "platform/main_queue.h"
+
+#include <X11/XKBlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <glib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+namespace platform::x11test {
+namespace {
+
+using namespace std::chrono_literals;
+
+::Window openWindow(Display* display, const char* windowClass, const char* title) {
+    const ::Window window =
+        XCreateSimpleWindow(display, DefaultRootWindow(display), 50, 50, 300, 200, 0, 0, 0);
+    XStoreName(display, window, title);
+    std::string instance(windowClass);
+    std::string name(windowClass);
+    XClassHint hint{instance.data(), name.data()};
+    XSetClassHint(display, window, &hint);
+    XSelectInput(display, window, KeyPressMask | StructureNotifyMask);
+    XMapWindow(display, window);
+    XFlush(display);
+    return window;
+}
+
+bool isViewable(Display* display, ::Window window) {
+    XWindowAttributes attributes{};
+    return XGetWindowAttributes(display, window, &attributes) != 0 && attributes.map_state == IsViewable;
+}
+
+::Window focusOf(Display* display) {
+    ::Window focus = None;
+    int revert = 0;
+    XGetInputFocus(display, &focus, &revert);
+    return focus;
+}
+
+std::string nameOf(unsigned state, KeySym symbol) {
+    std::string name;
+    if ((state & ControlMask) != 0) name += "Control+";
+    if ((state & ShiftMask) != 0) name += "Shift+";
+    if ((state & Mod1Mask) != 0) name += "Alt+";
+    if ((state & Mod4Mask) != 0) name += "Super+";
+    if ((state & Mod5Mask) != 0) name += "AltGr+";
+    const char* text = XKeysymToString(symbol);
+    return name + (text != nullptr ? text : "?");
+}
+
+} // namespace
+
+bool hasDisplay() { return std::getenv("DISPLAY") != nullptr; }
+
+bool runUntil(const std::function<bool()>& done) {
+    for (const TimePoint deadline = now() + 8s; !done();) {
+        if (now() >= deadline) return false;
+        settle();
+        std::this_thread::sleep_for(1ms);
+    }
+    return true;
+}
+
+void settle() {
+    while (g_main_context_iteration(nullptr, FALSE)) {
+    }
+}
+
+Person::Person() : display_(XOpenDisplay(nullptr)) {}
+
+Person::~Person() {
+    releaseAll();
+    XCloseDisplay(display_);
+}
+
+void Person::releaseAll() {
+    for (const KeyCode key : down_)
+        XTestFakeKeyEvent(display_, key, False, CurrentTime);
+    down_.clear();
+    XSync(display_, False);
+}
+
+void Person::fake(const std::string& key, bool down) {
+    const KeyCode code = XKeysymToKeycode(display_, XStringToKeysym(key.c_str()));
+    ASSERT_NE(code, 0) << key;
+    XTestFakeKeyEvent(display_, code, down ? True : False, CurrentTime);
+    XSync(display_, False);
+    std::erase(down_, code);
+    if (down) down_.push_back(code);
+}
+
+void Person::tap(const std::string& key) {
+    press(key);
+    release(key);
+}
+
+bool Person::nothingIsHeld() const {
+    char keys[32]{};
+    XQueryKeymap(display_, keys);
+    XkbStateRec state{};
+    XkbGetState(display_, XkbUseCoreKbd, &state);
+    return std::all_of(std::begin(keys), std::end(keys), [](char key) { return key == 0; }) &&
+           state.base_mods == 0 && state.latched_mods == 0;
+}
+
+KeyWindow::KeyWindow(const char* windowClass)
+    : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass, windowClass)) {
+    EXPECT_TRUE(runUntil([this] { return isViewable(display_, window_); }));
+    // With and without a window manager.
+    EXPECT_TRUE(runUntil([this] {
+        XSetInputFocus(display_, window_, RevertToParent, CurrentTime);
+        return focusOf(display_) == window_;
+    }));
+}
+
+KeyWindow::~KeyWindow() { XCloseDisplay(display_); }
+
+void KeyWindow::read() {
+    XSync(display_, False);
+    while (XPending(display_) > 0) {
+        XEvent event{};
+        XNextEvent(display_, &event);
+        if (event.type == MappingNotify) XRefreshKeyboardMapping(&event.xmapping);
+        if (event.type != KeyPress) continue;
+        const auto key = static_cast<KeyCode>(event.xkey.keycode);
+        unsigned used = 0;
+        KeySym symbol = NoSymbol;
+        XkbLookupKeySym(display_, key, XkbBuildCoreState(0, XkbGroupForCoreState(event.xkey.state)), &used,
+                        &symbol);
+        if (IsModifierKey(symbol)) continue;
+        KeySym latin = symbol;
+        for (unsigned other = 0; other < 4 && latin > 0xFF && latin < 0xFF00; ++other)
+            if (const KeySym candidate = XkbKeycodeToKeysym(display_, key, other, 0);
+                candidate != NoSymbol && candidate <= 0xFF)
+                latin = candidate;
+        presses_.push_back(nameOf(event.xkey.state, symbol));
+        latinPresses_.push_back(nameOf(event.xkey.state, latin));
+    }
+}
+
+const std::vector<std::string>& KeyWindow::presses() {
+    read();
+    return presses_;
+}
+
+const std::vector<std::string>& KeyWindow::latinPresses() {
+    read();
+    return latinPresses_;
+}
+
+Program::Program(const char* windowClass, const char* title) : process_(::fork()) {
+    if (process_ != 0) return;
+    Display* display = XOpenDisplay(nullptr);
+    openWindow(display, windowClass, title);
+    for (XEvent event{};;)
+        XNextEvent(display, &event);
+}
+
+void Program::end() {
+    if (process_ <= 0) return;
+    ::kill(process_, SIGKILL);
+    ::waitpid(process_, nullptr, 0);
+    process_ = 0;
+}
+
+void post(CGKeyCode key, CGEventFlags flags) {
+    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
+    for (const bool down : {true, false}) {
+        auto event = CGEventCreateKeyboardEvent(source, key, down);
+        ASSERT_TRUE(event);
+        CGEventSetFlags(*event, flags);
+        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
+    }
+}
+
+std::optional<CGKeyCode> keyFor(char16_t character) {
+    const auto source = TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
+    const auto layout =
+        TISGetInputSourceProperty(source, InputSourceProperty::kTISPropertyUnicodeKeyLayoutData);
+    if (!layout) return std::nullopt;
+    for (CGKeyCode key = 0; key < 128; ++key) {
+        std::uint32_t deadKeyState = 0;
+        const auto units =
+            UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState, 4);
+        if (units && *units == std::u16string(1, character)) return key;
+    }
+    return std::nullopt;
+}
+
+bool run(const std::string& command) { return std::system(command.c_str()) == 0; }
+
+} // namespace platform::x11test
