@@ -21,7 +21,10 @@ using testing::Not;
 
 class CaptureAndPaste : public testing::Test {
 protected:
-    void SetUp() override { initialize({}); }
+    void SetUp() override {
+        host.bringToFront(desktop); // or it would come to the front in the middle of the test
+        initialize({});
+    }
 
     void initialize(const EncodableList& excluded) {
         const CallOutcome reply = host.call("initialize", EncodableMap{{"excluded_apps", excluded}});
@@ -34,8 +37,16 @@ protected:
         return host.nextCall("capture", limit).value_or(EncodableValue());
     }
 
-    CallOutcome paste(std::string_view text, const std::string& token) {
-        return host.call("paste", EncodableMap{{"text", text}, {"token", token}});
+    // "pasted", "copied-only" or the error's code.
+    std::string paste(std::string_view text, const std::string& token) {
+        return answer(host.startCall("paste", EncodableMap{{"text", text}, {"token", token}}));
+    }
+    std::string answer(std::uint32_t call) {
+        const CallOutcome outcome = host.answer(call);
+        if (const auto* error = std::get_if<flutter::FlutterError>(&outcome)) return error->code;
+        const auto* value = std::get_if<EncodableValue>(&outcome);
+        const auto* reply = value ? flutter::asString(*value) : nullptr;
+        return reply ? *reply : "(none)";
     }
 
     Desktop desktop;
@@ -47,9 +58,6 @@ std::string textOf(const EncodableValue& capture, std::string_view key) {
     return text ? *text : "(none)";
 }
 
-const CallOutcome pasted = EncodableValue("pasted");
-const CallOutcome copiedOnly = EncodableValue("copied-only");
-
 TEST_F(CaptureAndPaste, ASelectionIsReplacedWhereItStands) {
     Fields fields({"entry=one two three"}, "A title");
     fields.command("select 0 4 7");
@@ -58,11 +66,11 @@ TEST_F(CaptureAndPaste, ASelectionIsReplacedWhereItStands) {
     EXPECT_EQ(textOf(got, "source"), "selection");
     EXPECT_EQ(textOf(got, "title"), "A title");
     ASSERT_EQ(textOf(got, "token").size(), 36u);
-    EXPECT_EQ(paste("2 \xE2\x98\xBA", textOf(got, "token")), pasted);
+    EXPECT_EQ(paste("2 \xE2\x98\xBA", textOf(got, "token")), "pasted");
     EXPECT_TRUE(waitUntil([&] {
         return fields.dump().find("one 2 \xE2\x98\xBA three") != std::string::npos;
     })) << fields.dump();
-    EXPECT_EQ(paste("again", textOf(got, "token")), copiedOnly) << "a token served twice";
+    EXPECT_EQ(paste("again", textOf(got, "token")), "copied-only") << "a token served twice";
     EXPECT_EQ(desktop.text("CLIPBOARD"), "again");
 }
 
@@ -71,7 +79,7 @@ TEST_F(CaptureAndPaste, AWholeFieldIsReplacedAsAWhole) {
     const EncodableValue got = capture();
     EXPECT_EQ(textOf(got, "text"), "first line\nsecond line");
     EXPECT_EQ(textOf(got, "source"), "field");
-    EXPECT_EQ(paste("all new", textOf(got, "token")), pasted);
+    EXPECT_EQ(paste("all new", textOf(got, "token")), "pasted");
     EXPECT_TRUE(waitUntil([&] { return fields.dump().find("\"text\": \"all new\"") != std::string::npos; }))
         << fields.dump();
 }
@@ -81,7 +89,7 @@ TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
     fields.command("select 0 4 7");
     const EncodableValue got = capture();
     fields.command("select 0 0 3");
-    EXPECT_EQ(paste("2", textOf(got, "token")), copiedOnly);
+    EXPECT_EQ(paste("2", textOf(got, "token")), "copied-only");
     EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
     EXPECT_EQ(desktop.text("CLIPBOARD"), "2");
 }
@@ -102,10 +110,10 @@ TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
     const EncodableValue got = capture();
     desktop.hold("Control+Shift");
     const auto call = host.startCall("paste", EncodableMap{{"text", "2"}, {"token", textOf(got, "token")}});
-    EXPECT_EQ(std::get<flutter::FlutterError>(paste("other", "")).code, "busy");
+    EXPECT_EQ(paste("other", ""), "busy");
     EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
     desktop.letGo("Control+Shift");
-    EXPECT_EQ(host.answer(call), pasted);
+    EXPECT_EQ(answer(call), "pasted");
     EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one 2 three") != std::string::npos; }))
         << fields.dump();
 }
@@ -134,7 +142,7 @@ TEST_F(CaptureAndPaste, WorksOnOtherKeyboards) {
         Fields fields({"textview=old text"}, layout);
         const EncodableValue got = capture();
         EXPECT_EQ(textOf(got, "text"), "old text") << layout;
-        EXPECT_EQ(paste("new text", textOf(got, "token")), pasted) << layout;
+        EXPECT_EQ(paste("new text", textOf(got, "token")), "pasted") << layout;
         EXPECT_TRUE(waitUntil([&] { return fields.dump().find("\"new text\"") != std::string::npos; }))
             << layout << ": " << fields.dump();
     }
@@ -149,7 +157,7 @@ TEST_F(CaptureAndPaste, WorksInAnEditorThatKnowsNothingOfThis) {
     const EncodableValue got = capture();
     EXPECT_EQ(textOf(got, "text"), "teh words\n");
     EXPECT_THAT(textOf(got, "title"), HasSubstr("note.txt"));
-    EXPECT_EQ(paste("the words\n", textOf(got, "token")), pasted);
+    EXPECT_EQ(paste("the words\n", textOf(got, "token")), "pasted");
     EXPECT_EQ(editor.savedText(text), "keep this\nthe words\nand this\n");
 }
 

@@ -62,6 +62,16 @@ private:
     std::size_t said_ = 0;
 };
 
+// Once nothing moves any more: programs draw a moment after they have done what they were told.
+void picture(Desktop& desktop, const std::filesystem::path& file) {
+    std::string last;
+    for (int same = 0; same < 10;) {
+        desktop.screenshot(file);
+        same = readFile(file) == last ? same + 1 : 0;
+        last = readFile(file);
+    }
+}
+
 struct Programs {
     std::string host;
     std::string interface;
@@ -81,7 +91,7 @@ void show(const Programs& programs, const std::filesystem::path& pictures) {
     require(editor.selectLines(2, 3), "the editor did not select the letter's body");
     say("selected the letter's body with the keyboard");
     std::filesystem::create_directories(pictures);
-    desktop.screenshot(pictures / "before.png");
+    picture(desktop, pictures / "before.png");
 
     desktop.press("Alt+Shift+space");
     say("pressed Alt+Shift+Space");
@@ -90,7 +100,7 @@ void show(const Programs& programs, const std::filesystem::path& pictures) {
     // Whatever was pasted is still on the pasteboard, so that is what must stand in the letter now.
     const std::string rewritten = desktop.text("CLIPBOARD").value_or("");
     const std::string saved = editor.savedText(letter);
-    desktop.screenshot(pictures / "after.png");
+    picture(desktop, pictures / "after.png");
     require(!rewritten.empty() && rewritten != body, "nothing was rewritten");
     require(saved == greeting + rewritten + farewell, "the editor saved something else:\n" + saved);
     say("saved with Control+S; the file now reads:\n\n" + saved);

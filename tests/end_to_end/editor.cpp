@@ -48,10 +48,13 @@ bool Editor::selectLines(int first, int count) {
 
 std::string Editor::savedText(std::string_view before) {
     std::string saved;
-    desktop_.press("Control+s");
-    waitUntil([&] {
+    const auto changed = [&] {
         saved = readFile(file_);
         return !saved.empty() && saved != before;
+    };
+    waitUntil([&] {
+        desktop_.press("Control+s");
+        return waitUntil(changed, milliseconds(500));
     });
     return saved;
 }

@@ -23,7 +23,8 @@ public:
     // Selects whole lines with the keyboard, counted from 0. True once the editor says they are selected.
     bool selectLines(int first, int count);
 
-    // Saves with Control+S and reads the file, once it holds something other than `before`.
+    // Saves with Control+S until the file holds something other than `before`, and returns that: what was
+    // typed or pasted just now may take the editor a moment.
     std::string savedText(std::string_view before);
 
 private:

@@ -70,6 +70,13 @@ Host::~Host() {
     close(exitPipe_);
 }
 
+WindowId Host::bringToFront(Desktop& desktop) {
+    const auto own = [&] { return desktop.windows(process_.pid()); };
+    if (!waitUntil([&] { return !own().empty(); }) || !desktop.activate(own().front()))
+        throw std::runtime_error("The host's window did not come up. It printed: " + process_.output());
+    return own().front();
+}
+
 void Host::send(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const ssize_t count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);

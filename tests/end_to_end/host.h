@@ -2,6 +2,7 @@
 // with times.
 #pragma once
 
+#include "end_to_end/desktop.h"
 #include "end_to_end/process.h"
 #include "end_to_end/wait.h"
 #include "flutter/frame.h"
@@ -32,6 +33,8 @@ public:
     ~Host();
 
     Process& process() { return process_; }
+    // Waits for the window and gives it the keyboard; its number.
+    WindowId bringToFront(Desktop& desktop);
     const std::string& socketPath() const { return socketPath_; }
 
     // Bytes, frames, calls.

@@ -14,10 +14,7 @@ using flutter::EncodableValue;
 
 class HostWindow : public testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(waitUntil([&] { return !desktop.windows(host.process().pid()).empty(); }));
-        window = desktop.windows(host.process().pid()).front();
-    }
+    void SetUp() override { window = host.bringToFront(desktop); }
 
     bool isActive() { return desktop.activeWindow() == window; }
 
