@@ -5,21 +5,20 @@
 #include "platform/linux/interface_program.h"
 #include "platform/linux/main_loop.h"
 #include "platform/linux/say.h"
-#include "platform/linux/socket_folder.h"
 #include "platform/linux/start_up.h"
+#include "platform/linux/toolkit.h"
 #include "platform/linux/window_native.h"
 #include "platform/main_queue.h"
 
-#include <X11/Xlib.h>
 #include <glib-unix.h>
-#include <gtk/gtk.h>
-#include <gtkmm/main.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace platform {
 namespace {
@@ -30,41 +29,6 @@ constexpr int unclearCommand = 2;
 gboolean terminationSignal(gpointer) {
     MainQueue::async([] { Application::sharedApplication().terminate(); });
     return G_SOURCE_CONTINUE;
-}
-
-// The X server went, at the end of the session for instance. Xlib ends the program after this.
-int displayLost(Display*) {
-    SocketFolder::removeAll();
-    _exit(cannotRun);
-}
-
-// Set while the toolkit starts; what the host starts later must not inherit it.
-class TemporaryVariable {
-public:
-    TemporaryVariable(const char* name, const char* value) : name_(name) {
-        if (const char* former = std::getenv(name)) former_ = former;
-        setenv(name, value, 1);
-    }
-    ~TemporaryVariable() { former_ ? setenv(name_, former_->c_str(), 1) : unsetenv(name_); }
-    TemporaryVariable(const TemporaryVariable&) = delete;
-    TemporaryVariable& operator=(const TemporaryVariable&) = delete;
-
-private:
-    const char* name_;
-    std::optional<std::string> former_;
-};
-
-bool startToolkit() {
-    // A program that asked itself over the accessibility bus would wait for its own answer.
-    const TemporaryVariable noBridge("NO_AT_BRIDGE", "1");
-    // GTK loads the graphics driver for a window that never draws with it: 50 MB where LLVM comes along.
-    const TemporaryVariable noDriver("GDK_GL", "disable");
-    g_set_prgname("quillmark-host");
-    gdk_set_allowed_backends("x11");
-    if (gtk_init_check(nullptr, nullptr) == FALSE) return false; // its own options are not ours
-    Gtk::Main::init_gtkmm_internals();
-    XSetIOErrorHandler(displayLost);
-    return true;
 }
 
 // A sentence when something the host needs is not there.

@@ -30,13 +30,13 @@ void Window::setContentSize(Size size) { native_->setContentSize(size); }
 
 void Window::setMinSize(Size size) { native_->setMinSize(size); }
 
-void Window::setTitle(std::string_view title) { native_->window.set_title(std::string(title)); }
+// GTK keeps the header bar's title and the window's, which the window manager's lists show, the same.
+void Window::setTitle(std::string_view title) { native_->header.set_title(std::string(title)); }
 
-std::string Window::title() const { return native_->window.get_title(); }
+std::string Window::title() const { return native_->header.get_title(); }
 
-// The window manager's lists show the title either way.
 void Window::setTitleVisibility(WindowTitleVisibility visibility) {
-    native_->header.set_title(visibility == WindowTitleVisibility::visible ? title() : std::string());
+    native_->setTitleVisible(visibility == WindowTitleVisibility::visible);
 }
 
 void Window::setTitlebarAppearsTransparent(bool transparent) {

@@ -52,6 +52,10 @@ void Window::Native::setMenuBar(Gtk::MenuBar& bar) {
     column_.pack_start(bar, Gtk::PACK_SHRINK);
 }
 
+void Window::Native::setTitleVisible(bool visible) {
+    gtk_header_bar_set_custom_title(header.gobj(), visible ? nullptr : GTK_WIDGET(noTitle_.gobj()));
+}
+
 // The window itself never closes: the delegate is asked, from the main queue as any entry into the host.
 void Window::Native::close() {
     MainQueue::async([this, life = std::weak_ptr(life_)] {

@@ -8,6 +8,7 @@
 #include <gtkmm/accelgroup.h>
 #include <gtkmm/box.h>
 #include <gtkmm/headerbar.h>
+#include <gtkmm/label.h>
 #include <gtkmm/menubar.h>
 #include <gtkmm/window.h>
 
@@ -28,6 +29,7 @@ public:
 
     void setMenuBar(Gtk::MenuBar& bar);
 
+    void setTitleVisible(bool visible);
     void setContentSize(Size size);
     void setMinSize(Size size);
     void setStyleMask(std::uint64_t styleMask);
@@ -66,6 +68,7 @@ private:
 
     Gtk::Box column_{Gtk::ORIENTATION_VERTICAL};
     Gtk::MenuBar* menuBar_ = nullptr;
+    Gtk::Label noTitle_; // stands where the title would
     std::uint64_t styleMask_;
     int state_ = 0;
     Size minSize_;
