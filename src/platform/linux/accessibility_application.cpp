@@ -13,17 +13,31 @@ using namespace std::chrono_literals;
 using at_spi::Bus;
 using at_spi::Program;
 
-/// All the questions of one query together; a program that answers each of many slowly costs no more.
-constexpr at_spi::Milliseconds wholeQuery = 500ms;
 /// For the questions that go to every program at once.
 constexpr at_spi::Milliseconds everybody = 150ms;
 
 at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
 
-/// The window of that process that has the keyboard focus, as an element of last resort.
+/// The process's window that is nearest to the user; 0 when it has none.
+::Window topmostWindow(pid_t process) {
+    auto* connection = x11::Connection::shared();
+    if (connection == nullptr) return 0;
+    const auto windows =
+        connection->values(connection->root(), connection->atom("_NET_CLIENT_LIST_STACKING"));
+    const auto top = std::find_if(windows.rbegin(), windows.rend(),
+                                  [&](auto window) { return x11::windowProcess(window) == process; });
+    return top == windows.rend() ? 0 : *top;
+}
+
+/// The window of that process that has the keyboard focus, as an element of last resort; while the host has
+/// the focus, the one that it took it from.
 AXUIElementRef bareWindow(pid_t process) {
     ::Window window = x11::focusedWindow();
-    if (x11::windowProcess(window) != process) window = x11::activeWindow();
+    const auto owner = x11::windowProcess(window);
+    if (owner == getpid())
+        window = topmostWindow(process);
+    else if (owner != process)
+        window = x11::activeWindow();
     if (x11::windowProcess(window) != process) return {};
     return reference(AXUIElement::BareWindow{window, process});
 }

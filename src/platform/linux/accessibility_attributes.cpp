@@ -12,8 +12,6 @@ using at_spi::FocusedObject;
 using at_spi::Role;
 using at_spi::State;
 
-constexpr at_spi::Milliseconds wholeQuery = 500ms;
-
 /// How long what was seen of an element counts. Not for its life: "show the password" turns a password entry
 /// into a plain one and back, under the same handle (GTK 3). A moment's trust saves one question in every
 /// read of a capture, which starts with finding the element or with its subrole, and both look at it.
@@ -39,8 +37,21 @@ bool lookAgain(Bus& bus, AXUIElement::Accessible& accessible) {
     return true;
 }
 
+bool isFresh(const AXUIElement::Accessible& accessible) {
+    return std::chrono::steady_clock::now() - accessible.seenAt < seenCounts;
+}
+
 bool isKnown(Bus& bus, AXUIElement::Accessible& accessible) {
-    return std::chrono::steady_clock::now() - accessible.seenAt < seenCounts || lookAgain(bus, accessible);
+    return isFresh(accessible) || lookAgain(bus, accessible);
+}
+
+/// Whether it is a password field now, whatever was seen before.
+bool isSecure(Bus& bus, AXUIElement::Accessible& accessible) {
+    if (!isFresh(accessible))
+        lookAgain(bus, accessible);
+    else if (const auto role = roleIn(bus.ask(roleOf(accessible.seen.object))))
+        accessible.seen.role = *role;
+    return accessible.seen.role == Role::passwordText;
 }
 
 /// Browsers tell a search field in its attributes only; GTK 3 and Qt do not tell at all.
@@ -92,10 +103,9 @@ std::optional<AXAttributeValue> attribute(AXUIElement::Accessible& accessible, s
     const Bus::Budget budget(*bus, wholeQuery);
     const FocusedObject& seen = accessible.seen;
     if (name == "AXTitle") return stringPropertyIn(bus->ask(nameOf(seen.object)));
-    if (name == "AXSubrole") {
-        if (!lookAgain(*bus, accessible) || seen.role != Role::passwordText) return std::nullopt;
-        return "AXSecureTextField";
-    }
+    if (name == "AXSubrole")
+        return isSecure(*bus, accessible) ? std::optional<AXAttributeValue>("AXSecureTextField")
+                                          : std::nullopt;
     if (name == "AXRole") return isKnown(*bus, accessible) ? role(*bus, seen) : std::nullopt;
     if (name == "AXEditable")
         return isKnown(*bus, accessible) ? std::optional<AXAttributeValue>(isEditableField(seen))

@@ -42,6 +42,9 @@ public:
 
 namespace ax {
 
+/// For all the questions of one query together: a program that answers each of many slowly costs no more.
+inline constexpr at_spi::Milliseconds wholeQuery{500};
+
 AXUIElementRef reference(AXUIElement::What what);
 AXUIElementRef reference(at_spi::FocusedObject seen);
 

@@ -30,7 +30,7 @@ struct Child {
 };
 
 /// The children that stand in the object's text, in their order.
-std::vector<Child> embeddedChildren(Bus& bus, const Object& object) {
+std::vector<Child> embeddedChildren(Bus& bus, const Object& object, Toolkit toolkit) {
     const auto objects = objectsIn(bus.ask(childrenOf(object)));
     std::vector<Question> questions;
     for (const Object& child : objects) {
@@ -39,10 +39,12 @@ std::vector<Child> embeddedChildren(Bus& bus, const Object& object) {
     }
     const auto answers = bus.ask(std::move(questions));
     std::vector<Child> children;
-    for (std::size_t i = 0; i < objects.size(); ++i)
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        const Role role = roleIn(answers[2 * i]).value_or(Role::invalid);
         // Chromium lists the runs of an object's own text among its children, too.
-        if (const Role role = roleIn(answers[2 * i]).value_or(Role::invalid); role != Role::staticText)
-            children.push_back({objects[i], role, hasText(answers[2 * i + 1])});
+        if (toolkit == Toolkit::chromium && role == Role::staticText) continue;
+        children.push_back({objects[i], role, hasText(answers[2 * i + 1])});
+    }
     return children;
 }
 
@@ -117,7 +119,7 @@ std::optional<std::string> expanded(Bus& bus, const Object& object, std::string 
     if (toolkit == Toolkit::gecko) text = withoutFillers(std::move(text));
     const std::size_t count = countOfEmbeddedChildren(text);
     if (count == 0) return text;
-    const auto children = embeddedChildren(bus, object);
+    const auto children = embeddedChildren(bus, object, toolkit);
     if (depth >= deepest || children.size() != count) return std::nullopt;
     const auto texts = textsOf(bus, children, toolkit, depth + 1);
     return filled(text, children, 0, [&](std::size_t child) { return texts[child]; });
@@ -136,7 +138,7 @@ std::optional<std::string> selected(Bus& bus, const Object& object, Toolkit tool
     const auto answers = bus.ask(std::move(questions));
     const auto whole = stringIn(answers.front());
     const auto before = selection->start > 0 ? stringIn(answers.back()) : "";
-    const auto children = embeddedChildren(bus, object);
+    const auto children = embeddedChildren(bus, object, toolkit);
     if (!whole || !before || depth >= deepest || children.size() != countOfEmbeddedChildren(*whole))
         return std::nullopt;
     const std::size_t first = countOfEmbeddedChildren(*before);
