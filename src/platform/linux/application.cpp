@@ -4,6 +4,7 @@
 #include "platform/linux/main_loop.h"
 #include "platform/linux/menu_native.h"
 #include "platform/linux/window_native.h"
+#include "platform/main_queue.h"
 
 #include <utility>
 
@@ -25,6 +26,18 @@ State& state() {
 void placeMenuBar() {
     const auto window = state().mainWindow.lock();
     if (window && state().menuBar) window->native().setMenuBar(*state().menuBar);
+}
+
+gboolean quitPressed() {
+    MainQueue::async([] { Application::sharedApplication().terminate(); });
+    return TRUE;
+}
+
+void addQuitKey(Gtk::Window& window) {
+    const auto keys = Gtk::AccelGroup::create();
+    gtk_accel_group_connect(keys->gobj(), GDK_KEY_q, GDK_CONTROL_MASK, GTK_ACCEL_VISIBLE,
+                            g_cclosure_new(G_CALLBACK(quitPressed), nullptr, nullptr));
+    window.add_accel_group(keys);
 }
 
 } // namespace
@@ -64,6 +77,7 @@ void Application::replyToApplicationShouldTerminate(bool shouldTerminate) {
 
 void setMainWindow(const std::shared_ptr<Window>& window) {
     state().mainWindow = window;
+    addQuitKey(window->native().window);
     placeMenuBar();
 }
 

@@ -1,11 +1,9 @@
 #include "platform/linux/toolkit.h"
 
-#include "platform/linux/socket_folder.h"
+#include "platform/linux/start_up.h"
 
-#include <X11/Xlib.h>
 #include <gtk/gtk.h>
 #include <gtkmm/main.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <optional>
@@ -13,12 +11,6 @@
 
 namespace platform {
 namespace {
-
-// The X server went, at the end of the session for instance. Xlib ends the program after this.
-int displayLost(Display*) {
-    SocketFolder::removeAll();
-    _exit(EXIT_FAILURE);
-}
 
 // Set while the toolkit starts; what the host starts later must not inherit it.
 class TemporaryVariable {
@@ -47,7 +39,7 @@ bool startToolkit() {
     gdk_set_allowed_backends("x11");
     if (gtk_init_check(nullptr, nullptr) == FALSE) return false; // its own options are not ours
     Gtk::Main::init_gtkmm_internals();
-    XSetIOErrorHandler(displayLost);
+    cleanUpWhenDisplayIsLost();
     return true;
 }
 
