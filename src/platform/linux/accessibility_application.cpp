@@ -129,10 +129,9 @@ AXUIElementRef focusedWindow(pid_t process) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr || process == getpid()) return {};
     const Bus::Budget budget(*bus, wholeQuery);
-    const bool active = isActive(process);
     auto window = firstAmong(*bus, process, [&](Program& program) {
         auto object = at_spi::activeWindow(*bus, program);
-        if (!object && !active) object = at_spi::lastActiveWindow(*bus, program);
+        if (!object && !isActive(process)) object = at_spi::lastActiveWindow(*bus, program);
         return object ? windowReference(std::move(*object)) : AXUIElementRef();
     });
     return window ? window : bareWindow(process);

@@ -11,33 +11,38 @@ Question textQuestion(const Object& object, const char* method, const char* answ
 }
 
 struct Selection {
-    CFRange range;
+    CFRange range; // the caret's place when there is no selection and the caret was asked for
     bool exists = false;
-    bool known = true; // false: something is selected, but where cannot be told
+    bool known = true; // false: where it is cannot be told
 };
 
-std::optional<Selection> selectionOf(Bus& bus, const Object& object, Toolkit toolkit) {
+enum class Caret { ask, leave };
+
+std::optional<Selection> selectionOf(Bus& bus, const Object& object, Toolkit toolkit, Caret caretWanted) {
+    const bool chromium = toolkit == Toolkit::chromium;
     std::vector<Question> questions;
     questions.push_back(textQuestion(object, "GetNSelections", "(i)"));
     questions.push_back(textQuestion(object, "GetSelection", "(ii)", arguments("(i)", 0)));
-    questions.push_back(property(object, interfaces::text, "CaretOffset"));
-    if (toolkit == Toolkit::chromium) questions.push_back(allText(object));
+    if (caretWanted == Caret::ask || chromium)
+        questions.push_back(property(object, interfaces::text, "CaretOffset"));
+    if (chromium) questions.push_back(allText(object));
     const auto answers = bus.ask(std::move(questions));
     if (!answers[0].value) return std::nullopt;
 
     gint32 count = 0;
     g_variant_get(answers[0].value.get(), "(i)", &count);
-    const auto caret = intPropertyIn(answers[2]);
-    // Without a selection the range is the caret's, whatever GetSelection says.
-    if (count <= 0) return Selection{.range = {caret.value_or(-1), 0}, .known = caret.value_or(-1) >= 0};
+    // Firefox's caret can be nowhere, at -1.
+    const auto caret = answers.size() > 2 ? intPropertyIn(answers[2]).value_or(-1) : -1;
+    // Without a selection GetSelection says one thing or another.
+    if (count <= 0) return Selection{{caret, 0}, false, caret >= 0};
     if (!answers[1].value) return std::nullopt;
     gint32 start = 0, end = 0;
     g_variant_get(answers[1].value.get(), "(ii)", &start, &end);
     if (end < start) std::swap(start, end);
     const CFRange range{start, std::int64_t{end} - start};
-    if (toolkit != Toolkit::chromium) return Selection{range, true, start >= 0};
+    if (!chromium) return Selection{range, true, start >= 0};
     const auto text = stringIn(answers[3]);
-    const auto corrected = text ? trueRange(*text, range, caret.value_or(-1)) : std::nullopt;
+    const auto corrected = text ? trueRange(*text, range, caret) : std::nullopt;
     return Selection{corrected.value_or(range), true, corrected.has_value()};
 }
 
@@ -64,7 +69,7 @@ std::optional<std::string> textOf(Bus& bus, const Object& object, Toolkit toolki
 }
 
 std::optional<SelectedText> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit) {
-    const auto selection = selectionOf(bus, object, toolkit);
+    const auto selection = selectionOf(bus, object, toolkit, Caret::leave);
     if (!selection) return std::nullopt;
     if (!selection->exists) return SelectedText{};
     if (!selection->known) return std::nullopt;
@@ -75,7 +80,7 @@ std::optional<SelectedText> selectedTextOf(Bus& bus, const Object& object, Toolk
 }
 
 std::optional<CFRange> selectedRangeOf(Bus& bus, const Object& object, Toolkit toolkit) {
-    const auto selection = selectionOf(bus, object, toolkit);
+    const auto selection = selectionOf(bus, object, toolkit, Caret::ask);
     return selection && selection->known ? std::optional(selection->range) : std::nullopt;
 }
 
