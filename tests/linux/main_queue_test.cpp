@@ -1,3 +1,4 @@
+#include "linux/run_until.h"
 #include "platform/main_queue.h"
 
 #include <glib.h>
@@ -14,16 +15,6 @@ namespace platform {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// Runs the main loop until `done` holds; fails the test when it never does.
-template <typename Condition>
-void runUntil(Condition done) {
-    for (const TimePoint deadline = now() + 10s; !done();) {
-        ASSERT_LT(now(), deadline) << "the main loop never got there";
-        MainQueue::asyncAfter(5ms, [] {});
-        g_main_context_iteration(nullptr, TRUE);
-    }
-}
 
 TEST(MainQueue, KeepsTheOrderOfEachOfManyThreads) {
     constexpr int threads = 8;

@@ -20,10 +20,15 @@ namespace fs = std::filesystem;
 constexpr std::string_view namePrefix = "quillmark-host.";
 constexpr std::string_view socketName = "/engine";
 
-std::string current; // this process's folder, while it has one
+std::string current; // this process's latest folder, while there is one
 
 FileDescriptor openFolder(const std::string& path) {
     return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+void remove(const std::string& folder) {
+    unlink((folder + std::string(socketName)).c_str());
+    rmdir(folder.c_str());
 }
 
 // A folder whose lock is free has no host any more. One without a socket may be in the making.
@@ -71,15 +76,14 @@ std::optional<SocketFolder> SocketFolder::create(std::string& whyNot) {
     return std::nullopt;
 }
 
-void SocketFolder::removeAll() {
-    if (current.empty()) return;
-    unlink((current + std::string(socketName)).c_str());
-    rmdir(current.c_str());
-    current.clear();
+SocketFolder::~SocketFolder() {
+    if (!lock_) return;
+    remove(path_);
+    if (current == path_) current.clear();
 }
 
-SocketFolder::~SocketFolder() {
-    if (lock_) removeAll();
+void SocketFolder::removeCurrent() {
+    if (!current.empty()) remove(current);
 }
 
 std::string SocketFolder::socketPath() const { return path_ + std::string(socketName); }

@@ -21,8 +21,8 @@ public:
 
     std::string socketPath() const;
 
-    // Removes what exists of this process, for when it ends without destroying anything. Safe in a handler.
-    static void removeAll();
+    // For a process that ends without destroying anything.
+    static void removeCurrent();
 
 private:
     SocketFolder(std::string path, FileDescriptor lock) : path_(std::move(path)), lock_(std::move(lock)) {}

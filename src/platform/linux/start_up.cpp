@@ -42,7 +42,7 @@ bool isXwayland(Display* display) {
 }
 
 int displayLost(Display*) {
-    SocketFolder::removeAll();
+    SocketFolder::removeCurrent();
     _exit(EXIT_FAILURE);
 }
 

@@ -1,0 +1,197 @@
+#include "linux/run_until.h"
+#include "platform/linux/engine_socket.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <thread>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using Bytes = std::vector<std::uint8_t>;
+
+FileDescriptor connectTo(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
+    FileDescriptor client(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const auto* generic = reinterpret_cast<const sockaddr*>(&address);
+    return connect(client.number(), generic, sizeof(address)) == 0 ? std::move(client) : FileDescriptor();
+}
+
+// An engine socket whose bytes, and end, are kept.
+class Engine : public testing::Test {
+protected:
+    Engine() {
+        std::string whyNot;
+        socket = EngineSocket::listen({[this](std::span<const std::uint8_t> bytes) {
+                                           largestPiece = std::max(largestPiece, bytes.size());
+                                           received.insert(received.end(), bytes.begin(), bytes.end());
+                                           return refusal;
+                                       },
+                                       [this](std::optional<std::string> why) {
+                                           ended = true;
+                                           whyEnded = std::move(why);
+                                       }},
+                                      whyNot);
+        EXPECT_TRUE(socket) << whyNot;
+    }
+
+    void connectClient() {
+        client = connectTo(socket->path());
+        runUntil([this] { return socket->connected(); });
+    }
+
+    void clientSends(const Bytes& bytes) const {
+        EXPECT_EQ(send(client.number(), bytes.data(), bytes.size(), 0), static_cast<ssize_t>(bytes.size()));
+    }
+
+    // Everything until the host's end of the connection; an error counts as a byte that nobody sent.
+    Bytes clientReadsToTheEnd() const {
+        Bytes all;
+        Bytes piece(1 << 20);
+        ssize_t count = 0;
+        while ((count = recv(client.number(), piece.data(), piece.size(), 0)) > 0) {
+            all.insert(all.end(), piece.begin(), piece.begin() + count);
+        }
+        if (count < 0) all.push_back(0xEE);
+        return all;
+    }
+
+    Bytes received;
+    std::size_t largestPiece = 0;
+    std::optional<std::string> refusal;
+    bool ended = false;
+    std::optional<std::string> whyEnded;
+    std::unique_ptr<EngineSocket> socket;
+    FileDescriptor client;
+};
+
+TEST_F(Engine, OnlyThisUserCanReachTheSocketAndNothingOfItStays) {
+    const std::string path = socket->path();
+    struct stat folder {};
+    ASSERT_EQ(stat(fs::path(path).parent_path().c_str(), &folder), 0);
+    EXPECT_EQ(folder.st_mode & 0777u, 0700u);
+    socket.reset();
+    EXPECT_FALSE(fs::exists(fs::path(path).parent_path()));
+}
+
+TEST_F(Engine, SecondConnectionIsRefusedAndTheFirstServedOn) {
+    connectClient();
+    EXPECT_FALSE(connectTo(socket->path()));
+    clientSends({1, 2, 3});
+    runUntil([this] { return received.size() == 3; });
+}
+
+TEST_F(Engine, WhatIsWrittenBeforeTheConnectionAndJustBeforeTheEndArrives) {
+    socket->write({1});
+    connectClient();
+    clientSends({9}); // left unread, it must not turn the end into an error
+    socket->write({2});
+    socket->close(500ms);
+    EXPECT_EQ(clientReadsToTheEnd(), (Bytes{1, 2}));
+}
+
+TEST_F(Engine, CloseWaitsForAClientThatReads) {
+    connectClient();
+    for (int i = 0; i < 50; ++i)
+        socket->write(Bytes(100000));
+    std::size_t arrived = 0;
+    std::jthread reader([&] { arrived = clientReadsToTheEnd().size(); });
+    socket->close(10s);
+    reader.join();
+    EXPECT_EQ(arrived, 5000000u);
+}
+
+TEST_F(Engine, CloseDoesNotWaitLongForAClientThatDoesNotRead) {
+    connectClient();
+    socket->write(Bytes(5000000));
+    const TimePoint start = now();
+    socket->close(50ms);
+    EXPECT_LT(now() - start, 5s);
+}
+
+TEST_F(Engine, FloodIsReadInPiecesBetweenWhichOthersGetTheirTurn) {
+    connectClient();
+    std::jthread flooder([this] {
+        const Bytes piece(1 << 20);
+        for (int i = 0; i < 32; ++i)
+            clientSends(piece);
+    });
+    int turnsOfOthers = 0;
+    std::function<void()> other = [&] {
+        ++turnsOfOthers;
+        if (received.size() < std::size_t{32} << 20) MainQueue::async(other);
+    };
+    other();
+    runUntil([&] { return received.size() == std::size_t{32} << 20; });
+    EXPECT_LE(largestPiece, 65536u);
+    EXPECT_GE(turnsOfOthers, 32 * 16);
+    runUntil([] { return g_main_context_pending(nullptr) == FALSE; });
+}
+
+TEST_F(Engine, EndOfTheClientComesAfterAllItSent) {
+    connectClient();
+    clientSends(Bytes(200000));
+    client = {};
+    runUntil([this] { return ended; });
+    EXPECT_EQ(received.size(), 200000u);
+    EXPECT_EQ(whyEnded, std::nullopt);
+}
+
+TEST_F(Engine, RefusedBytesCloseTheConnectionWithTheReason) {
+    connectClient();
+    refusal = "it broke a rule";
+    clientSends({1});
+    runUntil([this] { return ended; });
+    EXPECT_EQ(whyEnded, "it broke a rule");
+    EXPECT_EQ(clientReadsToTheEnd(), Bytes{});
+}
+
+TEST_F(Engine, EntryThatRunsALoopOfItsOwnIsNotGivenTheNextBytes) {
+    connectClient();
+    bool inside = false;
+    MainQueue::async([&] {
+        inside = true;
+        clientSends({1});
+        for (const TimePoint end = now() + 20ms; now() < end;)
+            g_main_context_iteration(nullptr, FALSE);
+        EXPECT_TRUE(received.empty());
+        inside = false;
+    });
+    runUntil([&] { return !inside && received.size() == 1; });
+}
+
+TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
+    const fs::path base = fs::temp_directory_path() / ("quillmark-folders." + std::to_string(getpid()));
+    fs::create_directories(base / "quillmark-host.killed");
+    fs::create_directories(base / "someone-elses");
+    fs::create_symlink("nowhere", base / "quillmark-host.killed" / "engine");
+    const char* former = std::getenv("XDG_RUNTIME_DIR");
+    const std::string formerFolder = former ? former : fs::temp_directory_path().string();
+    setenv("XDG_RUNTIME_DIR", base.c_str(), 1);
+    std::string whyNot;
+    const auto live = SocketFolder::create(whyNot);
+    fs::create_symlink("nowhere", live->socketPath());
+    EXPECT_FALSE(fs::exists(base / "quillmark-host.killed"));
+    {
+        const auto next = SocketFolder::create(whyNot);
+        EXPECT_TRUE(fs::exists(fs::path(live->socketPath()).parent_path()));
+        EXPECT_TRUE(fs::exists(base / "someone-elses"));
+    }
+    setenv("XDG_RUNTIME_DIR", formerFolder.c_str(), 1);
+    fs::remove_all(base);
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,127 @@
+#include "linux/run_until.h"
+#include "platform/linux/command_line.h"
+#include "platform/linux/interface_process.h"
+#include "platform/linux/interface_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+// A shell script as the interface.
+class Interface : public testing::Test {
+protected:
+    void run(const std::string& script) {
+        std::string whyNot;
+        process = InterfaceProcess::start(
+            {"/bin/sh", "-c", script}, {"GREETING=hello"}, [this] { ended = true; }, whyNot);
+        ASSERT_TRUE(process) << whyNot;
+    }
+
+    bool ended = false;
+    std::unique_ptr<InterfaceProcess> process;
+};
+
+TEST_F(Interface, StatusIsTheProgramsOwnAndASignalsIsTheShells) {
+    const struct {
+        const char* script;
+        int status;
+        const char* ending;
+    } cases[] = {
+        {"exit 0", 0, "ended with status 0"},
+        {"[ \"$GREETING\" = hello ] && exit 7", 7, "ended with status 7"},
+        {"kill -9 $$", 137, "was ended by signal 9"},
+        {"kill -PIPE $$; sleep 1", 141, "was ended by signal 13"}, // the host's own disposition must not leak
+    };
+    for (const auto& [script, status, ending] : cases) {
+        ended = false;
+        run(script);
+        runUntil([this] { return ended; });
+        EXPECT_EQ(process->exitStatus(), status) << script;
+        EXPECT_THAT(process->ending(), HasSubstr(ending));
+    }
+}
+
+TEST_F(Interface, IsLeftTimeToEndThenAskedThenEnded) {
+    run("sleep 0.05; exit 3");
+    EXPECT_TRUE(process->end(10s));
+    EXPECT_EQ(process->exitStatus(), 3);
+
+    run("trap 'exit 4' TERM; while :; do sleep 0.01; done");
+    EXPECT_FALSE(process->end(300ms));
+    EXPECT_EQ(process->exitStatus(), 4);
+
+    run("trap '' TERM; while :; do sleep 0.01; done");
+    EXPECT_FALSE(process->end(300ms));
+    EXPECT_EQ(process->exitStatus(), 128 + SIGKILL);
+    EXPECT_FALSE(ended) << "whoever ends it knows";
+}
+
+TEST_F(Interface, ThatCannotBeStartedHasAReason) {
+    std::string whyNot;
+    EXPECT_FALSE(InterfaceProcess::start(
+        {"/nonexistent/program"}, {}, [] {}, whyNot));
+    EXPECT_THAT(whyNot, HasSubstr("No such file"));
+}
+
+TEST(FindInterface, SaysWhatToDoAboutAProgramThatCannotBeStarted) {
+    const auto folder = fs::temp_directory_path() / ("quillmark-programs." + std::to_string(getpid()));
+    fs::create_directory(folder);
+    std::ofstream(folder / "plain") << "#!/bin/sh\n";
+    const auto problem = [](const std::string& program) {
+        std::string sentence;
+        EXPECT_TRUE(findInterface({program}, sentence).empty()) << program;
+        return sentence;
+    };
+    EXPECT_THAT(problem((folder / "missing").string()), HasSubstr("there is no program"));
+    EXPECT_THAT(problem("no-such-program-anywhere"), HasSubstr("there is no program"));
+    EXPECT_THAT(problem(""), HasSubstr("there is no program"));
+    EXPECT_THAT(problem((folder / "plain").string()), HasSubstr("chmod +x"));
+    EXPECT_THAT(problem(folder.string()), HasSubstr("is a folder"));
+
+    fs::permissions(folder / "plain", fs::perms::owner_all);
+    std::string none;
+    EXPECT_THAT(findInterface({(folder / "plain").string(), "-x"}, none),
+                ElementsAre((folder / "plain").string(), "-x"));
+    EXPECT_THAT(findInterface({"sh"}, none), ElementsAre(HasSubstr("/sh")));
+    EXPECT_EQ(none, "");
+    fs::remove_all(folder);
+}
+
+TEST(CommandLine, OptionsEndWhereTheInterfaceBegins) {
+    using Wish = CommandLine::Wish;
+    const struct {
+        std::vector<std::string> arguments;
+        Wish wish;
+        std::vector<std::string> interface;
+    } cases[] = {
+        {{}, Wish::run, {}},
+        {{"--help"}, Wish::help, {}},
+        {{"--version", "x"}, Wish::version, {}},
+        {{"x", "--help", "--version"}, Wish::run, {"x", "--help", "--version"}},
+        {{"--", "--help"}, Wish::run, {"--help"}},
+        {{"--nonsense", "x"}, Wish::unclear, {}},
+        {{"-"}, Wish::unclear, {}},
+    };
+    for (const auto& [arguments, wish, interface] : cases) {
+        const auto line = readCommandLine(arguments);
+        EXPECT_EQ(line.wish, wish);
+        EXPECT_EQ(line.interface, interface);
+        EXPECT_EQ(line.problem.empty(), wish != Wish::unclear);
+    }
+}
+
+} // namespace
+} // namespace platform

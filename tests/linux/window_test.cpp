@@ -1,0 +1,181 @@
+#include "linux/print_rect.h"
+#include "linux/run_until.h"
+#include "platform/linux/menu_native.h"
+#include "platform/linux/toolkit.h"
+#include "platform/linux/window_native.h"
+#include "platform/window.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Told : WindowDelegate {
+    bool windowShouldClose() override { return calls += "close ", mayClose; }
+    void windowDidEnterFullScreen() override { calls += "entered "; }
+    void windowDidExitFullScreen() override { calls += "left "; }
+
+    std::string calls;
+    bool mayClose = false;
+};
+
+// A window as the host makes it, on whatever window manager runs.
+class RealWindow : public testing::Test {
+protected:
+    static constexpr Rect place{200, 120, 700, 560};
+
+    void SetUp() override {
+        if (std::getenv("DISPLAY") == nullptr) GTEST_SKIP() << "needs a display";
+        setenv("XDG_STATE_HOME", state.c_str(), 1);
+        static const bool started = startToolkit();
+        ASSERT_TRUE(started);
+        make();
+    }
+
+    ~RealWindow() override {
+        window.reset();
+        fs::remove_all(state);
+    }
+
+    void make() {
+        window = std::make_unique<Window>(
+            Rect{0, 0, 1040, 650}, WindowStyleMaskTitled | WindowStyleMaskClosable | WindowStyleMaskResizable,
+            BackingStoreType::buffered, false);
+        window->setMinSize({540, 500});
+        window->setDelegate(&told);
+    }
+
+    void show(const Rect& frame = place) {
+        window->setFrame(frame, true);
+        window->makeKeyAndOrderFront();
+        untilConfirmed(frame);
+    }
+
+    // Until the window manager itself says so, with no request of ours open.
+    void untilConfirmed(const Rect& frame) {
+        runUntil([&] {
+            int x = 0, y = 0, width = 0, height = 0;
+            gtk().get_position(x, y);
+            gtk().get_size(width, height);
+            return gtk().get_mapped() && width == frame.width && window->frame() == frame;
+        });
+        EXPECT_EQ(window->frame(), frame);
+    }
+
+    Gtk::Window& gtk() { return window->native().window; }
+
+    const fs::path state = fs::temp_directory_path() / ("quillmark-windows." + std::to_string(getpid()));
+    Told told;
+    std::unique_ptr<Window> window;
+};
+
+TEST_F(RealWindow, ComesUpWhereItWasPlacedBeforeItWasShownAndAgainAfterItWasAway) {
+    EXPECT_EQ(window->screen().has_value(), false);
+    show();
+    EXPECT_TRUE(window->screen());
+    window->orderOut();
+    EXPECT_FALSE(window->screen());
+    EXPECT_EQ(window->frame(), place);
+    window->makeKeyAndOrderFront();
+    untilConfirmed(place);
+}
+
+TEST_F(RealWindow, ContentSizeIsThatBelowTheHeaderBar) {
+    window->setContentSize({800, 600});
+    window->makeKeyAndOrderFront();
+    runUntil([this] { return window->native().view.get_allocated_width() == 800; });
+    EXPECT_EQ(window->native().view.get_allocated_height(), 600);
+}
+
+TEST_F(RealWindow, IsNeverSmallerThanItsMinimumHeaderBarIncluded) {
+    show();
+    gtk().resize(1, 1);
+    runUntil([this] { return window->frame().width == 540; });
+    EXPECT_EQ(window->frame().height, 500);
+    window->setFrame({300, 300, 10, 10}, true);
+    untilConfirmed({300, 300, 540, 500});
+}
+
+TEST_F(RealWindow, GrowingTwiceBeforeTheWindowManagerAnswersGrowsTwice) {
+    show();
+    for (int i = 0; i < 2; ++i) {
+        Rect frame = window->frame();
+        frame.y -= 30;
+        frame.height += 30;
+        window->setFrame(frame, true);
+    }
+    untilConfirmed({200, 60, 700, 620});
+}
+
+TEST_F(RealWindow, FullScreenIsInTheMaskAndToldAndLeavesTheFrameAsItWas) {
+    show();
+    window->setStyleMask(window->styleMask() | WindowStyleMaskFullScreen);
+    runUntil([this] { return told.calls == "entered "; });
+    EXPECT_TRUE(window->styleMask() & WindowStyleMaskFullScreen);
+    window->setStyleMask(window->styleMask() & ~WindowStyleMaskFullScreen);
+    runUntil([this] { return told.calls == "entered left "; });
+    EXPECT_FALSE(window->styleMask() & WindowStyleMaskFullScreen);
+    untilConfirmed(place);
+}
+
+TEST_F(RealWindow, CloseButtonAsksAndClosesOnlyWhenAllowed) {
+    show();
+    gtk().close();
+    runUntil([this] { return told.calls == "close "; });
+    EXPECT_TRUE(gtk().is_visible());
+    told.mayClose = true;
+    gtk().close();
+    runUntil([this] { return !gtk().is_visible(); });
+}
+
+TEST_F(RealWindow, KeepsItsFrameButNotThatOfAZoomedWindow) {
+    const auto reopened = [this] {
+        make();
+        window->setFrameAutosaveName("Test");
+        return window->frame();
+    };
+    reopened();
+    show();
+    window->orderOut();
+    EXPECT_EQ(reopened(), place);
+
+    show();
+    gtk().maximize();
+    runUntil([this] { return window->isZoomed() && window->frame().width > place.width; });
+    EXPECT_EQ(reopened(), place);
+}
+
+TEST_F(RealWindow, KeptFrameBeyondTheScreenIsBroughtBack) {
+    WindowFrameStore("Test").save({-5000, 9000, 9000, 9000});
+    window->setFrameAutosaveName("Test");
+    EXPECT_EQ(window->frame(), Screen::mainScreen()->visibleFrame());
+}
+
+TEST_F(RealWindow, TitleIsTheWindowManagersAlsoWhileItIsHidden) {
+    window->setTitle("글빛나래 · Quillmark");
+    window->setTitleVisibility(WindowTitleVisibility::hidden);
+    EXPECT_EQ(gtk().get_title(), "글빛나래 · Quillmark");
+}
+
+TEST_F(RealWindow, MenuShowsNewTitlesToTheLetter) {
+    Menu bar("Bar");
+    auto& item = bar.addItem(std::make_unique<MenuItem>("Edit", "edit"));
+    item.setSubmenu(std::make_unique<Menu>("Edit"));
+    auto& inner = item.submenu()->addItem(std::make_unique<MenuItem>("Copy", "copy"));
+    const auto widget = makeMenuBar(bar);
+    item.setTitle("편집_하기");
+    inner.setTitle("복사");
+    EXPECT_EQ(item.native().widget.get_label(), "편집_하기");
+    EXPECT_EQ(inner.native().widget.get_label(), "복사");
+    EXPECT_EQ(item.native().widget.get_submenu()->get_children().size(), 1u);
+}
+
+} // namespace
+} // namespace platform
