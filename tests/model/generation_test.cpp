@@ -12,7 +12,6 @@ using platform::Mirror;
 using simulated::OnCancel;
 using simulated::Script;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using namespace std::chrono_literals;
 using GenerationError = platform::LanguageModelSession::GenerationError;
 

@@ -51,18 +51,18 @@ SystemLanguageModel::Availability SystemLanguageModel::availability() const {
 class LanguageModelSession::Native {
 public:
     std::string instructions;
-    std::size_t tools = 0;
+    std::vector<Tool> tools;
 };
 
 LanguageModelSession::LanguageModelSession(const SystemLanguageModel&, std::vector<Tool> tools,
                                            std::string instructions)
-    : native_(std::make_unique<Native>(Native{std::move(instructions), tools.size()})) {}
+    : native_(std::make_unique<Native>(Native{std::move(instructions), std::move(tools)})) {}
 
 LanguageModelSession::~LanguageModelSession() = default;
 
 ResponseStream LanguageModelSession::streamResponse(std::string prompt, const GenerationOptions& options) {
     auto& model = World::current().languageModel;
-    model.asked.push_back({native_->instructions, native_->tools, std::move(prompt), options});
+    model.asked.push_back({native_->instructions, native_->tools.size(), std::move(prompt), options});
     simulated::Script script;
     if (!model.scripts.empty()) {
         script = std::move(model.scripts.front());
