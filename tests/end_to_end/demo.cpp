@@ -62,14 +62,19 @@ private:
     std::size_t said_ = 0;
 };
 
-// Once nothing moves any more: programs draw a moment after they have done what they were told.
+// Once nothing moves any more, or soon: programs draw a moment after they have done what they were told.
 void picture(Desktop& desktop, const std::filesystem::path& file) {
     std::string last;
-    for (int same = 0; same < 10;) {
-        desktop.screenshot(file);
-        same = readFile(file) == last ? same + 1 : 0;
-        last = readFile(file);
-    }
+    int same = 0;
+    waitUntil(
+        [&] {
+            desktop.screenshot(file);
+            const std::string now = readFile(file);
+            same = now == last ? same + 1 : 0;
+            last = now;
+            return same == 5;
+        },
+        milliseconds(1500));
 }
 
 struct Programs {
