@@ -58,7 +58,6 @@ public:
     void hang();
     // It dies at once, and is gone when the call returns.
     void kill();
-    void bringToFront();
 
     // It puts one item on the pasteboard; one of a type without bytes it announces and cannot deliver.
     void copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable = {});

@@ -18,7 +18,6 @@ std::string Program::value() const { return native_->field.value; }
 std::string Program::selected() const { return native_->field.selectedText(); }
 void Program::hang() { native_->program.accessibility = simulated::Accessibility::hung; }
 void Program::kill() { World::current().end(native_->program); }
-void Program::bringToFront() { World::current().bringToFront(native_->program); }
 
 void Program::copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable) {
     simulated::Item item;

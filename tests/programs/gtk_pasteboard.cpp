@@ -44,6 +44,7 @@ std::string narrowed(const std::string& longs) {
 
 void serve(GtkClipboard*, GtkSelectionData* selection, guint index, gpointer data) {
     const Representation& wanted = (*static_cast<std::vector<Representation>*>(data))[index];
+    if (wanted.format == 0) return; // on offer, and nothing comes
     const std::string bytes = wanted.format == 32 ? widened(wanted.bytes) : wanted.bytes;
     gtk_selection_data_set(selection, atom(wanted.type), wanted.format,
                            reinterpret_cast<const guchar*>(bytes.data()), static_cast<gint>(bytes.size()));
@@ -59,6 +60,7 @@ int own() {
         contents.push_back(next);
     }
     std::vector<GtkTargetEntry> targets;
+    targets.reserve(contents.size());
     for (Representation& one : contents)
         targets.push_back({one.target.data(), 0, static_cast<guint>(targets.size())});
     if (!gtk_clipboard_set_with_data(clipboard(), targets.data(), static_cast<guint>(targets.size()), serve,

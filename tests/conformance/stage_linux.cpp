@@ -1,0 +1,203 @@
+#include "conformance/stage.h"
+#include "conformance/x11_keyboard.h"
+#include "end_to_end/desktop.h"
+#include "end_to_end/fields.h"
+#include "linux/pasteboard_programs.h"
+#include "platform/linux/accessibility_start.h"
+#include "platform/linux/toolkit.h"
+#include "platform/linux/window_native.h"
+
+#include <gdk/gdkx.h>
+#include <glib.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
+#include <thread>
+
+namespace conformance {
+
+namespace {
+
+// Once for all stages, as at the host's start.
+void startDesktop() {
+    static const bool started = platform::startToolkit();
+    static std::string whyNot;
+    static const bool accessible = started && platform::startAccessibility(whyNot);
+    if (!accessible) throw std::runtime_error("Use script/virtual-desktop. " + whyNot);
+}
+
+std::size_t codePoints(std::string_view text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+// What follows a key in the program's account of itself.
+std::string after(const std::string& dump, std::string_view key) {
+    return dump.substr(dump.find(key) + key.size());
+}
+
+const char* kindName(FieldKind kind) {
+    switch (kind) {
+    case FieldKind::line:
+        return "entry";
+    case FieldKind::text:
+        return "textview";
+    case FieldKind::readOnly:
+        return "readonly";
+    case FieldKind::password:
+        return "password";
+    }
+    return "";
+}
+
+bool hasState(const platform::Window& window, const char* name) {
+    const auto gdkWindow = window.native().window.get_window();
+    if (!gdkWindow) return false;
+    Display* const display = gdk_x11_get_default_xdisplay();
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0, left = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(display, GDK_WINDOW_XID(const_cast<GdkWindow*>(gdkWindow->gobj())),
+                       XInternAtom(display, "_NET_WM_STATE", False), 0, 64, False, AnyPropertyType, &type,
+                       &format, &count, &left, &data);
+    const auto* states = reinterpret_cast<const Atom*>(data);
+    const bool found = format == 32 &&
+                       std::find(states, states + count, XInternAtom(display, name, False)) != states + count;
+    XFree(data);
+    return found;
+}
+
+} // namespace
+
+struct Program::Native {
+    Native(const std::vector<std::string>& descriptions, const std::string& title)
+        : fields(descriptions, title) {}
+
+    mutable e2e::Fields fields;
+    std::unique_ptr<pasteboard_test::Owning> owner;
+
+    void signal(int number) const {
+        fields.process().signal(number);
+        if (owner) owner->signal(number);
+    }
+};
+
+Program::Program(std::unique_ptr<Native> native) : native_(std::move(native)) {}
+Program::~Program() { kill(); }
+
+pid_t Program::pid() const { return native_->fields.process().pid(); }
+
+std::string Program::value() const {
+    const std::string text = after(native_->fields.dump(), "\"text\": \"");
+    return text.substr(0, text.find("\", \"selection\""));
+}
+
+// Good for ASCII.
+std::string Program::selected() const {
+    const std::string numbers = after(native_->fields.dump(), "\"selection\": [");
+    const auto start = std::strtoul(numbers.c_str(), nullptr, 10);
+    const auto end = std::strtoul(after(numbers, ", ").c_str(), nullptr, 10);
+    return value().substr(start, end - start);
+}
+
+void Program::hang() { native_->signal(SIGSTOP); }
+
+void Program::kill() {
+    native_->signal(SIGKILL);
+    native_->fields.process().exitStatus();
+}
+
+// The program's pasteboard is looked after by a companion without a window.
+void Program::copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable) {
+    std::vector<pasteboard_test::Representation> contents;
+    for (const auto& [type, bytes] : offer)
+        contents.push_back({type, type, 8, bytes});
+    for (const auto& type : undeliverable)
+        contents.push_back({type, type, 0, {}});
+    native_->owner = std::make_unique<pasteboard_test::Owning>(contents);
+}
+
+std::optional<std::string> Program::pasteboardText() const { return pasteboardBytes("UTF8_STRING"); }
+
+std::optional<std::string> Program::pasteboardBytes(const platform::PasteboardType& type) const {
+    const auto given = pasteboard_test::given(type);
+    return given ? std::optional(given->bytes) : std::nullopt;
+}
+
+struct Stage::Native {
+    e2e::Desktop desktop;
+    X11Keyboard keyboard;
+};
+
+Stage::Stage() {
+    startDesktop();
+    native_ = std::make_unique<Native>();
+    use(Layout::us);
+}
+Stage::~Stage() = default;
+
+std::unique_ptr<Program> Stage::open(FieldSetup setup) {
+    auto made = std::make_unique<Program::Native>(std::vector{kindName(setup.kind) + ("=" + setup.value)},
+                                                  setup.title);
+    const std::size_t start = codePoints(setup.value.substr(0, setup.value.find(setup.selected)));
+    if (!setup.selected.empty())
+        made->fields.command("select 0 " + std::to_string(start) + " " +
+                             std::to_string(start + codePoints(setup.selected)));
+    auto program = std::make_unique<Program>(std::move(made));
+    const bool inFront = e2e::waitUntil([&] {
+        const auto windows = native_->desktop.windows(program->pid());
+        return !windows.empty() && native_->desktop.activeWindow() == windows.front();
+    });
+    if (!inFront) throw std::runtime_error("The program did not come to the front.");
+    return program;
+}
+
+void Stage::use(Layout layout) {
+    const char* command = layout == Layout::french   ? "setxkbmap fr"
+                          : layout == Layout::dvorak ? "setxkbmap us dvorak"
+                                                     : "setxkbmap us";
+    if (std::system(command) != 0) throw std::runtime_error("The keyboard layout could not be set.");
+}
+
+void Stage::hold(platform::CGEventFlags modifiers) { native_->keyboard.hold(modifiers); }
+void Stage::releaseAll() { native_->keyboard.releaseAll(); }
+void Stage::press(platform::CGKeyCode keyCode, platform::CGEventFlags modifiers) {
+    native_->keyboard.hold(modifiers);
+    native_->keyboard.tap(keyCode);
+    native_->keyboard.releaseAll();
+}
+
+std::shared_ptr<void> Stage::takeHotKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+    return X11Keyboard::grab(static_cast<platform::CGKeyCode>(keyCode), modifiers);
+}
+
+bool Stage::shown(const platform::Window& window) const {
+    const auto gdkWindow = window.native().window.get_window();
+    return gdkWindow && !native_->desktop.isHidden(GDK_WINDOW_XID(const_cast<GdkWindow*>(gdkWindow->gobj())));
+}
+bool Stage::minimised(const platform::Window& window) const {
+    return hasState(window, "_NET_WM_STATE_HIDDEN");
+}
+bool Stage::keptAbove(const platform::Window& window) const {
+    return hasState(window, "_NET_WM_STATE_ABOVE");
+}
+
+bool Stage::runUntil(const std::function<bool()>& condition, platform::Seconds within) {
+    const auto end = platform::now() + within;
+    for (;;) {
+        while (g_main_context_iteration(nullptr, FALSE)) {
+        }
+        if (condition()) return true;
+        if (platform::now() >= end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    }
+}
+
+void Stage::runABit() {
+    runUntil([] { return false; }, platform::Seconds{0.2});
+}
+
+} // namespace conformance
