@@ -44,9 +44,10 @@ X11Keyboard::X11Keyboard() : device_(std::make_unique<Device>()) {}
 X11Keyboard::~X11Keyboard() { releaseAll(); }
 
 void X11Keyboard::hold(CGEventFlags modifiers) {
+    using Key = std::pair<CGEventFlags, KeySym>;
     for (const auto& [flag, symbol] :
-         {std::pair(kCGEventFlagMaskShift, XK_Shift_L), std::pair(kCGEventFlagMaskControl, XK_Control_L),
-          std::pair(kCGEventFlagMaskAlternate, XK_Alt_L), std::pair(kCGEventFlagMaskCommand, XK_Super_L)}) {
+         {Key(kCGEventFlagMaskShift, XK_Shift_L), Key(kCGEventFlagMaskControl, XK_Control_L),
+          Key(kCGEventFlagMaskAlternate, XK_Alt_L), Key(kCGEventFlagMaskCommand, XK_Super_L)}) {
         if ((modifiers & flag) != 0) fake(XKeysymToKeycode(device_->display, symbol), true);
     }
 }
@@ -72,9 +73,10 @@ void X11Keyboard::fake(unsigned char key, bool down) {
 
 std::shared_ptr<void> X11Keyboard::grab(CGKeyCode keyCode, std::uint32_t hotKeyModifiers) {
     unsigned mask = 0;
-    for (const auto& [modifier, bit] : {std::pair(shiftKey, ShiftMask), std::pair(controlKey, ControlMask),
-                                        std::pair(optionKey, Mod1Mask), std::pair(cmdKey, Mod4Mask)}) {
-        if ((hotKeyModifiers & modifier) != 0) mask |= static_cast<unsigned>(bit);
+    using Modifier = std::pair<std::uint32_t, unsigned>;
+    for (const auto& [modifier, bit] : {Modifier(shiftKey, ShiftMask), Modifier(controlKey, ControlMask),
+                                        Modifier(optionKey, Mod1Mask), Modifier(cmdKey, Mod4Mask)}) {
+        if ((hotKeyModifiers & modifier) != 0) mask |= bit;
     }
     Display* const display = XOpenDisplay(nullptr);
     XGrabKey(display, x11::xKeyCode(keyCode).value(), mask, DefaultRootWindow(display), False, GrabModeAsync,
