@@ -25,7 +25,7 @@ class HotKey : public testing::Test {
 protected:
     void SetUp() override {
         if (!hasDisplay()) GTEST_SKIP() << "no display";
-        run("setxkbmap us -option ''; xset r rate 10 200"); // keys repeat from 10 ms on, every 5 ms
+        run("setxkbmap us -option ''");
         handler_ = InstallEventHandler(
             GetApplicationEventTarget(),
             [this] {
@@ -34,6 +34,18 @@ protected:
                 return noErr;
             },
             press);
+    }
+
+    void TearDown() override {
+        if (hasDisplay()) run("xset r rate");
+    }
+
+    static void keysRepeatFast() { run("xset r rate 10 200"); } // from 10 ms on, every 5 ms
+
+    /// Until a key that is down has repeated several times.
+    static void waitForRepeats() {
+        const ::Time start = x11::serverTime();
+        EXPECT_TRUE(runUntil([&] { return x11::serverTime() > start + 40; }));
     }
 
     void holdDown(Person& person) {
@@ -73,17 +85,17 @@ bool otherProgramGrabs(Person& person, unsigned modifiers) {
 TEST_F(HotKey, OnePressOfItRunsTheHandlersOnceWhateverIsLocked) {
     const EventHotKeyRef hotKey = registerHotKey();
     ASSERT_TRUE(hotKey);
+    keysRepeatFast();
     for (const unsigned locks : lockVariants) {
         Person person;
         XkbLockModifiers(person.display(), XkbUseCoreKbd, LockMask | Mod2Mask, locks);
         presses = 0;
         holdDown(person);
-        for (int repeat = 0; repeat < 3; ++repeat)
-            person.press("space");
+        waitForRepeats();
+        EXPECT_EQ(presses, 1) << "locks " << locks;
         person.releaseAll();
-        EXPECT_EQ(settled(), 1) << "locks " << locks;
         holdDown(person);
-        EXPECT_TRUE(runUntil([this] { return presses == 2; })) << "locks " << locks;
+        EXPECT_EQ(settled(), 2) << "locks " << locks;
         XkbLockModifiers(person.display(), XkbUseCoreKbd, LockMask | Mod2Mask, 0);
     }
     EXPECT_NE(x11::lastUserTime(), 0U);
@@ -149,11 +161,11 @@ TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
     EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
     EXPECT_TRUE(runUntil([&] {
         person.tap("space");
-        return window.presses().back() == "space";
+        return window.presses().size() > 1;
     })) << "the key must be the program's again once it has come up";
     holdDown(person);
     EXPECT_EQ(settled(), 2);
-    EXPECT_THAT(window.presses(), testing::Contains("Control+c").Times(2));
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c", "space", "Control+c"));
 }
 
 TEST_F(HotKey, MayBeAKeyAlone) {
@@ -161,9 +173,9 @@ TEST_F(HotKey, MayBeAKeyAlone) {
     Person person;
     KeyWindow window;
     onPress = [] { post(8, kCGEventFlagMaskCommand); };
+    keysRepeatFast();
     person.press("F10");
-    const ::Time start = x11::serverTime();
-    EXPECT_TRUE(runUntil([&] { return x11::serverTime() > start + 40; })) << "several repeats";
+    waitForRepeats();
     EXPECT_EQ(presses, 1);
     person.release("F10");
     EXPECT_TRUE(runUntil([&] {

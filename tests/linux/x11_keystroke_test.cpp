@@ -15,7 +15,7 @@ class Keystroke : public testing::Test {
 protected:
     void SetUp() override {
         if (!hasDisplay()) GTEST_SKIP() << "no display";
-        run("setxkbmap us -option ''");
+        run("setxkbmap us -option ''; xset r rate");
     }
     void TearDown() override {
         if (hasDisplay()) run("setxkbmap us -option ''");

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <ranges>
 #include <thread>
 
 namespace platform::x11test {
@@ -36,6 +37,15 @@ using namespace std::chrono_literals;
 bool isViewable(Display* display, ::Window window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(display, window, &attributes) != 0 && attributes.map_state == IsViewable;
+}
+
+bool isManaged(Display* display, ::Window window) {
+    int count = 0;
+    Atom* properties = XListProperties(display, window, &count);
+    const bool found = std::find(properties, properties + count, XInternAtom(display, "WM_STATE", False)) !=
+                       properties + count;
+    XFree(properties);
+    return found;
 }
 
 ::Window focusOf(Display* display) {
@@ -82,7 +92,7 @@ Person::~Person() {
 }
 
 void Person::releaseAll() {
-    for (const KeyCode key : down_)
+    for (const KeyCode key : std::views::reverse(down_))
         XTestFakeKeyEvent(display_, key, False, CurrentTime);
     down_.clear();
     XSync(display_, False);
@@ -159,9 +169,19 @@ const std::vector<std::string>& KeyWindow::latinPresses() {
 Program::Program(const char* windowClass, const char* title) : process_(::fork()) {
     if (process_ != 0) return;
     Display* display = XOpenDisplay(nullptr);
-    openWindow(display, windowClass, title);
-    for (XEvent event{};;)
-        XNextEvent(display, &event);
+    const ::Window window = openWindow(display, windowClass, title);
+    for (;;) {
+        ::usleep(300'000);
+        while (XPending(display) > 0) {
+            XEvent ignored{};
+            XNextEvent(display, &ignored);
+        }
+        // openbox overlooks a window that appears while it starts.
+        if (isManaged(display, window)) continue;
+        XUnmapWindow(display, window);
+        XMapWindow(display, window);
+        XSync(display, False);
+    }
 }
 
 void Program::end() {

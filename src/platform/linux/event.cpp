@@ -4,6 +4,7 @@
 #include "platform/linux/held_modifiers.h"
 #include "platform/linux/hot_key_events.h"
 #include "platform/linux/key_positions.h"
+#include "platform/linux/keys_down.h"
 #include "platform/linux/keystroke.h"
 #include "platform/linux/terminals.h"
 #include "platform/linux/x11_connection.h"
@@ -39,12 +40,14 @@ public:
         keyUp(); // of an earlier one that never came up
         const auto map = x11::Keymap::read(x11::syntheticKeyboard());
         if (!map || goesToTerminal(event)) return;
-        x11::HotKeyEvents::shared().letKeyboardGo();
-        releaseHeldModifiers(*map);
+        const x11::KeysDown held(display_);
         XkbGetState(display_, XkbUseCoreKbd, &before_);
+        // From here on without waiting for an answer: what the user types meanwhile comes before or after.
+        releaseModifiers(*map, held);
         unlockModifiers(map->lockMask());
         const auto latin = map->latinGroup(before_.group);
         if (latin) chooseGroup(*map, *latin, event.keyCode);
+        x11::HotKeyEvents::shared().letKeyboardGo(held);
         for (const Keystroke& keystroke : x11::keystrokesFor(event, *map, latin.has_value())) {
             release(std::exchange(down_, keystroke));
             for (const KeyCode key : down_)
@@ -60,15 +63,14 @@ public:
             XkbLockModifiers(display_, XkbUseCoreKbd, locked, locked);
         if (std::exchange(otherGroup_, false))
             XkbLockGroup(display_, XkbUseCoreKbd, static_cast<unsigned>(before_.locked_group));
-        x11::HotKeyEvents::shared().keepHeldKeyAway();
         XSync(display_, False);
+        x11::HotKeyEvents::shared().keystrokeDone();
     }
 
 private:
     static bool goesToTerminal(const KeyboardEvent& event) {
         if ((event.flags & kCGEventFlagMaskCommand) == 0) return false;
-        const auto front = x11::frontWindow();
-        return front && x11::takesNoCopyKeys(front->window);
+        return x11::takesNoCopyKeys(x11::programWindow(x11::focusedWindow()));
     }
 
     void fake(KeyCode key, bool press) {
@@ -82,13 +84,11 @@ private:
 
     /// Programs no longer see what the user holds. Nothing is pressed again afterwards: the user's own
     /// release would not reach the synthetic keyboard, and the modifier would stay.
-    void releaseHeldModifiers(const x11::Keymap& map) {
-        char keys[32]{};
-        XQueryKeymap(display_, keys);
+    void releaseModifiers(const x11::Keymap& map, const x11::KeysDown& held) {
+        const unsigned locks = map.lockMask();
         for (unsigned key = map.firstKey(); key <= map.lastKey(); ++key) {
-            const bool down = (static_cast<unsigned char>(keys[key / 8]) >> (key % 8) & 1) != 0;
             const unsigned modifiers = map.modifiersOf(static_cast<KeyCode>(key));
-            if (down && modifiers != 0 && (modifiers & map.lockMask()) == 0)
+            if (held.has(key) && modifiers != 0 && (modifiers & locks) == 0)
                 fake(static_cast<KeyCode>(key), false);
         }
     }

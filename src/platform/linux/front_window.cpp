@@ -1,5 +1,6 @@
 #include "platform/linux/front_window.h"
 
+#include "platform/linux/window_class.h"
 #include "platform/linux/x11_connection.h"
 
 namespace platform::x11 {
@@ -15,21 +16,25 @@ namespace {
     return parent;
 }
 
+bool hasWindowManager(Connection& connection) {
+    return !connection.values(connection.root(), connection.atom("_NET_SUPPORTING_WM_CHECK")).empty();
+}
+
 bool isInside(Connection& connection, ::Window window, ::Window ancestor) {
     for (; window != None && window != connection.root(); window = parentOf(connection, window))
         if (window == ancestor) return true;
     return false;
 }
 
-/// The program's own window among the focused window's ancestors, where no window manager names an active
-/// one.
-::Window topLevelOf(Connection& connection, ::Window window) {
-    for (; window != None && window != connection.root(); window = parentOf(connection, window))
-        if (connection.text(window, connection.atom("WM_CLASS"))) return window;
+} // namespace
+
+::Window programWindow(::Window window) {
+    Connection* connection = Connection::shared();
+    if (connection == nullptr) return None;
+    for (; window != None && window != connection->root(); window = parentOf(*connection, window))
+        if (windowClass(window)) return window;
     return None;
 }
-
-} // namespace
 
 std::optional<FrontWindow> frontWindow() {
     Connection* connection = Connection::shared();
@@ -37,9 +42,8 @@ std::optional<FrontWindow> frontWindow() {
     const ::Window focus = focusedWindow();
     if (focus == None) return std::nullopt;
 
-    // xfwm4 answers with two values; the first is the window.
-    const auto active = connection->values(connection->root(), connection->atom("_NET_ACTIVE_WINDOW"));
-    const ::Window window = active.empty() ? topLevelOf(*connection, focus) : active.front();
+    ::Window window = activeWindow();
+    if (window == None && !hasWindowManager(*connection)) window = programWindow(focus);
     const auto process = windowProcess(window);
     if (!process) return std::nullopt;
 

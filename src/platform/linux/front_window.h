@@ -18,4 +18,8 @@ struct FrontWindow {
 /// program has the focus.
 std::optional<FrontWindow> frontWindow();
 
+/// The window, or the nearest one around it, that says what program it is of (`WM_CLASS`); 0 for none. The
+/// focus is often on a nameless child of it.
+::Window programWindow(::Window window);
+
 } // namespace platform::x11

@@ -37,12 +37,6 @@ bool grabOn(const Keymap& map, HotKeyCombination& combination) {
     return combination.grab.holds(*modifiers, locks) || combination.grab.grab(*modifiers, locks);
 }
 
-bool isDown(KeyCode key) {
-    char keys[32]{};
-    XQueryKeymap(Connection::shared()->display(), keys);
-    return (static_cast<unsigned char>(keys[key / 8]) >> (key % 8) & 1) != 0;
-}
-
 template <class T>
 std::vector<std::shared_ptr<T>> living(const std::vector<std::weak_ptr<T>>& all) {
     std::vector<std::shared_ptr<T>> found;
@@ -80,6 +74,7 @@ std::shared_ptr<HotKeyCombination> HotKeyEvents::add(KeyCode key, std::uint32_t 
     }
     auto combination = std::make_shared<HotKeyCombination>(key, modifiers);
     if (!grabOn(*map, *combination)) return nullptr;
+    events_->handlePending(); // presses of an earlier registration are none of this one
     combinations_.push_back(combination);
     return combination;
 }
@@ -130,33 +125,32 @@ void HotKeyEvents::keyboardChanged() {
         grabOn(*map, *combination);
 }
 
-void HotKeyEvents::letKeyboardGo() {
+void HotKeyEvents::letKeyboardGo(const KeysDown& keys) {
     if (!events_) return;
-    Display* display = Connection::shared()->display();
-    XUngrabKeyboard(display, CurrentTime);
-    XSync(display, False);
-    // The host sees no release from here on, so what came until now decides.
-    events_->handlePending();
     for (const auto& combination : combinations()) {
-        combination->interrupted = combination->interrupted || combination->down;
-        // From here on its repeats have no modifiers, so that with them it has been pressed anew.
-        if (!combination->grab.isBare()) combination->down = false;
+        if (!combination->down || !keys.has(combination->grab.key())) continue;
+        combination->interrupted = true;
+        if (!combination->grab.isBare() && !combination->bareKey.isHeld())
+            combination->bareKey.grabWhatIsFree(0, combination->grab.locks());
     }
+    XUngrabKeyboard(Connection::shared()->display(), CurrentTime);
 }
 
-void HotKeyEvents::keepHeldKeyAway() {
+void HotKeyEvents::keystrokeDone() {
+    if (!events_) return;
+    events_->handlePending(); // repeats from before the keystroke
     for (const auto& combination : combinations()) {
-        if (!combination->interrupted || combination->bareKey.isHeld()) continue;
-        if (!combination->grab.isBare() && isDown(combination->grab.key()))
-            combination->bareKey.grab(0, combination->grab.locks());
+        if (!combination->interrupted) continue;
+        // It repeats without modifiers now, so that with them it has been pressed anew.
+        if (!combination->grab.isBare()) combination->down = false;
         watchHeldKey(combination);
     }
 }
 
 void HotKeyEvents::watchHeldKey(const std::weak_ptr<HotKeyCombination>& combination) {
     const auto held = combination.lock();
-    if (!held) return;
-    if (isDown(held->grab.key()))
+    if (!held || !held->interrupted) return;
+    if (KeysDown(Connection::shared()->display()).has(held->grab.key()))
         return MainQueue::asyncAfter(heldKeyInterval, [this, combination] { watchHeldKey(combination); });
     held->interrupted = held->down = false;
     held->bareKey.release();

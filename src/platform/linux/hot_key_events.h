@@ -2,6 +2,7 @@
 
 #include "platform/hot_key.h"
 #include "platform/linux/key_grab.h"
+#include "platform/linux/keys_down.h"
 #include "platform/linux/x11_event_source.h"
 
 #include <functional>
@@ -34,13 +35,12 @@ public:
     /// A press runs the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
 
-    /// Makes synthetic keystrokes arrive at other programs: as long as the user keeps a hot key down, the
-    /// server sends every key to the host.
-    void letKeyboardGo();
-
-    /// After a synthetic keystroke: the hot key's own key, if still down, has lost its modifiers and would
-    /// soon repeat as plain typing into the other program. Keeps it away until it comes up.
-    void keepHeldKeyAway();
+    /// Before a synthetic keystroke, once the held modifiers are released: as long as the user keeps a hot
+    /// key down, the server sends every key to the host. The hot key's own key would soon repeat, without its
+    /// modifiers, as plain typing into the other program, so it alone is kept away until it comes up. `keys`
+    /// are those down now. Waits for no answer, so that the keystroke can follow in the same breath.
+    void letKeyboardGo(const KeysDown& keys);
+    void keystrokeDone();
 
 private:
     HotKeyEvents() = default;

@@ -35,12 +35,20 @@ bool KeyGrab::grab(unsigned modifiers, unsigned locks) {
     return held_;
 }
 
+void KeyGrab::grabWhatIsFree(unsigned modifiers, unsigned locks) {
+    if (Connection::shared() == nullptr) return;
+    modifiers_ = modifiers;
+    locks_ = locks & ~modifiers;
+    held_ = true;
+    request(true);
+}
+
 void KeyGrab::release() {
     Connection* connection = Connection::shared();
     if (!held_ || connection == nullptr) return;
     held_ = false;
     request(false);
-    XFlush(connection->display());
+    XSync(connection->display(), False); // another program may have it as soon as this returns
 }
 
 bool KeyGrab::matches(const XKeyEvent& event) const {

@@ -20,6 +20,8 @@ public:
 
     /// False, with nothing grabbed, when another program holds the combination.
     bool grab(unsigned modifiers, unsigned locks);
+    /// Without asking: whatever of it another program holds stays with that program.
+    void grabWhatIsFree(unsigned modifiers, unsigned locks);
     void release();
 
     KeyCode key() const { return key_; }

@@ -1,0 +1,34 @@
+#include "platform/process_info.h"
+
+#include <glib.h>
+
+#include <memory>
+#include <tuple>
+
+namespace platform {
+namespace {
+
+// The release of the system services that this desktop offers, whatever the distribution's own numbers are.
+constexpr OperatingSystemVersion offered{26, 0, 0};
+
+auto parts(const OperatingSystemVersion& version) {
+    return std::tie(version.majorVersion, version.minorVersion, version.patchVersion);
+}
+
+} // namespace
+
+const ProcessInfo& ProcessInfo::processInfo() {
+    static const ProcessInfo info;
+    return info;
+}
+
+bool ProcessInfo::isOperatingSystemAtLeast(OperatingSystemVersion version) const {
+    return parts(offered) >= parts(version);
+}
+
+std::string ProcessInfo::operatingSystemVersionString() const {
+    const std::unique_ptr<char, decltype(&g_free)> name(g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME), g_free);
+    return name ? name.get() : "Linux";
+}
+
+} // namespace platform
