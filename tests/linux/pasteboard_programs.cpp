@@ -7,7 +7,9 @@
 
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 
 namespace pasteboard_test {
@@ -17,6 +19,16 @@ namespace {
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
+
+template <class T>
+using Reply = std::unique_ptr<T, Free>;
+
+std::string described(const std::vector<Representation>& contents) {
+    std::ostringstream text;
+    for (const auto& [target, type, format, bytes] : contents)
+        text << target << ' ' << type << ' ' << format << ' ' << bytes.size() << '\n' << bytes;
+    return text.str();
+}
 
 } // namespace
 
@@ -75,18 +87,6 @@ std::optional<std::string> Program::finish() {
 
 void Program::signal(int number) const { kill(pid_, number); }
 
-namespace {
-
-std::string described(const std::vector<Representation>& contents) {
-    std::string text;
-    for (const auto& [target, type, format, bytes] : contents)
-        text += target + ' ' + type + ' ' + std::to_string(format) + ' ' + std::to_string(bytes.size()) +
-                '\n' + bytes;
-    return text;
-}
-
-} // namespace
-
 Owning::Owning(const std::vector<Representation>& contents) : Program({"own"}, described(contents)) {
     if (readLine() != "ready") throw std::runtime_error("the program does not own the clipboard");
 }
@@ -120,15 +120,13 @@ RawClient::~RawClient() { xcb_disconnect(connection_); }
 
 xcb_atom_t RawClient::atom(const std::string& name) {
     const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    return std::unique_ptr<xcb_intern_atom_reply_t, Free>(xcb_intern_atom_reply(connection_, cookie, nullptr))
-        ->atom;
+    return Reply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(connection_, cookie, nullptr))->atom;
 }
 
 xcb_window_t RawClient::owner() {
+    using Owner = Reply<xcb_get_selection_owner_reply_t>;
     const auto cookie = xcb_get_selection_owner(connection_, atom("CLIPBOARD"));
-    return std::unique_ptr<xcb_get_selection_owner_reply_t, Free>(
-               xcb_get_selection_owner_reply(connection_, cookie, nullptr))
-        ->owner;
+    return Owner(xcb_get_selection_owner_reply(connection_, cookie, nullptr))->owner;
 }
 
 void RawClient::own(const std::string& selection) {
@@ -136,13 +134,13 @@ void RawClient::own(const std::string& selection) {
     owner();
 }
 
-template <class Event>
-Event RawClient::next(std::uint8_t type, bool (*matches)(const Event&, xcb_atom_t), xcb_atom_t value) {
+template <class Event, class Matches>
+Event RawClient::next(std::uint8_t type, Matches matches) {
     xcb_flush(connection_);
-    while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_wait_for_event(connection_)}) {
+    while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(connection_)}) {
         if ((event->response_type & 0x7F) != type) continue;
-        const Event& wanted = reinterpret_cast<const Event&>(*event);
-        if (matches(wanted, value)) return wanted;
+        const auto& wanted = reinterpret_cast<const Event&>(*event);
+        if (matches(wanted)) return wanted;
     }
     return {};
 }
@@ -150,84 +148,50 @@ Event RawClient::next(std::uint8_t type, bool (*matches)(const Event&, xcb_atom_
 xcb_atom_t RawClient::convert(const std::string& selection, const std::string& target) {
     xcb_convert_selection(connection_, window_, atom(selection), atom(target), atom("ANSWER"),
                           XCB_CURRENT_TIME);
-    using Notice = xcb_selection_notify_event_t;
-    return next<Notice>(
-               XCB_SELECTION_NOTIFY, [](const Notice&, xcb_atom_t) { return true; }, 0)
+    return next<xcb_selection_notify_event_t>(XCB_SELECTION_NOTIFY, [](const auto&) { return true; })
         .property;
 }
 
-void RawClient::set(xcb_window_t window, xcb_atom_t property, const std::string& type,
-                    const std::vector<xcb_atom_t>& values) {
+void RawClient::set(xcb_window_t window, xcb_atom_t property, const std::string& type, std::uint8_t format,
+                    const std::string& bytes) {
     // A program that serves in pieces watches the window for the deletions.
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &events);
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, atom(type), 32,
-                        static_cast<std::uint32_t>(values.size()), values.data());
-}
-
-void RawClient::set(xcb_window_t window, xcb_atom_t property, const std::string& type,
-                    const std::string& bytes) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, atom(type), 8,
-                        static_cast<std::uint32_t>(bytes.size()), bytes.data());
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, atom(type), format,
+                        static_cast<std::uint32_t>(bytes.size() / (format / 8U)), bytes.data());
     xcb_flush(connection_);
 }
 
-namespace {
-
-using PropertyReply = std::unique_ptr<xcb_get_property_reply_t, Free>;
-
-PropertyReply read(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property) {
-    const auto cookie =
-        xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 20);
-    return PropertyReply(xcb_get_property_reply(connection, cookie, nullptr));
-}
-
-} // namespace
-
 std::string RawClient::bytes(xcb_atom_t property) {
-    const auto reply = read(connection_, window_, property);
+    const auto cookie =
+        xcb_get_property(connection_, 0, window_, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 20);
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     return {static_cast<const char*>(xcb_get_property_value(reply.get())),
             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
 }
 
-std::string RawClient::typeName(xcb_atom_t property) {
-    const auto cookie = xcb_get_atom_name(connection_, read(connection_, window_, property)->type);
-    const std::unique_ptr<xcb_get_atom_name_reply_t, Free> reply(
-        xcb_get_atom_name_reply(connection_, cookie, nullptr));
-    if (!reply) return "";
-    return {xcb_get_atom_name_name(reply.get()),
-            static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))};
-}
-
 xcb_selection_request_event_t RawClient::nextRequest() {
-    using Request = xcb_selection_request_event_t;
-    return next<Request>(
-        XCB_SELECTION_REQUEST, [](const Request&, xcb_atom_t) { return true; }, 0);
+    return next<xcb_selection_request_event_t>(XCB_SELECTION_REQUEST, [](const auto&) { return true; });
 }
 
 void RawClient::notify(const xcb_selection_request_event_t& request, bool done) {
-    std::array<char, 32> bytes{};
-    auto& notice = reinterpret_cast<xcb_selection_notify_event_t&>(bytes);
-    notice = {XCB_SELECTION_NOTIFY,
-              0,
-              0,
-              request.time,
-              request.requestor,
-              request.selection,
-              request.target,
-              done ? request.property : xcb_atom_t{XCB_NONE}};
-    xcb_send_event(connection_, 0, request.requestor, 0, bytes.data());
+    xcb_selection_notify_event_t notice{};
+    notice.response_type = XCB_SELECTION_NOTIFY;
+    notice.time = request.time;
+    notice.requestor = request.requestor;
+    notice.selection = request.selection;
+    notice.target = request.target;
+    if (done) notice.property = request.property;
+    std::array<char, 32> event{};
+    std::memcpy(event.data(), &notice, sizeof notice);
+    xcb_send_event(connection_, 0, request.requestor, 0, event.data());
     xcb_flush(connection_);
 }
 
-void RawClient::waitDeleted(xcb_window_t, xcb_atom_t property) {
-    using Notice = xcb_property_notify_event_t;
-    next<Notice>(
-        XCB_PROPERTY_NOTIFY,
-        [](const Notice& notice, xcb_atom_t atom) {
-            return notice.state == XCB_PROPERTY_DELETE && notice.atom == atom;
-        },
-        property);
+void RawClient::waitDeleted(xcb_atom_t property) {
+    next<xcb_property_notify_event_t>(XCB_PROPERTY_NOTIFY, [&](const auto& notice) {
+        return notice.state == XCB_PROPERTY_DELETE && notice.atom == property;
+    });
 }
 
 } // namespace pasteboard_test

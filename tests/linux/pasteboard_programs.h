@@ -61,21 +61,21 @@ public:
     void own(const std::string& selection);
     // Converts and waits for the notice; the property it was answered in, or none.
     xcb_atom_t convert(const std::string& selection, const std::string& target);
-    void set(xcb_window_t window, xcb_atom_t property, const std::string& type,
-             const std::vector<xcb_atom_t>& values);
-    void set(xcb_window_t window, xcb_atom_t property, const std::string& type, const std::string& bytes);
+    void set(xcb_window_t window, xcb_atom_t property, const std::string& type, std::uint8_t format,
+             const std::string& bytes);
     std::string bytes(xcb_atom_t property);
-    std::string typeName(xcb_atom_t property);
     // The next request for what it owns.
     xcb_selection_request_event_t nextRequest();
     void notify(const xcb_selection_request_event_t& request, bool done);
     // Waits until somebody has deleted the property.
-    void waitDeleted(xcb_window_t window, xcb_atom_t property);
+    void waitDeleted(xcb_atom_t property);
     xcb_window_t window() const { return window_; }
 
 private:
-    template <class Event>
-    Event next(std::uint8_t type, bool (*matches)(const Event&, xcb_atom_t), xcb_atom_t value);
+    // Waits for an event of that type for which `matches` holds.
+    template <class Event, class Matches>
+    Event next(std::uint8_t type, Matches matches);
+
     xcb_connection_t* connection_;
     xcb_window_t window_;
 };

@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace pasteboard_test;
-using testing::ElementsAre;
 using testing::Optional;
 
 Pasteboard& pasteboard() { return Pasteboard::generalPasteboard(); }
@@ -270,15 +269,15 @@ TEST_F(PasteboardTest, AnOwnerThatDiesHalfWayIsLeftOut) {
     std::jthread program([dying = std::make_unique<RawClient>()]() mutable {
         dying->own("CLIPBOARD");
         const auto request = dying->nextRequest();
-        dying->set(request.requestor, request.property, "INCR", std::vector<xcb_atom_t>{100});
+        dying->set(request.requestor, request.property, "INCR", 32, std::string(4, '\0'));
         dying->notify(request, true);
-        dying->waitDeleted(request.requestor, request.property);
-        dying->set(request.requestor, request.property, "UTF8_STRING", std::string("half"));
-        dying->waitDeleted(request.requestor, request.property);
+        dying->waitDeleted(request.property);
+        dying->set(request.requestor, request.property, "UTF8_STRING", 8, "half");
+        dying->waitDeleted(request.property);
         dying.reset();
     });
     ASSERT_TRUE(becomes([&] { return owner.owner() != owner.window(); }));
-    EXPECT_LT(took([] { EXPECT_EQ(hostText(), std::nullopt); }), 300ms);
+    EXPECT_EQ(hostText(), std::nullopt);
     const Owning next({text("alive")});
     EXPECT_EQ(hostText(), "alive");
 }
@@ -289,8 +288,7 @@ TEST_F(PasteboardTest, AProgramThatDiesHalfWayHurtsNobody) {
     for (int death = 0; death < 3; ++death) {
         RawClient reader;
         const xcb_atom_t property = reader.convert("CLIPBOARD", "UTF8_STRING");
-        EXPECT_EQ(reader.typeName(property), "INCR");
-        reader.bytes(property);
+        EXPECT_EQ(reader.bytes(property).size(), 4U) << "the announcement of pieces";
     }
     EXPECT_EQ(given("UTF8_STRING")->bytes.size(), large.size());
     EXPECT_EQ(hostText()->size(), large.size());
@@ -308,10 +306,12 @@ TEST_F(PasteboardTest, TheClipboardManagerInheritsTheContents) {
     std::string saved, answers;
     std::jthread keeper([&] {
         const auto request = manager->nextRequest();
-        const auto pairs = std::vector<xcb_atom_t>{manager->atom("UTF8_STRING"), manager->atom("FIRST"),
-                                                   manager->atom("image/none"),  manager->atom("SECOND"),
-                                                   manager->atom("TIMESTAMP"),   manager->atom("THIRD")};
-        manager->set(manager->window(), manager->atom("ANSWER"), "ATOM_PAIR", pairs);
+        std::string pairs;
+        for (const char* name : {"UTF8_STRING", "FIRST", "image/none", "SECOND", "TIMESTAMP", "THIRD"}) {
+            const xcb_atom_t atom = manager->atom(name);
+            pairs.append(reinterpret_cast<const char*>(&atom), sizeof atom);
+        }
+        manager->set(manager->window(), manager->atom("ANSWER"), "ATOM_PAIR", 32, pairs);
         manager->convert("CLIPBOARD", "MULTIPLE");
         saved = manager->bytes(manager->atom("FIRST"));
         answers = manager->bytes(manager->atom("ANSWER"));

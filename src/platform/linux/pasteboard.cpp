@@ -47,17 +47,14 @@ Pasteboard& Pasteboard::generalPasteboard() {
     return pasteboard;
 }
 
-std::int64_t Pasteboard::changeCount() const {
-    const auto view = Thread::shared().look();
-    return view ? view->changeCount : 0;
-}
+std::int64_t Pasteboard::changeCount() const { return Thread::shared().changeCount(); }
 
 std::optional<std::vector<PasteboardItem>> Pasteboard::pasteboardItems() const {
     using Items = std::vector<PasteboardItem>;
     const auto view = Thread::shared().look();
     if (!view) return std::nullopt;
     if (view->own && !view->own->empty)
-        return Items{PasteboardItem(std::make_shared<PasteboardItem::Contents>(view->own))};
+        return Items{PasteboardItem(std::make_shared<PasteboardItem::Contents>(*view->own))};
     if (!view->foreign) return Items{};
     auto types = Thread::shared().targets(view->changeCount, typesPatience);
     if (!types) return std::nullopt;

@@ -11,13 +11,14 @@ namespace platform {
 /// pasteboard. Main thread only.
 ///
 /// Reading costs: a program makes each representation when asked, and one picture in all formats takes up to
-/// three seconds. So all reading from one item has a budget of that much, a silence of one second ends it,
-/// and whatever cannot be made again from the rest is read first, whichever type is asked for.
+/// three seconds. So all reading from one item has a budget of that much, an owner silent for two seconds is
+/// not asked further, and whatever cannot be made again from the rest is read first, whichever type is asked
+/// for.
 class PasteboardItem::Contents {
 public:
     Contents() = default;
     /// The host's own contents, read back.
-    explicit Contents(selection::SharedContents own);
+    explicit Contents(const selection::Contents& own);
     /// Another program's.
     Contents(std::vector<PasteboardType> types, std::int64_t changeCount);
 

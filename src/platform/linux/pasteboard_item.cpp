@@ -8,7 +8,8 @@ namespace platform {
 
 namespace {
 
-constexpr auto longestSilence = std::chrono::milliseconds(1000);
+// Qt takes one second to make a PNG of a large screen.
+constexpr auto longestSilence = std::chrono::milliseconds(2000);
 
 // What is read first: text; the one picture that loses nothing; what only its own program understands; and at
 // last the other picture formats, which any program can make from the first.
@@ -20,8 +21,8 @@ int rank(const PasteboardType& type) {
 
 } // namespace
 
-PasteboardItem::Contents::Contents(selection::SharedContents own) : taken_(true) {
-    for (const auto& [type, data] : own->representations) {
+PasteboardItem::Contents::Contents(const selection::Contents& own) : taken_(true) {
+    for (const auto& [type, data] : own.representations) {
         types_.push_back(type);
         data_[type] = data;
     }

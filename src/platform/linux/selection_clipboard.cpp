@@ -149,7 +149,7 @@ void Clipboard::clear() {
     }
 }
 
-bool Clipboard::write(SharedContents contents) {
+bool Clipboard::write(const SharedContents& contents) {
     rescue_.drop();
     return claim(contents);
 }

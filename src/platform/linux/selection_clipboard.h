@@ -43,7 +43,7 @@ public:
     void ask(const PasteboardType& target, std::int64_t changeCount, Patience patience, Done done);
 
     void clear();
-    bool write(SharedContents contents);
+    bool write(const SharedContents& contents);
 
     /// Gives the host's contents to the clipboard manager, if there is one; calls `done` when that is over.
     void handOver(std::chrono::milliseconds patience, std::function<void()> done);

@@ -13,13 +13,15 @@ namespace platform::selection {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 // A call that asks nobody but the X server; 0.2 ms unless another program holds the server.
-constexpr auto serverPatience = std::chrono::milliseconds(500);
+constexpr std::chrono::milliseconds serverPatience = 500ms;
 
 // The thread keeps the deadlines; this is only for the case that it cannot.
-constexpr auto slack = std::chrono::milliseconds(250);
+constexpr std::chrono::milliseconds slack = 250ms;
 
-constexpr auto handOverPatience = std::chrono::milliseconds(1000);
+constexpr std::chrono::milliseconds handOverPatience = 1000ms;
 
 } // namespace
 
@@ -65,12 +67,21 @@ Thread::ask(std::chrono::milliseconds limit,
     post([promise = std::move(promise), task = std::move(task)](Clipboard& clipboard) {
         task(clipboard, promise);
     });
-    if (answer.wait_for(limit + slack) != std::future_status::ready) return std::nullopt;
+    const bool heldUp = done_ < missed_;
+    if (answer.wait_for(heldUp ? 0ms : limit + slack) != std::future_status::ready) {
+        missed_ = posted_;
+        return std::nullopt;
+    }
     try {
         return answer.get();
     } catch (const std::future_error&) {
         return std::nullopt; // The thread ended first: the X server has gone.
     }
+}
+
+std::int64_t Thread::changeCount() {
+    if (const auto view = look()) lastCount_ = view->changeCount;
+    return lastCount_;
 }
 
 std::optional<View> Thread::look() {
@@ -125,6 +136,7 @@ void Thread::post(Task task) {
         if (ending_ || !clipboard_) return;
         tasks_.push_back(std::move(task));
     }
+    ++posted_;
     wake();
 }
 
@@ -158,6 +170,7 @@ bool Thread::runTasks() {
             tasks_.pop_front();
         }
         task(*clipboard_);
+        ++done_;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/selection_clipboard.h"
 
+#include <atomic>
 #include <deque>
 #include <future>
 #include <mutex>
@@ -21,6 +22,7 @@ public:
     Thread(const Thread&) = delete;
     Thread& operator=(const Thread&) = delete;
 
+    std::int64_t changeCount();
     std::optional<View> look();
     std::optional<std::vector<PasteboardType>> targets(std::int64_t changeCount, Patience patience);
     std::optional<Data> data(const PasteboardType& type, std::int64_t changeCount, Patience patience);
@@ -41,6 +43,11 @@ private:
 
     std::unique_ptr<Clipboard> clipboard_;
     FileDescriptor wake_;
+    std::int64_t lastCount_ = 0;
+    std::uint64_t posted_ = 0;
+    /// The call that gave up waiting for the thread to get to it.
+    std::uint64_t missed_ = 0;
+    std::atomic<std::uint64_t> done_ = 0;
     std::mutex mutex_;
     std::deque<Task> tasks_;
     bool ending_ = false;

@@ -20,7 +20,7 @@ struct Offer {
 class Transfer {
 public:
     /// The most bytes given in one piece.
-    static constexpr std::size_t pieceSize = 256 * 1024;
+    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     Transfer(Connection& connection, xcb_window_t requestor, xcb_atom_t property, SharedContents contents,
              const Offer& offer);
