@@ -25,7 +25,7 @@ std::optional<AXAttributeValue> found(AXUIElementRef element) {
 /// The window manager's title; a program may have given the focus to a window inside the one that has a
 /// title.
 std::optional<std::string> titleOf(const AXUIElement::BareWindow& bare) {
-    if (const auto title = x11::windowTitle(bare.window)) return title;
+    if (auto title = x11::windowTitle(bare.window)) return title;
     const ::Window active = x11::activeWindow();
     return x11::windowProcess(active) == bare.process ? x11::windowTitle(active) : std::nullopt;
 }

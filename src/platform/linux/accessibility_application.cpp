@@ -94,11 +94,12 @@ AXUIElementRef firstAmong(Bus& bus, pid_t process, Find find) {
 
 /// The first of the programs with an active window that has a focused element.
 AXUIElementRef focusedAmong(Bus& bus, const std::vector<Program*>& candidates) {
-    std::vector<at_spi::Question> questions;
+    std::vector<at_spi::Object> roots;
+    roots.reserve(candidates.size());
     for (const Program* program : candidates)
-        questions.push_back(childrenOf(at_spi::rootOf(program->name)));
-    const auto lists = bus.ask(std::move(questions), everybody);
-    questions.clear();
+        roots.push_back(at_spi::rootOf(program->name));
+    const auto lists = bus.ask(toEach(roots, at_spi::childrenOf), everybody);
+    std::vector<at_spi::Question> questions;
     std::vector<Program*> owners;
     for (std::size_t i = 0; i < lists.size(); ++i)
         for (const at_spi::Object& window : objectsIn(lists[i])) {
@@ -139,18 +140,16 @@ AXUIElementRef focusedWindow(pid_t process) {
 
 bool askToShow(pid_t process) {
     auto& session = at_spi::Session::shared();
+    if (!session.enable()) return false;
     Bus* bus = session.accessibilityBus();
     const auto found = programsOf(bus, process);
-    if (!found || !session.enable()) return false;
+    if (!found) return false;
     const Bus::Budget budget(*bus, wholeQuery);
     bool asked = false;
     for (Program* program : *found) {
-        // Chromium starts to show its elements when somebody asks for a window's attributes, and for nothing
-        // less.
-        std::vector<at_spi::Question> questions;
-        for (const at_spi::Object& window : objectsIn(bus->ask(childrenOf(at_spi::rootOf(program->name)))))
-            questions.push_back(attributesOf(window));
-        bus->ask(std::move(questions));
+        // Chromium wakes when somebody asks for its window's attributes, and by nothing less.
+        const auto windows = objectsIn(bus->ask(childrenOf(at_spi::rootOf(program->name))));
+        bus->ask(toEach(windows, at_spi::attributesOf));
         program->askedToShow = asked = true;
     }
     return asked;
@@ -164,8 +163,7 @@ AXUIElementRef systemWideFocusedElement() {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr) return {};
     const Bus::Budget budget(*bus, wholeQuery);
-    // Whoever asks here has given the active program its time; from now on its window stands for what it
-    // hides.
+    // Whoever asks here has given the active program its time: from now on its window stands for it.
     std::vector<Program*> others = programs().all(*bus);
     for (Program* program : others)
         if (program->process == active && program->askedToShow && !bus->owes(program->name)) {

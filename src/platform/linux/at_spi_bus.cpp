@@ -120,8 +120,8 @@ Bus::~Bus() {
         g_main_context_iteration(context_.get(), TRUE);
 }
 
-void Bus::send(const Question& question, std::shared_ptr<Round> round, std::size_t index) {
-    auto call = std::make_unique<Call>(Call{*this, question.program, std::move(round), index});
+void Bus::send(const Question& question, const std::shared_ptr<Round>& round, std::size_t index) {
+    auto call = std::make_unique<Call>(Call{*this, question.program, round, index});
     ++underWay_;
     g_dbus_connection_call(connection_.get(), question.program.c_str(), question.path.c_str(),
                            question.interface, question.method, question.arguments.get(),

@@ -97,7 +97,7 @@ private:
     struct Call;
 
     Bus(Connection connection, Context context);
-    void send(const Question& question, std::shared_ptr<Round> round, std::size_t index);
+    void send(const Question& question, const std::shared_ptr<Round>& round, std::size_t index);
     void takeWhatHasArrived();
 
     Connection connection_;

@@ -61,8 +61,7 @@ int rank(const FocusedObject& element) {
     return isContainer(element.role) ? 0 : 1;
 }
 
-/// What to ask of one object to see what `seen` makes of the answers, which are three from the one numbered
-/// `at` on.
+/// `seen` reads the three answers, from the one numbered `at` on.
 void addQuestionsAbout(const Object& object, std::vector<Question>& questions) {
     questions.push_back(stateOf(object));
     questions.push_back(roleOf(object));
@@ -151,10 +150,7 @@ std::optional<Object> activeWindow(Bus& bus, Program& program) {
     if (program.activeWindow && statesIn(bus.ask(stateOf(*program.activeWindow))).has(State::active))
         return program.activeWindow;
     const auto windows = windowsOf(bus, program);
-    std::vector<Question> questions;
-    for (const Object& window : windows)
-        questions.push_back(stateOf(window));
-    const auto answers = bus.ask(std::move(questions));
+    const auto answers = bus.ask(toEach(windows, stateOf));
     for (std::size_t i = 0; i < windows.size(); ++i)
         if (statesIn(answers[i]).has(State::active)) return program.activeWindow = windows[i];
     return std::nullopt;

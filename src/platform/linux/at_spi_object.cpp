@@ -64,6 +64,14 @@ Question property(const Object& object, const char* interface, const char* name)
             "Get",          "(v)",       arguments("(ss)", interface, name)};
 }
 
+std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&)) {
+    std::vector<Question> questions;
+    questions.reserve(objects.size());
+    for (const Object& object : objects)
+        questions.push_back(question(object));
+    return questions;
+}
+
 std::vector<Object> objectsIn(const Answer& answer) {
     std::vector<Object> objects;
     if (!answer.value) return objects;

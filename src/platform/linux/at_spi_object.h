@@ -99,6 +99,9 @@ Question toolkitOf(const std::string& program);
 Question focusedWithin(const Object& object);
 Question property(const Object& object, const char* interface, const char* name);
 
+/// The same question to each of `objects`.
+std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&));
+
 /// What the answers to these say; empty, absent or no state at all when there was none.
 std::vector<Object> objectsIn(const Answer& answer);
 States statesIn(const Answer& answer);

@@ -10,21 +10,15 @@ constexpr std::size_t mostOfOneLevel = 1000;
 constexpr int deepest = 60;
 
 std::vector<States> statesOf(Bus& bus, const std::vector<Object>& objects) {
-    std::vector<Question> questions;
-    for (const Object& object : objects)
-        questions.push_back(stateOf(object));
     std::vector<States> states;
-    for (const Answer& answer : bus.ask(std::move(questions)))
+    for (const Answer& answer : bus.ask(toEach(objects, stateOf)))
         states.push_back(statesIn(answer));
     return states;
 }
 
 std::vector<Object> childrenOfAll(Bus& bus, const std::vector<Object>& objects) {
-    std::vector<Question> questions;
-    for (const Object& object : objects)
-        questions.push_back(childrenOf(object));
     std::vector<Object> children;
-    for (const Answer& answer : bus.ask(std::move(questions)))
+    for (const Answer& answer : bus.ask(toEach(objects, childrenOf)))
         for (Object& child : objectsIn(answer))
             if (children.size() < mostOfOneLevel) children.push_back(std::move(child));
     return children;
