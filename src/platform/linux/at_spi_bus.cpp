@@ -37,6 +37,9 @@ void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done do
     g_source_destroy(alarm.get());
 }
 
+/// After this long a call counts as answered, so that a program that lost one is asked again some day.
+constexpr Milliseconds forgiveness{30'000};
+
 using Error = std::unique_ptr<GError, Releaser<g_error_free>>;
 
 Failure failureOf(const GError& error) {
@@ -125,7 +128,8 @@ void Bus::send(const Question& question, const std::shared_ptr<Round>& round, st
     ++underWay_;
     g_dbus_connection_call(connection_.get(), question.program.c_str(), question.path.c_str(),
                            question.interface, question.method, question.arguments.get(),
-                           G_VARIANT_TYPE(question.answerTypes), G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT,
+                           G_VARIANT_TYPE(question.answerTypes), G_DBUS_CALL_FLAGS_NO_AUTO_START,
+                           static_cast<int>(forgiveness.count()),
                            cancellable_.get(), &Call::arrived, call.release());
 }
 
