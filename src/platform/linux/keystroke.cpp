@@ -55,7 +55,9 @@ std::vector<Keystroke> keystrokesFor(const KeyboardEvent& event, const Keymap& m
         case positionOfV:
             return allOf({keystroke(map, shift, insertKey)});
         case positionOfA:
-            return allOf({keystroke(map, control, homeKey), keystroke(map, control | shift, endKey)});
+            // Twice, since a single line in Qt does not know the keystrokes with Control.
+            return allOf({keystroke(map, control, homeKey), keystroke(map, 0, homeKey),
+                          keystroke(map, control | shift, endKey), keystroke(map, shift, endKey)});
         default:
             break;
         }
