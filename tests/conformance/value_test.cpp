@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <regex>
 #include <set>
 
@@ -28,30 +29,42 @@ TEST_F(ValueTest, IdentifiersAreRandomUUIDsInTheirTextForm) {
     EXPECT_EQ(seen.size(), 1000u);
 }
 
-TEST_F(ValueTest, LinksShowTheirSchemeAndNonsenseDoesNotParse) {
+TEST_F(ValueTest, LinksShowTheirSchemeAndEncodeWhatMayNotStandInThem) {
     struct Case {
-        const char* text;
-        const char* scheme; // null: it does not parse; empty: it has none
+        std::string_view text, scheme, absolute;
     };
-    for (const Case& c : {Case{"https://example.org/a?b=c#d", "https"}, Case{"HTTPS://EXAMPLE.ORG", "HTTPS"},
-                          Case{"mailto:anna@example.org?subject=Hi%20there", "mailto"},
-                          Case{"custom+x-1.0:thing", "custom+x-1.0"}, Case{"relative/path", ""},
-                          Case{"//example.org/path", ""}, Case{"a/b:c", ""}, Case{"", nullptr}}) {
-        const auto url = URL::URLWithString(c.text);
-        ASSERT_EQ(url.has_value(), c.scheme != nullptr) << c.text;
-        if (!url) continue;
-        EXPECT_EQ(url->scheme().value_or(""), c.scheme) << c.text;
-        EXPECT_EQ(url->absoluteString(), c.text);
-        EXPECT_EQ(url->path(), "");
+    for (const auto& [text, scheme, absolute] :
+         {Case{"https://anna@example.org:80/a?b=c#d", "https", "https://anna@example.org:80/a?b=c#d"},
+          Case{"HTTPS://EXAMPLE.ORG", "HTTPS", "HTTPS://EXAMPLE.ORG"},
+          Case{"mailto:anna@example.org?subject=Hi there", "mailto",
+               "mailto:anna@example.org?subject=Hi%20there"},
+          Case{"custom+x-1.0:thing", "custom+x-1.0", "custom+x-1.0:thing"},
+          Case{"https://[::1]:8080/", "https", "https://[::1]:8080/"},
+          Case{"1https://example.org", "", "1https://example.org"},
+          Case{"//example.org", "", "//example.org"}, Case{"a/b:c", "", "a/b:c"}}) {
+        const auto url = URL::URLWithString(text);
+        ASSERT_TRUE(url.has_value()) << text;
+        EXPECT_EQ(url->scheme().value_or(""), scheme);
+        EXPECT_EQ(url->absoluteString(), absolute);
     }
 }
 
-TEST_F(ValueTest, FilesHaveAPathAndAnEscapedLocation) {
+TEST_F(ValueTest, WhatIsNoLinkDoesNotParse) {
+    using namespace std::string_view_literals;
+    for (const auto text : {""sv, "https://example.org:port/"sv, "https://[::1"sv, "https://a%zz"sv,
+                            "https://a%2"sv, "https://exa mple.org"sv, "https://a\nb"sv, "a\0b"sv, "\xff"sv})
+        EXPECT_FALSE(URL::URLWithString(text).has_value()) << text;
+}
+
+TEST_F(ValueTest, FilesHaveAPathAndALocation) {
     const URL file = URL::fileURLWithPath("/tmp/a b/ü?#%.txt");
     EXPECT_EQ(file.path(), "/tmp/a b/ü?#%.txt");
     EXPECT_EQ(file.absoluteString(), "file:///tmp/a%20b/%C3%BC%3F%23%25.txt");
     EXPECT_EQ(file.scheme(), "file");
+    EXPECT_EQ(URL::URLWithString(file.absoluteString())->path(), file.path());
     EXPECT_EQ(URL::fileURLWithPath("/tmp", true).absoluteString(), "file:///tmp/");
+    EXPECT_EQ(URL::fileURLWithPath("x").path(), (std::filesystem::current_path() / "x").string());
+    EXPECT_EQ(URL::fileURLWithPath(std::string_view("/tmp\0/x", 7)).path(), "") << "must not name /tmp";
 }
 
 } // namespace

@@ -21,9 +21,10 @@ bool isControl(char character) {
     return byte < 0x20 || byte == 0x7F;
 }
 
+constexpr std::string_view unsafe = " \"<>\\^`{|}";
+
 // Characters that may not stand in a URL, but that people type into one, are percent-encoded.
 std::string encoded(std::string_view text) {
-    constexpr std::string_view unsafe = " \"<>\\^`{|}";
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string result;
     for (const char character : text) {
@@ -37,11 +38,16 @@ std::string encoded(std::string_view text) {
     return result;
 }
 
-// Accepts a relative reference too: it parses, and has no scheme.
+// Accepts a relative reference too: it parses, and has no scheme. No host has one of the unsafe characters in
+// its name, encoded or not.
 bool parses(const std::string& text) {
-    return g_utf8_validate(text.c_str(), -1, nullptr) != 0 &&
-           g_uri_split(text.c_str(), G_URI_FLAGS_NONE, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                       nullptr, nullptr) != 0;
+    char* host = nullptr;
+    const bool split = g_utf8_validate(text.c_str(), -1, nullptr) != 0 &&
+                       g_uri_split(text.c_str(), G_URI_FLAGS_NONE, nullptr, nullptr, &host, nullptr, nullptr,
+                                   nullptr, nullptr, nullptr) != 0;
+    const Text owned{host};
+    return split &&
+           (host == nullptr || std::string_view(host).find_first_of(unsafe) == std::string_view::npos);
 }
 
 } // namespace
