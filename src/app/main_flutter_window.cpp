@@ -1,5 +1,6 @@
 #include "app/main_flutter_window.h"
 
+#include "flutter/binary_messenger.h"
 #include "platform/view_controller.h"
 
 MainFlutterWindow::MainFlutterWindow(platform::Rect contentRect, std::uint64_t styleMask,
@@ -12,6 +13,7 @@ void MainFlutterWindow::awakeFromNib() {
     setContentViewController(std::make_unique<flutter::ViewController>());
     configure();
     bridge_ = DesktopBridge::create(weak_from_this(), *contentViewController());
+    systemModel_ = SystemModelBridge::create(contentViewController()->binaryMessenger());
     setDelegate(this);
     Window::awakeFromNib();
 }

@@ -1,8 +1,9 @@
-// The host's one window. It shows the interface, owns the interface's two doors into the host, and is its own delegate:
-// the close button only asks to quit, and full-screen changes relabel the menu. Main thread only.
+// The host's one window. It shows the interface, owns the interface's two doors into the host, and is its own
+// delegate: the close button only asks to quit, and full-screen changes relabel the menu. Main thread only.
 #pragma once
 
 #include "desktop/desktop_bridge.h"
+#include "model/system_model_bridge.h"
 #include "platform/window.h"
 
 #include <memory>
@@ -29,4 +30,5 @@ private:
     void configure();
 
     std::shared_ptr<DesktopBridge> bridge_;
+    std::shared_ptr<SystemModelBridge> systemModel_;
 };
