@@ -13,7 +13,7 @@ namespace {
 
 std::optional<RunningApplication> front() { return Workspace::sharedWorkspace().frontmostApplication(); }
 
-/// A new program once it is in front; absent, failing the test, when it never is.
+// A new program once it is in front; absent, failing the test, when it never is.
 std::optional<RunningApplication> inFront(const Program& program) {
     std::optional<RunningApplication> application;
     EXPECT_TRUE(runUntil([&] {

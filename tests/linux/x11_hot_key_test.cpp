@@ -42,7 +42,7 @@ protected:
 
     static void keysRepeatFast() { run("xset r rate 10 200"); } // from 10 ms on, every 5 ms
 
-    /// Until a key that is down has repeated several times.
+    // Until a key that is down has repeated several times.
     static void waitForRepeats() {
         const ::Time start = x11::serverTime();
         EXPECT_TRUE(runUntil([&] { return x11::serverTime() > start + 40; }));
@@ -53,7 +53,7 @@ protected:
             person.press(key);
     }
 
-    /// How many presses have arrived once everything sent so far has been handled.
+    // How many presses have arrived once everything sent so far has been handled.
     int settled() const {
         settle();
         return presses;
@@ -66,8 +66,8 @@ private:
     EventHandlerRef handler_;
 };
 
-/// Another program's attempt to have a combination; true when it got it. It keeps it for as long as `person`
-/// lives.
+// Another program's attempt to have a combination; true when it got it. It keeps it for as long as `person`
+// lives.
 bool otherProgramGrabs(Person& person, unsigned modifiers) {
     static bool refused = false;
     refused = false;

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <ranges>
 #include <thread>
 
 namespace platform::x11test {
@@ -92,8 +91,8 @@ Person::~Person() {
 }
 
 void Person::releaseAll() {
-    for (const KeyCode key : std::views::reverse(down_))
-        XTestFakeKeyEvent(display_, key, False, CurrentTime);
+    for (auto key = down_.rbegin(); key != down_.rend(); ++key)
+        XTestFakeKeyEvent(display_, *key, False, CurrentTime);
     down_.clear();
     XSync(display_, False);
 }
@@ -147,7 +146,7 @@ void KeyWindow::read() {
                         &symbol);
         if (IsModifierKey(symbol)) continue;
         KeySym latin = symbol;
-        for (unsigned other = 0; other < 4 && latin > 0xFF && latin < 0xFF00; ++other)
+        for (int other = 0; other < 4 && latin > 0xFF && latin < 0xFF00; ++other)
             if (const KeySym candidate = XkbKeycodeToKeysym(display_, key, other, 0);
                 candidate != NoSymbol && candidate <= 0xFF)
                 latin = candidate;

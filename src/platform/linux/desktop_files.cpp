@@ -23,7 +23,7 @@ std::vector<fs::path> folders() {
     return found;
 }
 
-/// Only the first group of the file is the program's own; the others are its menu entries.
+// Only the first group of the file is the program's own; the others are its menu entries.
 std::string startupWindowClass(const fs::path& file) {
     constexpr std::string_view key = "StartupWMClass=";
     std::ifstream stream(file);
@@ -78,7 +78,7 @@ private:
         return error ? 0 : static_cast<std::int64_t>(time.time_since_epoch().count());
     }
 
-    /// Earlier folders go before later ones, so what is known already stays.
+    // Earlier folders go before later ones, so what is known already stays.
     void add(const fs::path& folder, const fs::path& file) {
         std::string identifier = file.lexically_relative(folder).replace_extension().string();
         for (char& letter : identifier)

@@ -5,15 +5,15 @@
 #include <optional>
 #include <string>
 
-/// The installed programs as the desktop lists them: one desktop file each (freedesktop.org Desktop Entry
-/// Specification). Main thread only; the folders are read at the first question and again when they have
-/// changed.
+// The installed programs as the desktop lists them: one desktop file each (freedesktop.org Desktop Entry
+// Specification). Main thread only; the folders are read at the first question and again when they have
+// changed.
 namespace platform {
 
-/// The identifier (file name without ".desktop") of the program that shows windows of this class.
+// The identifier (file name without ".desktop") of the program that shows windows of this class.
 std::optional<std::string> desktopFileOf(const x11::WindowClass& windowClass);
 
-/// The name, in the user's language, of the program with this identifier.
+// The name, in the user's language, of the program with this identifier.
 std::optional<std::string> desktopFileName(const std::string& identifier);
 
 } // namespace platform

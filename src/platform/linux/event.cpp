@@ -14,7 +14,6 @@
 #include <X11/extensions/XTest.h>
 #include <X11/keysym.h>
 
-#include <ranges>
 #include <utility>
 
 namespace platform {
@@ -31,7 +30,7 @@ bool takesSyntheticEvents() {
     return takes;
 }
 
-/// One synthetic key press and its release.
+// One synthetic key press and its release.
 class Typist {
 public:
     explicit Typist(Display* display) : display_(display) {}
@@ -78,12 +77,12 @@ private:
     }
 
     void release(const Keystroke& keys) {
-        for (const KeyCode key : std::views::reverse(keys))
-            fake(key, false);
+        for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+            fake(*key, false);
     }
 
-    /// Programs no longer see what the user holds. Nothing is pressed again afterwards: the user's own
-    /// release would not reach the synthetic keyboard, and the modifier would stay.
+    // Programs no longer see what the user holds. Nothing is pressed again afterwards: the user's own
+    // release would not reach the synthetic keyboard, and the modifier would stay.
     void releaseModifiers(const x11::Keymap& map, const x11::KeysDown& held) {
         const unsigned locks = map.lockMask();
         for (unsigned key = map.firstKey(); key <= map.lastKey(); ++key) {
@@ -93,7 +92,7 @@ private:
         }
     }
 
-    /// Sticky keys hold modifiers without a finger on them. Caps Lock and Num Lock change no keystroke.
+    // Sticky keys hold modifiers without a finger on them. Caps Lock and Num Lock change no keystroke.
     void unlockModifiers(unsigned locks) {
         if (const unsigned latched = before_.latched_mods & ~locks)
             XkbLatchModifiers(display_, XkbUseCoreKbd, latched, 0);
@@ -101,9 +100,9 @@ private:
         if (unlocked_ != 0) XkbLockModifiers(display_, XkbUseCoreKbd, unlocked_, 0);
     }
 
-    /// Programs look a letter that is not Latin up in the user's other layouts, but take another ASCII
-    /// character as it is: the French A is a slash in Hebrew. Only then the layout is switched for the
-    /// keystroke.
+    // Programs look a letter that is not Latin up in the user's other layouts, but take another ASCII
+    // character as it is: the French A is a slash in Hebrew. Only then the layout is switched for the
+    // keystroke.
     void chooseGroup(const x11::Keymap& map, unsigned latin, CGKeyCode keyCode) {
         const auto key = x11::xKeyCode(keyCode);
         if (!key) return;

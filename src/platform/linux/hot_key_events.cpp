@@ -13,10 +13,10 @@
 namespace platform::x11 {
 namespace {
 
-/// How often the host looks whether a hot key kept away from other programs has come up.
+// How often the host looks whether a hot key kept away from other programs has come up.
 constexpr Seconds heldKeyInterval{0.02};
 
-/// The X modifiers of a hot key's mask; absent when the keyboard lacks one of them.
+// The X modifiers of a hot key's mask; absent when the keyboard lacks one of them.
 std::optional<unsigned> xModifiers(const Keymap& map, std::uint32_t hotKeyModifiers) {
     unsigned modifiers = 0;
     for (const ModifierKey& key : modifierKeys()) {
@@ -117,7 +117,7 @@ void HotKeyEvents::released(const XKeyEvent& event) {
         if (event.keycode == combination->grab.key()) combination->down = false;
 }
 
-/// Another layout may put a modifier, or Num Lock, elsewhere.
+// Another layout may put a modifier, or Num Lock, elsewhere.
 void HotKeyEvents::keyboardChanged() {
     const auto map = Keymap::read(coreKeyboard);
     if (!map) return;

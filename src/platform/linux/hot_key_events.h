@@ -11,7 +11,7 @@
 
 namespace platform::x11 {
 
-/// A registered combination.
+// A registered combination.
 struct HotKeyCombination {
     HotKeyCombination(KeyCode key, std::uint32_t wanted) : grab(key), bareKey(key), modifiers(wanted) {}
 
@@ -24,21 +24,21 @@ struct HotKeyCombination {
 
 using HotKeyHandler = std::function<OSStatus()>;
 
-/// The host's hot keys: what is registered, who handles presses, and the events in between. Main thread only.
+// The host's hot keys: what is registered, who handles presses, and the events in between. Main thread only.
 class HotKeyEvents {
 public:
     static HotKeyEvents& shared();
 
-    /// Null when it cannot be had. It stays registered for as long as the caller keeps it.
+    // Null when it cannot be had. It stays registered for as long as the caller keeps it.
     std::shared_ptr<HotKeyCombination> add(KeyCode key, std::uint32_t modifiers);
 
-    /// A press runs the handler for as long as the caller keeps it.
+    // A press runs the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
 
-    /// Before a synthetic keystroke, once the held modifiers are released: as long as the user keeps a hot
-    /// key down, the server sends every key to the host. The hot key's own key would soon repeat, without its
-    /// modifiers, as plain typing into the other program, so it alone is kept away until it comes up. `keys`
-    /// are those down now. Waits for no answer, so that the keystroke can follow in the same breath.
+    // Before a synthetic keystroke, once the held modifiers are released: as long as the user keeps a hot
+    // key down, the server sends every key to the host. The hot key's own key would soon repeat, without its
+    // modifiers, as plain typing into the other program, so it alone is kept away until it comes up. `keys`
+    // are those down now. Waits for no answer, so that the keystroke can follow in the same breath.
     void letKeyboardGo(const KeysDown& keys);
     void keystrokeDone();
 

@@ -10,7 +10,7 @@ constexpr unsigned allModifiers =
 
 } // namespace
 
-/// A grab matches its modifiers exactly, so there is one for every combination of the locks.
+// A grab matches its modifiers exactly, so there is one for every combination of the locks.
 void KeyGrab::request(bool grab) const {
     Connection& connection = *Connection::shared();
     for (unsigned locks = locks_;; locks = (locks - 1) & locks_) {

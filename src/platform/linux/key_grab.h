@@ -8,30 +8,30 @@
 
 namespace platform::x11 {
 
-/// One key with modifiers, grabbed everywhere: the server sends it to the host alone. Destroying it lets it
-/// go. Caps Lock and Num Lock do not matter.
+// One key with modifiers, grabbed everywhere: the server sends it to the host alone. Destroying it lets it
+// go. Caps Lock and Num Lock do not matter.
 class KeyGrab {
 public:
-    /// Nothing is grabbed yet.
+    // Nothing is grabbed yet.
     explicit KeyGrab(KeyCode key) : key_(key) {}
     ~KeyGrab() { release(); }
     KeyGrab(const KeyGrab&) = delete;
     KeyGrab& operator=(const KeyGrab&) = delete;
 
-    /// False, with nothing grabbed, when another program holds the combination.
+    // False, with nothing grabbed, when another program holds the combination.
     bool grab(unsigned modifiers, unsigned locks);
-    /// Without asking: whatever of it another program holds stays with that program.
+    // Without asking: whatever of it another program holds stays with that program.
     void grabWhatIsFree(unsigned modifiers, unsigned locks);
     void release();
 
     KeyCode key() const { return key_; }
     unsigned locks() const { return locks_; }
     bool isHeld() const { return held_; }
-    /// The key alone.
+    // The key alone.
     bool isBare() const { return modifiers_ == 0; }
-    /// True for a press of this combination.
+    // True for a press of this combination.
     bool matches(const XKeyEvent& event) const;
-    /// True when it is grabbed just like that.
+    // True when it is grabbed just like that.
     bool holds(unsigned modifiers, unsigned locks) const {
         return held_ && modifiers_ == modifiers && locks_ == locks;
     }

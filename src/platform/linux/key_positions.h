@@ -4,11 +4,11 @@
 
 #include <optional>
 
-/// The one table between the host's key codes and the keyboard's positions.
+// The one table between the host's key codes and the keyboard's positions.
 namespace platform::x11 {
 
-/// The X key code of a key position; absent for a number without a key. It is the kernel's number of the key
-/// plus eight, as in the "evdev" key codes of every X server on Linux.
+// The X key code of a key position; absent for a number without a key. It is the kernel's number of the key
+// plus eight, as in the "evdev" key codes of every X server on Linux.
 std::optional<unsigned char> xKeyCode(CGKeyCode keyCode);
 
 } // namespace platform::x11

@@ -12,13 +12,13 @@
 
 namespace platform {
 
-/// One group of the keyboard that synthetic keystrokes come from: its map may differ from the real
-/// keyboards'.
+// One group of the keyboard that synthetic keystrokes come from: its map may differ from the real
+// keyboards'.
 class UnicodeKeyLayout {
 public:
     UnicodeKeyLayout(x11::Keymap map, unsigned group) : map_(std::move(map)), group_(group) {}
 
-    /// The character a key types; 0 for none, dead keys included.
+    // The character a key types; 0 for none, dead keys included.
     char32_t character(KeyCode key, unsigned modifiers) const {
         return xkb_keysym_to_utf32(static_cast<xkb_keysym_t>(map_.symbol(key, group_, modifiers)));
     }

@@ -6,7 +6,7 @@
 
 namespace platform::x11 {
 
-/// The keys that are down, as programs see them (one round trip).
+// The keys that are down, as programs see them (one round trip).
 class KeysDown {
 public:
     explicit KeysDown(Display* display) { XQueryKeymap(display, bits_.data()); }

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-/// The one table of what Command, Option, Control and Shift are on this desktop.
+// The one table of what Command, Option, Control and Shift are on this desktop.
 namespace platform::x11 {
 
 struct ModifierKey {

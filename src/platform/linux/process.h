@@ -13,24 +13,24 @@
 
 namespace platform {
 
-/// A program as one of its windows showed it. Whatever the window says is read at once, since the window may
-/// be gone when somebody asks.
+// A program as one of its windows showed it. Whatever the window says is read at once, since the window may
+// be gone when somebody asks.
 class RunningApplication::Process {
 public:
-    /// `window` is 0 when the program was not found by a window.
+    // `window` is 0 when the program was not found by a window.
     Process(pid_t id, ::Window window);
 
     pid_t id() const { return id_; }
     ::Window window() const { return window_; }
     bool isTerminated() const;
 
-    /// The same process, not merely the same number.
+    // The same process, not merely the same number.
     bool isSameAs(const Process& other) const { return id_ == other.id_ && startTime_ == other.startTime_; }
 
-    /// The program's application identifier, else its desktop file's name, else its window class.
+    // The program's application identifier, else its desktop file's name, else its window class.
     std::optional<std::string> identity() const;
 
-    /// The name of the desktop file's entry, else the window class, else the process's own name.
+    // The name of the desktop file's entry, else the window class, else the process's own name.
     std::optional<std::string> name() const;
 
 private:

@@ -14,8 +14,8 @@ namespace {
 
 using x11::Connection;
 
-/// The window that the program was found by, if it is still there, else the program's topmost one; 0 for
-/// none.
+// The window that the program was found by, if it is still there, else the program's topmost one; 0 for
+// none.
 ::Window windowToShow(Connection& connection, const RunningApplication::Process& process) {
     auto windows = connection.values(connection.root(), connection.atom("_NET_CLIENT_LIST_STACKING"));
     if (std::ranges::find(windows, process.window()) != windows.end()) return process.window();
@@ -25,8 +25,8 @@ using x11::Connection;
     return topmost == windows.rend() ? None : *topmost;
 }
 
-/// Asks the window manager as a pager or taskbar does (source 2), which is not held against rules that keep
-/// programs from stealing the focus; metacity wants a current time all the same.
+// Asks the window manager as a pager or taskbar does (source 2), which is not held against rules that keep
+// programs from stealing the focus; metacity wants a current time all the same.
 bool askToActivate(Connection& connection, ::Window window) {
     XEvent message{};
     message.xclient.type = ClientMessage;

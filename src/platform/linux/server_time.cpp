@@ -9,7 +9,7 @@ namespace {
 
 ::Time userTime = 0;
 
-/// A window of our own that is never shown; its property changes carry the time.
+// A window of our own that is never shown; its property changes carry the time.
 ::Window clockWindow(Connection& connection) {
     static const ::Window window = [&connection] {
         const ::Window created =

@@ -15,8 +15,8 @@ namespace {
 
 using LaunchContext = std::unique_ptr<GAppLaunchContext, decltype(&g_object_unref)>;
 
-/// What a started program inherits: the display and the user's wish, so that its window comes to the front,
-/// and none of what the host has set for itself.
+// What a started program inherits: the display and the user's wish, so that its window comes to the front,
+// and none of what the host has set for itself.
 LaunchContext launchContext() {
     GdkDisplay* display = gdk_display_get_default();
     GAppLaunchContext* context = display != nullptr

@@ -13,7 +13,7 @@ namespace {
 
 using FreeX = decltype([](void* data) { XFree(data); });
 
-/// What is read of one property at most, in the protocol's units of four bytes.
+// What is read of one property at most, in the protocol's units of four bytes.
 constexpr long longestProperty = 65536;
 
 struct Property {
@@ -35,8 +35,8 @@ Property read(Display* display, ::Window window, Atom name) {
     return property;
 }
 
-/// The process at the other end of the client's socket, as the server knows it. True also for a sandboxed
-/// program, whose own idea of its process identifier means something else out here.
+// The process at the other end of the client's socket, as the server knows it. True also for a sandboxed
+// program, whose own idea of its process identifier means something else out here.
 std::optional<pid_t> clientProcess(Display* display, ::Window window) {
     XResClientIdSpec wanted{window, XRES_CLIENT_ID_PID_MASK};
     long count = 0;

@@ -48,8 +48,9 @@ private:
 // The window that has the keyboard focus (`XGetInputFocus`), or 0.
 ::Window focusedWindow();
 
-// The process that owns a window: `_NET_WM_PID`, else what the server knows of the client. Absent when
-// unknown.
+// The process that owns a window: the one at the other end of its program's connection, else what the window
+// claims
+// (`_NET_WM_PID`), which in a sandbox or on another machine is a number of theirs. Absent when unknown.
 std::optional<pid_t> windowProcess(::Window window);
 
 // The window's title as its program set it (`_NET_WM_NAME`, else `WM_NAME`).

@@ -19,7 +19,7 @@ std::mutex mutex;
 std::vector<LastError> kept;
 std::atomic<XErrorHandler> next = nullptr;
 
-/// Wants the mutex.
+// Wants the mutex.
 LastError* find(Display* display) {
     for (LastError& error : kept)
         if (error.display == display) return &error;
@@ -44,8 +44,8 @@ int onError(Display* display, XErrorEvent* event) {
     return result;
 }
 
-/// The connection is lost: Xlib would end the program anyway, and any clean-up that talks to the server would
-/// hang or crash.
+// The connection is lost: Xlib would end the program anyway, and any clean-up that talks to the server would
+// hang or crash.
 int onLostConnection(Display*) {
     static std::atomic_flag said = ATOMIC_FLAG_INIT;
     if (!said.test_and_set())

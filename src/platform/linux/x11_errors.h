@@ -2,17 +2,17 @@
 
 #include <X11/Xlib.h>
 
-/// X errors, told apart by connection. Xlib has one error handler for the whole program, and both its own
-/// default and the toolkit's end the program. Any thread.
+// X errors, told apart by connection. Xlib has one error handler for the whole program, and both its own
+// default and the toolkit's end the program. Any thread.
 namespace platform::x11 {
 
-/// From now on the errors of this connection are remembered instead of ending the program; those of every
-/// other connection go on to whoever handled errors before. Call it again when the toolkit may have taken the
-/// handler back: it costs nothing when nothing has changed.
+// From now on the errors of this connection are remembered instead of ending the program; those of every
+// other connection go on to whoever handled errors before. Call it again when the toolkit may have taken the
+// handler back: it costs nothing when nothing has changed.
 void keepErrors(Display* display);
 
-/// True when a request of this connection with this serial number (`XNextRequest`) or a later one has failed.
-/// Only replies that have arrived count: `XSync` first.
+// True when a request of this connection with this serial number (`XNextRequest`) or a later one has failed.
+// Only replies that have arrived count: `XSync` first.
 bool failedSince(Display* display, unsigned long serial);
 
 } // namespace platform::x11

@@ -8,17 +8,17 @@
 
 namespace platform::x11 {
 
-/// Hands the events of a connection to a function, from the main loop, for as long as the object lives. Idle
-/// costs nothing: the main loop sleeps on the connection's socket.
+// Hands the events of a connection to a function, from the main loop, for as long as the object lives. Idle
+// costs nothing: the main loop sleeps on the connection's socket.
 class EventLoopSource {
 public:
-    /// The function must not destroy the source.
+    // The function must not destroy the source.
     EventLoopSource(Display* display, std::function<void(const XEvent&)> handler);
     ~EventLoopSource();
     EventLoopSource(const EventLoopSource&) = delete;
     EventLoopSource& operator=(const EventLoopSource&) = delete;
 
-    /// Handles at once what has arrived, without waiting for the main loop.
+    // Handles at once what has arrived, without waiting for the main loop.
     void handlePending() const;
 
 private:

@@ -22,7 +22,7 @@ bool hasXInput(Display* display) {
     return has;
 }
 
-/// The keyboards attached to a desktop's cursor, those that only pass synthetic keys on or all others.
+// The keyboards attached to a desktop's cursor, those that only pass synthetic keys on or all others.
 std::vector<unsigned> keyboards(bool synthetic) {
     Connection* connection = Connection::shared();
     if (connection == nullptr || !hasXInput(connection->display())) return {};

@@ -33,7 +33,7 @@ std::optional<unsigned> Keymap::latinGroup(unsigned current) const {
     return std::nullopt;
 }
 
-/// Most of the letters will do: some Latin layouts lack a few, the others lack them all.
+// Most of the letters will do: some Latin layouts lack a few, the others lack them all.
 bool Keymap::typesLatin(unsigned group) const {
     int letters = 0;
     for (unsigned key = firstKey(); key <= lastKey(); ++key) {
