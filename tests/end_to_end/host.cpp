@@ -3,6 +3,7 @@
 #include "flutter/standard_codec.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -114,6 +115,11 @@ flutter::CallOutcome Host::answer(std::uint32_t id) {
 flutter::CallOutcome Host::call(std::string_view method, const flutter::EncodableValue& arguments,
                                 std::string_view channel) {
     return answer(startCall(method, arguments, channel));
+}
+
+void Host::awaitBytes(milliseconds limit) {
+    pollfd socket{socket_, POLLIN, 0};
+    poll(&socket, 1, static_cast<int>(limit.count()));
 }
 
 std::optional<flutter::EncodableValue> Host::nextCall(std::string_view method, milliseconds limit) {

@@ -48,6 +48,9 @@ public:
                               std::string_view channel = desktopChannel);
     flutter::CallOutcome answer(std::uint32_t id);
 
+    // Blocks until the host has sent something more, for measurements that cannot wait for the next look.
+    void awaitBytes(milliseconds limit = patience);
+
     // Everything the host has sent so far, in order.
     const std::vector<Received>& received() const { return received_; }
     // The arguments of the next call from the host with that name, each seen once; absent when none comes in

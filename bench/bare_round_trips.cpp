@@ -1,0 +1,105 @@
+#include "bench/bare_round_trips.h"
+
+#include "platform/linux/at_spi_bus.h"
+#include "platform/linux/at_spi_focus.h"
+#include "platform/linux/at_spi_object.h"
+#include "platform/linux/at_spi_session.h"
+#include "platform/linux/at_spi_text.h"
+#include "platform/linux/x11_connection.h"
+
+#include <stdexcept>
+#include <vector>
+
+namespace bench {
+
+namespace {
+
+using namespace platform;
+using at_spi::Question;
+using Clock = std::chrono::steady_clock;
+
+at_spi::Object focusedFieldOf(at_spi::Bus& bus, at_spi::Program& program) {
+    const auto field = at_spi::focusedElement(bus, program);
+    if (!field) throw std::runtime_error("The program shows no focused field.");
+    return field->object;
+}
+
+Question textQuestion(const at_spi::Object& field, const char* method, const char* answer, at_spi::Variant arguments) {
+    return {field.program, field.path, "org.a11y.atspi.Text", method, answer, std::move(arguments)};
+}
+
+} // namespace
+
+struct BareRoundTrips::Target {
+    GDBusConnection* accessibilityBus = nullptr;
+    GDBusConnection* sessionBus = nullptr;
+    std::vector<Question> questions;
+
+    void ask(GDBusConnection* bus, const Question& question) const {
+        at_spi::Variant answer(g_dbus_connection_call_sync(
+            bus, question.program.c_str(), question.path.c_str(), question.interface, question.method,
+            question.arguments.get(), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, 5000, nullptr, nullptr));
+        if (!answer) throw std::runtime_error(std::string("No answer to ") + question.method);
+    }
+};
+
+BareRoundTrips::BareRoundTrips(pid_t process) : target_(std::make_unique<Target>()) {
+    auto& session = at_spi::Session::shared();
+    auto* bus = session.accessibilityBus();
+    if (bus == nullptr) throw std::runtime_error(session.whyNot());
+    const auto programs = session.programs().of(*bus, process);
+    if (!programs || programs->empty()) throw std::runtime_error("The program is not on the accessibility bus.");
+    auto& program = *programs->front();
+    const auto field = focusedFieldOf(*bus, program);
+    const auto window = at_spi::activeWindow(*bus, program).value();
+
+    auto& questions = target_->questions;
+    questions.push_back(at_spi::stateOf(window)); // still in front?
+    questions.push_back(at_spi::stateOf(field));  // still focused?
+    questions.push_back(at_spi::roleOf(field));
+    questions.push_back(at_spi::interfacesOf(field));
+    questions.push_back(at_spi::roleOf(field)); // a password by now?
+    questions.push_back(at_spi::stateOf(window));
+    questions.push_back(at_spi::allText(field));
+    for (const bool withText : {true, false}) { // the selected text, then its range
+        questions.push_back(textQuestion(field, "GetNSelections", "(i)", nullptr));
+        questions.push_back(textQuestion(field, "GetSelection", "(ii)", at_spi::arguments("(i)", 0)));
+        if (withText) questions.push_back(at_spi::textBetween(field, 0, 4));
+    }
+    questions.push_back(at_spi::nameOf(window));
+
+    const auto connect = [](const char* address) {
+        return g_dbus_connection_new_for_address_sync(
+            address,
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr);
+    };
+    target_->sessionBus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+    at_spi::Variant address(g_dbus_connection_call_sync(target_->sessionBus, "org.a11y.Bus", "/org/a11y/bus",
+                                                        "org.a11y.Bus", "GetAddress", nullptr, nullptr,
+                                                        G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr));
+    const char* text = nullptr;
+    g_variant_get(address.get(), "(&s)", &text);
+    target_->accessibilityBus = connect(text);
+}
+
+BareRoundTrips::~BareRoundTrips() = default;
+
+std::chrono::nanoseconds BareRoundTrips::accessibility() const {
+    const auto start = Clock::now();
+    target_->ask(target_->sessionBus, at_spi::property({"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Status", "IsEnabled"));
+    for (const auto& question : target_->questions) target_->ask(target_->accessibilityBus, question);
+    return Clock::now() - start;
+}
+
+std::chrono::nanoseconds BareRoundTrips::display() const {
+    const auto start = Clock::now();
+    const auto window = x11::activeWindow();
+    x11::focusedWindow();
+    x11::windowProcess(window);
+    x11::windowTitle(window);
+    return Clock::now() - start;
+}
+
+} // namespace bench
