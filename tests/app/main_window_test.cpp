@@ -23,7 +23,19 @@ TEST(MainWindow, AwakesWithItsFixedConfiguration) {
 TEST(MainWindow, ComesBackWhereTheUserLeftIt) {
     Host host;
     host.world.savedFrames["QuillmarkFlutterMain"] = {20, 30, 800, 600};
-    auto again = std::make_shared<MainFlutterWindow>(platform::Rect{}, 0u, platform::BackingStoreType::buffered, false);
+    auto again = std::make_shared<MainFlutterWindow>(platform::Rect{}, 0u,
+                                                     platform::BackingStoreType::buffered, false);
     again->awakeFromNib();
     EXPECT_EQ(again->frame(), (platform::Rect{20, 30, 800, 600}));
+}
+
+TEST(MainWindow, OpensTheModelsChannelsToo) {
+    Host host;
+    const auto success = flutter::encodeSuccessEnvelope({});
+    for (const auto& [channel, method] : {std::pair{"quillmark.quillmark/system_model", "prewarm"},
+                                          std::pair{"quillmark.quillmark/system_model/events", "listen"}}) {
+        const auto answer = host.world.interface().ask(channel, flutter::encodeMethodCall({method, {}}));
+        host.world.settle();
+        EXPECT_EQ(answer->bytes, success) << channel;
+    }
 }

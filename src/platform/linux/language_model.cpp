@@ -18,6 +18,7 @@ SystemLanguageModel::Availability SystemLanguageModel::availability() const {
     return UnavailableReason{"appleIntelligenceNotEnabled", noModel};
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the seam's own signatures
 class LanguageModelSession::Native {};
 LanguageModelSession::LanguageModelSession(const SystemLanguageModel&, std::vector<Tool>, std::string) {}
 LanguageModelSession::~LanguageModelSession() = default;
@@ -30,6 +31,8 @@ public:
 ResponseStream LanguageModelSession::streamResponse(std::string, const GenerationOptions&) {
     return ResponseStream(std::make_unique<ResponseStream::Native>());
 }
+// NOLINTEND(performance-unnecessary-value-param)
+
 ResponseStream::ResponseStream(std::unique_ptr<Native> native) : native_(std::move(native)) {}
 ResponseStream::~ResponseStream() = default;
 ResponseStream::ResponseStream(ResponseStream&&) noexcept = default;

@@ -1,0 +1,76 @@
+// Generations from their start to the bytes that leave for the interface, on the real background threads and
+// main queue, with a model that has its answers ready.
+#include "flutter/binary_messenger.h"
+#include "model/system_model_bridge.h"
+#include "support/ready_model.h"
+
+#include <benchmark/benchmark.h>
+#include <glib.h>
+#include <malloc.h>
+
+#include <map>
+
+namespace {
+
+// An interface that counts what it is sent.
+class Counter : public flutter::BinaryMessenger {
+public:
+    std::size_t messages = 0;
+
+    void call(const char* channel, const flutter::MethodCall& call) {
+        handlers_[channel](flutter::encodeMethodCall(call), [](auto) {});
+    }
+    void send(std::string_view, std::vector<std::uint8_t>) override { ++messages; }
+    void send(std::string_view, std::vector<std::uint8_t>, Reply) override { ++messages; }
+    void setMessageHandler(std::string channel, MessageHandler handler) override {
+        handlers_[std::move(channel)] = std::move(handler);
+    }
+
+private:
+    std::map<std::string, MessageHandler> handlers_;
+};
+
+std::size_t allocated() {
+    const auto info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+// 10,000 generations of 20 snapshots at once; the argument is the length of each snapshot's text.
+void manyGenerations(benchmark::State& state) {
+    constexpr int snapshots = 20;
+    constexpr std::size_t generations = 10'000;
+    ready_model::answer(snapshots, std::string(static_cast<std::size_t>(state.range(0)), 'x'));
+    Counter interface;
+    const auto bridge = SystemModelBridge::create(interface);
+    interface.call("quillmark.quillmark/system_model/events", {"listen", {}});
+
+    for (auto _ : state) {
+        state.PauseTiming();
+        ready_model::hold();
+        const std::size_t before = allocated();
+        for (std::size_t i = 0; i < generations; ++i) {
+            const auto id = "0d6c5c3e-7f0b-4a57-9f4c-" + std::to_string(i);
+            interface.call("quillmark.quillmark/system_model",
+                           {"respond", flutter::EncodableMap{{"request_id", id}}});
+        }
+        while (ready_model::held() < generations)
+            g_usleep(1000);
+        state.counters["bytes_waiting"] = static_cast<double>(allocated() - before) / generations;
+        interface.messages = 0;
+        state.ResumeTiming();
+
+        ready_model::release();
+        while (interface.messages < generations * (snapshots + 1))
+            g_main_context_iteration(nullptr, TRUE);
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(generations * (snapshots + 1)));
+}
+
+BENCHMARK(manyGenerations)
+    ->Arg(60)
+    ->Arg(2000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
+
+} // namespace
