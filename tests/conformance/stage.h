@@ -80,7 +80,7 @@ public:
     Stage& operator=(const Stage&) = delete;
 
     // The program is in front and its field has the focus when the call returns.
-    std::unique_ptr<Program> open(FieldSetup setup);
+    std::unique_ptr<Program> open(const FieldSetup& setup);
 
     // The keyboard layout in use.
     enum class Layout { us, french, dvorak };

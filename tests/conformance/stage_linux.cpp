@@ -139,7 +139,7 @@ Stage::Stage() {
 }
 Stage::~Stage() = default;
 
-std::unique_ptr<Program> Stage::open(FieldSetup setup) {
+std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
     auto made = std::make_unique<Program::Native>(std::vector{kindName(setup.kind) + ("=" + setup.value)},
                                                   setup.title);
     const std::size_t start = codePoints(setup.value.substr(0, setup.value.find(setup.selected)));

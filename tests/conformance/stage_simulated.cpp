@@ -46,7 +46,7 @@ struct Stage::Native {
 Stage::Stage() : native_(std::make_unique<Native>()) {}
 Stage::~Stage() = default;
 
-std::unique_ptr<Program> Stage::open(FieldSetup setup) {
+std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
     simulated::Field field =
         setup.kind == FieldKind::password ? simulated::passwordField() : simulated::Field{};
     if (setup.kind == FieldKind::line || setup.kind == FieldKind::readOnly) field.role = "AXTextField";
