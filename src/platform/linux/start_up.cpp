@@ -1,10 +1,7 @@
 #include "platform/linux/start_up.h"
 
-#include "platform/linux/socket_folder.h"
-
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput2.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -41,14 +38,7 @@ bool isXwayland(Display* display) {
     });
 }
 
-int displayLost(Display*) {
-    SocketFolder::removeCurrent();
-    _exit(EXIT_FAILURE);
-}
-
 } // namespace
-
-void cleanUpWhenDisplayIsLost() { XSetIOErrorHandler(displayLost); }
 
 std::optional<std::string> displayProblem() {
     const std::string name(variable("DISPLAY"));

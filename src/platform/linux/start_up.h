@@ -9,8 +9,4 @@ namespace platform {
 // what to do. A Wayland session is told apart, also behind the X server that such a session offers.
 std::optional<std::string> displayProblem();
 
-// From now on, a display that goes (at the end of the session, for instance) leaves no socket behind. Xlib
-// then ends the program.
-void cleanUpWhenDisplayIsLost();
-
 } // namespace platform

@@ -1,6 +1,6 @@
 #include "platform/linux/toolkit.h"
 
-#include "platform/linux/start_up.h"
+#include "platform/linux/x11_errors.h"
 
 #include <gtk/gtk.h>
 #include <gtkmm/main.h>
@@ -39,7 +39,7 @@ bool startToolkit() {
     gdk_set_allowed_backends("x11");
     if (gtk_init_check(nullptr, nullptr) == FALSE) return false; // its own options are not ours
     Gtk::Main::init_gtkmm_internals();
-    cleanUpWhenDisplayIsLost();
+    x11::endCleanlyWhenDisplayIsLost();
     return true;
 }
 

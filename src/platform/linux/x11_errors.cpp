@@ -1,5 +1,8 @@
 #include "platform/linux/x11_errors.h"
 
+#include "platform/linux/socket_folder.h"
+
+#include <X11/Xlib.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -44,8 +47,7 @@ int onError(Display* display, XErrorEvent* event) {
     return result;
 }
 
-// The connection is lost: Xlib would end the program anyway, and any clean-up that talks to the server would
-// hang or crash.
+// Xlib would end the program anyway, and any clean-up that talks to the server would hang or crash.
 int onLostConnection(Display*) {
     static std::atomic_flag said = ATOMIC_FLAG_INIT;
     if (!said.test_and_set())
@@ -53,6 +55,7 @@ int onLostConnection(Display*) {
             "quillmark-host: the connection to the X server was lost, so the host ends here. Start it again "
             "in a running desktop session.\n",
             stderr);
+    SocketFolder::removeCurrent();
     ::_exit(1);
 }
 
@@ -66,9 +69,11 @@ void keepErrors(Display* display) {
     const XErrorHandler previous = XSetErrorHandler(onError);
     if (previous != onError) {
         next = previous;
-        XSetIOErrorHandler(onLostConnection);
+        endCleanlyWhenDisplayIsLost();
     }
 }
+
+void endCleanlyWhenDisplayIsLost() { XSetIOErrorHandler(onLostConnection); }
 
 bool failedSince(Display* display, unsigned long serial) {
     std::lock_guard lock(mutex);
