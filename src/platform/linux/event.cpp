@@ -41,13 +41,15 @@ public:
         if (!map || goesToTerminal(event)) return;
         const x11::KeysDown held(display_);
         XkbGetState(display_, XkbUseCoreKbd, &before_);
+        const auto latin = map->latinGroup(before_.group);
+        const auto keystrokes = x11::keystrokesFor(event, *map, latin.has_value());
+        if (keystrokes.empty()) return; // nothing to release or lock for, and no key-up to undo it
         // From here on without waiting for an answer: what the user types meanwhile comes before or after.
         releaseModifiers(*map, held);
         unlockModifiers(map->lockMask());
-        const auto latin = map->latinGroup(before_.group);
         if (latin) chooseGroup(*map, *latin, event.keyCode);
         x11::HotKeyEvents::shared().letKeyboardGo(held);
-        for (const Keystroke& keystroke : x11::keystrokesFor(event, *map, latin.has_value())) {
+        for (const Keystroke& keystroke : keystrokes) {
             release(std::exchange(down_, keystroke));
             for (const KeyCode key : down_)
                 fake(key, true);
