@@ -53,10 +53,10 @@ void DesktopBridge::paste(Arguments arguments, Result result) {
     if (pastePending_) return result.error("busy", "A paste is already pending");
     const auto* map = flutter::asMap(arguments);
     const auto* given = flutter::asString(flutter::member(map, "text"));
-    const std::string text = given ? *given : "";
+    std::string text = given ? *given : "";
     putOnPasteboard(text);
     if (!canPasteBack(flutter::asString(flutter::member(map, "token")))) return result.success("copied-only");
-    startPaste(text, std::move(result));
+    startPaste(std::move(text), std::move(result));
 }
 
 bool DesktopBridge::canPasteBack(const std::string* token) const {
@@ -118,5 +118,7 @@ bool DesktopBridge::targetUnchanged(const RunningApplication& source, const Past
     const auto element = AX::focusedElement();
     if (!element || !CFEqual(element, target.element)) return false;
     if (AX::isSecure(element)) return false;
-    return target.textUnchanged(element) && (target.replaceAll || target.selectionUnchanged(element, range(element)));
+    if (!target.textUnchanged(element)) return false;
+    if (target.replaceAll) return true;
+    return target.selectionUnchanged(element) && target.range && range(element) == target.range;
 }

@@ -19,7 +19,6 @@ bool PasteTarget::textUnchanged(const platform::AXUIElementRef& current) const {
     return !value || same(AX::stringAttribute(current, "AXValue"), value);
 }
 
-bool PasteTarget::selectionUnchanged(const platform::AXUIElementRef& current,
-                                     const std::optional<platform::CFRange>& currentRange) const {
-    return same(AX::stringAttribute(current, "AXSelectedText"), selection) && range && currentRange == range;
+bool PasteTarget::selectionUnchanged(const platform::AXUIElementRef& current) const {
+    return same(AX::stringAttribute(current, "AXSelectedText"), selection);
 }

@@ -19,7 +19,6 @@ struct PasteTarget {
     // Whether the element's whole text is what it was, where it was known.
     bool textUnchanged(const platform::AXUIElementRef& current) const;
 
-    // Whether the selected text is what it was and stands where it stood (`currentRange`).
-    bool selectionUnchanged(const platform::AXUIElementRef& current,
-                            const std::optional<platform::CFRange>& currentRange) const;
+    // Whether the selected text is what it was, wherever it stands.
+    bool selectionUnchanged(const platform::AXUIElementRef& current) const;
 };
