@@ -31,7 +31,7 @@ private:
     std::shared_ptr<const AXUIElement> element_;
 };
 
-// True when both handles refer to the same element of the same process.
+// True when both handles refer to the same element of the same process. A handle to nothing equals none.
 bool CFEqual(const AXUIElementRef& left, const AXUIElementRef& right);
 
 // A range in the units that the element's own program uses for its text: hand it back to that program, never

@@ -138,7 +138,7 @@ AttributeAnswer askSystemWide(std::string_view attribute) {
 } // namespace
 
 bool CFEqual(const AXUIElementRef& left, const AXUIElementRef& right) {
-    return left && right ? *left.get() == *right.get() : !left && !right;
+    return left && right && *left.get() == *right.get();
 }
 
 std::optional<CFRange> AXValueGetValue(const AXValue& value, AXValueType type) {
