@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <string>
 
 namespace platform {
@@ -8,6 +9,8 @@ struct OperatingSystemVersion {
     int majorVersion = 0;
     int minorVersion = 0;
     int patchVersion = 0;
+
+    auto operator<=>(const OperatingSystemVersion&) const = default;
 };
 
 // The system the host runs on, read afresh on every call. Any thread.

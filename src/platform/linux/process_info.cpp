@@ -3,17 +3,12 @@
 #include <glib.h>
 
 #include <memory>
-#include <tuple>
 
 namespace platform {
 namespace {
 
 // The release of the system services that this desktop offers, whatever the distribution's own numbers are.
 constexpr OperatingSystemVersion offered{26, 0, 0};
-
-auto parts(const OperatingSystemVersion& version) {
-    return std::tie(version.majorVersion, version.minorVersion, version.patchVersion);
-}
 
 } // namespace
 
@@ -23,7 +18,7 @@ const ProcessInfo& ProcessInfo::processInfo() {
 }
 
 bool ProcessInfo::isOperatingSystemAtLeast(OperatingSystemVersion version) const {
-    return parts(offered) >= parts(version);
+    return offered >= version;
 }
 
 std::string ProcessInfo::operatingSystemVersionString() const {

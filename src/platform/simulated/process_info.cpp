@@ -2,16 +2,7 @@
 
 #include "platform/simulated/world.h"
 
-#include <tuple>
-
 namespace platform {
-namespace {
-
-auto parts(const OperatingSystemVersion& version) {
-    return std::tie(version.majorVersion, version.minorVersion, version.patchVersion);
-}
-
-} // namespace
 
 const ProcessInfo& ProcessInfo::processInfo() {
     static const ProcessInfo info;
@@ -19,7 +10,7 @@ const ProcessInfo& ProcessInfo::processInfo() {
 }
 
 bool ProcessInfo::isOperatingSystemAtLeast(OperatingSystemVersion version) const {
-    return parts(simulated::World::current().operatingSystem.version) >= parts(version);
+    return simulated::World::current().operatingSystem.version >= version;
 }
 
 std::string ProcessInfo::operatingSystemVersionString() const {
