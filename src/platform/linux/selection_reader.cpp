@@ -43,7 +43,7 @@ Reader::Conversion& Reader::start(const Question& question, Done done) {
 }
 
 xcb_atom_t Reader::freshProperty() {
-    if (conversions_.size() >= propertyCount) conversions_.pop_front();
+    if (conversions_.size() >= propertyCount) finish(conversions_.begin(), std::nullopt);
     for (;;) {
         const xcb_atom_t property = properties_[nextProperty_++ % propertyCount];
         if (std::ranges::find(conversions_, property, &Conversion::property) == conversions_.end())
