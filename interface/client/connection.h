@@ -4,7 +4,6 @@
 
 #include "flutter/frame_messenger.h"
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>

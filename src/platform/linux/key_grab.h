@@ -4,8 +4,6 @@
 
 #include <X11/Xlib.h>
 
-#include <array>
-
 namespace platform::x11 {
 
 // One key with modifiers, grabbed everywhere: the server sends it to the host alone. Destroying it lets it
