@@ -22,15 +22,15 @@ std::optional<AXAttributeValue> found(AXUIElementRef element) {
     return element ? std::optional<AXAttributeValue>(std::move(element)) : std::nullopt;
 }
 
-/// The window manager's title; a program may have given the focus to a window inside the one that has a
-/// title.
+// The window manager's title; a program may have given the focus to a window inside the one that has a
+// title.
 std::optional<std::string> titleOf(const AXUIElement::BareWindow& bare) {
     if (auto title = x11::windowTitle(bare.window)) return title;
     const ::Window active = x11::activeWindow();
     return x11::windowProcess(active) == bare.process ? x11::windowTitle(active) : std::nullopt;
 }
 
-/// One overload for each kind of element.
+// One overload for each kind of element.
 struct Reader {
     std::string_view name;
 

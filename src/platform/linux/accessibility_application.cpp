@@ -13,12 +13,12 @@ using namespace std::chrono_literals;
 using at_spi::Bus;
 using at_spi::Program;
 
-/// For the questions that go to every program at once.
+// For the questions that go to every program at once.
 constexpr at_spi::Milliseconds everybody = 150ms;
 
 at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
 
-/// The process's window that is nearest to the user; 0 when it has none.
+// The process's window that is nearest to the user; 0 when it has none.
 ::Window topmostWindow(pid_t process) {
     auto* connection = x11::Connection::shared();
     if (connection == nullptr) return 0;
@@ -29,8 +29,8 @@ at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
     return top == windows.rend() ? 0 : *top;
 }
 
-/// The window of that process that has the keyboard focus, as an element of last resort; while the host has
-/// the focus, the one that it took it from.
+// The window of that process that has the keyboard focus, as an element of last resort; while the host has
+// the focus, the one that it took it from.
 AXUIElementRef bareWindow(pid_t process) {
     ::Window window = x11::focusedWindow();
     const auto owner = x11::windowProcess(window);
@@ -59,7 +59,7 @@ AXUIElementRef elementIn(Bus& bus, Program& program) {
     return reference(std::move(*element));
 }
 
-/// The one of the sandboxed programs whose active window has the title of the process's active window.
+// The one of the sandboxed programs whose active window has the title of the process's active window.
 std::vector<Program*> sandboxed(Bus& bus, pid_t process) {
     const ::Window active = x11::activeWindow();
     const auto title = x11::windowProcess(active) == process ? x11::windowTitle(active) : std::nullopt;
@@ -73,7 +73,7 @@ std::vector<Program*> sandboxed(Bus& bus, pid_t process) {
     return {};
 }
 
-/// The programs of a process, when it may be asked; absent when nothing can be known.
+// The programs of a process, when it may be asked; absent when nothing can be known.
 std::optional<std::vector<Program*>> programsOf(Bus* bus, pid_t process) {
     if (bus == nullptr || process == getpid()) return std::nullopt;
     auto found = programs().of(*bus, process);
@@ -81,7 +81,7 @@ std::optional<std::vector<Program*>> programsOf(Bus* bus, pid_t process) {
     return found;
 }
 
-/// What `find` finds in the first of the process's programs in which it finds something; null when in none.
+// What `find` finds in the first of the process's programs in which it finds something; null when in none.
 template <typename Find>
 AXUIElementRef firstAmong(Bus& bus, pid_t process, Find find) {
     while (const auto found = programsOf(&bus, process)) {
@@ -92,7 +92,7 @@ AXUIElementRef firstAmong(Bus& bus, pid_t process, Find find) {
     return {};
 }
 
-/// The first of the programs with an active window that has a focused element.
+// The first of the programs with an active window that has a focused element.
 AXUIElementRef focusedAmong(Bus& bus, const std::vector<Program*>& candidates) {
     std::vector<at_spi::Object> roots;
     roots.reserve(candidates.size());

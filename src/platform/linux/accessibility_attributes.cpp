@@ -12,12 +12,12 @@ using at_spi::FocusedObject;
 using at_spi::Role;
 using at_spi::State;
 
-/// How long what was seen of an element counts. Not for its life: "show the password" turns a password entry
-/// into a plain one and back, under the same handle (GTK 3). A moment's trust saves one question in every
-/// read of a capture, which starts with finding the element or with its subrole, and both look at it.
+// How long what was seen of an element counts. Not for its life: "show the password" turns a password entry
+// into a plain one and back, under the same handle (GTK 3). A moment's trust saves one question in every
+// read of a capture, which starts with finding the element or with its subrole, and both look at it.
 constexpr auto seenCounts = 200ms;
 
-/// Looks at the element again. False when it does not answer.
+// Looks at the element again. False when it does not answer.
 bool lookAgain(Bus& bus, AXUIElement::Accessible& accessible) {
     FocusedObject& seen = accessible.seen;
     std::vector<at_spi::Question> questions;
@@ -45,7 +45,7 @@ bool isKnown(Bus& bus, AXUIElement::Accessible& accessible) {
     return isFresh(accessible) || lookAgain(bus, accessible);
 }
 
-/// Whether it is a password field now, whatever was seen before.
+// Whether it is a password field now, whatever was seen before.
 bool isSecure(Bus& bus, AXUIElement::Accessible& accessible) {
     if (!isFresh(accessible))
         lookAgain(bus, accessible);
@@ -54,7 +54,7 @@ bool isSecure(Bus& bus, AXUIElement::Accessible& accessible) {
     return accessible.seen.role == Role::passwordText;
 }
 
-/// Browsers tell a search field in its attributes only; GTK 3 and Qt do not tell at all.
+// Browsers tell a search field in its attributes only; GTK 3 and Qt do not tell at all.
 bool isForSearch(Bus& bus, const at_spi::Object& object) {
     const auto attributes = bus.ask(attributesOf(object));
     return attributeIn(attributes, "text-input-type") == "search" ||
@@ -79,8 +79,8 @@ std::optional<std::string> role(Bus& bus, const FocusedObject& seen) {
     }
 }
 
-/// LibreOffice's focused element is one paragraph of the document. It is no field of its own: what "select
-/// all" selects there is the whole document, and must not be replaced with what was made of the paragraph.
+// LibreOffice's focused element is one paragraph of the document. It is no field of its own: what "select
+// all" selects there is the whole document, and must not be replaced with what was made of the paragraph.
 bool isEditableField(const FocusedObject& seen) {
     return seen.states.canBeEdited() && seen.role != Role::paragraph;
 }

@@ -4,12 +4,12 @@
 
 namespace platform {
 
-/// Connects to the accessibility bus, has programs show their elements and tell of focus changes for as long
-/// as the host lives. Main thread, once, at the host's start: programs that start later rely on it (a
-/// Chromium that started before never shows its elements). Without it, the first accessibility call connects.
-///
-/// False when there is no accessibility; `whyNot` is then a sentence for the person that says what to do. The
-/// host can go on without: every accessibility call fails, and the permission is not given.
+// Connects to the accessibility bus, has programs show their elements and tell of focus changes for as long
+// as the host lives. Main thread, once, at the host's start: programs that start later rely on it (a
+// Chromium that started before never shows its elements). Without it, the first accessibility call connects.
+//
+// False when there is no accessibility; `whyNot` is then a sentence for the person that says what to do. The
+// host can go on without: every accessibility call fails, and the permission is not given.
 bool startAccessibility(std::string& whyNot);
 
 } // namespace platform

@@ -5,7 +5,7 @@
 namespace platform::at_spi {
 namespace {
 
-/// What is started while it lives reports to `context`.
+// What is started while it lives reports to `context`.
 class ReportingTo {
 public:
     explicit ReportingTo(GMainContext* context) : context_(context) {
@@ -19,7 +19,7 @@ private:
     GMainContext* context_;
 };
 
-/// Runs `context` until `done` or until `end`; at least once what is ready by then.
+// Runs `context` until `done` or until `end`; at least once what is ready by then.
 template <typename Clock, typename Done>
 void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done done) {
     const auto left = std::chrono::ceil<Milliseconds>(end - Clock::now()).count();
@@ -37,7 +37,7 @@ void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done do
     g_source_destroy(alarm.get());
 }
 
-/// After this long a call counts as answered, so that a program that lost one is asked again some day.
+// After this long a call counts as answered, so that a program that lost one is asked again some day.
 constexpr Milliseconds forgiveness{30'000};
 
 using Error = std::unique_ptr<GError, Releaser<g_error_free>>;
@@ -59,13 +59,13 @@ Failure failureOf(const GError& error) {
 
 } // namespace
 
-/// Calls that are awaited together.
+// Calls that are awaited together.
 struct Bus::Round {
     std::vector<Answer> answers;
     std::size_t missing = 0;
 };
 
-/// One call under way; it outlives its round when its answer is late.
+// One call under way; it outlives its round when its answer is late.
 struct Bus::Call {
     Bus& bus;
     std::string program;

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-/// Questions to programs over a message bus, on a connection of our own. Main thread only.
-///
-/// Answers are awaited on a main context of the connection's own: nothing else of the host runs meanwhile.
-/// The connection has no match rules, so that nothing arrives on it that was not asked for.
+// Questions to programs over a message bus, on a connection of our own. Main thread only.
+//
+// Answers are awaited on a main context of the connection's own: nothing else of the host runs meanwhile.
+// The connection has no match rules, so that nothing arrives on it that was not asked for.
 namespace platform::at_spi {
 
 using Milliseconds = std::chrono::milliseconds;
@@ -27,13 +27,13 @@ struct Releaser {
 };
 using Variant = std::unique_ptr<GVariant, Releaser<g_variant_unref>>;
 
-/// A tuple of arguments, in the bus's own notation for types.
+// A tuple of arguments, in the bus's own notation for types.
 template <typename... Values>
 Variant arguments(const char* types, Values... values) {
     return Variant(g_variant_ref_sink(g_variant_new(types, values...)));
 }
 
-/// One method call.
+// One method call.
 struct Question {
     std::string program; // its name on the bus
     std::string path;
@@ -57,7 +57,7 @@ struct Answer {
 
 class Bus {
 public:
-    /// Absent when there is no bus at that address, or it does not answer in time.
+    // Absent when there is no bus at that address, or it does not answer in time.
     static std::unique_ptr<Bus> connect(const std::string& address, Milliseconds deadline);
     ~Bus();
     Bus(const Bus&) = delete;
@@ -65,19 +65,19 @@ public:
 
     bool isClosed() const { return g_dbus_connection_is_closed(connection_.get()) != FALSE; }
 
-    /// Asks all `questions` together and waits for the answers, which come in the same order.
-    ///
-    /// Waits for `deadline` at most. A program that missed it is asked nothing more until it has answered
-    /// what it owes: a hung program costs one deadline, however often it is asked.
+    // Asks all `questions` together and waits for the answers, which come in the same order.
+    //
+    // Waits for `deadline` at most. A program that missed it is asked nothing more until it has answered
+    // what it owes: a hung program costs one deadline, however often it is asked.
     std::vector<Answer> ask(std::vector<Question> questions, Milliseconds deadline = usualDeadline);
     Answer ask(Question question, Milliseconds deadline = usualDeadline);
 
-    /// True while a call to that program is unanswered past its deadline.
+    // True while a call to that program is unanswered past its deadline.
     bool owes(const std::string& program);
 
     static constexpr Milliseconds usualDeadline{250};
 
-    /// Bounds the time of all calls made while it lives, together. They do not nest.
+    // Bounds the time of all calls made while it lives, together. They do not nest.
     class Budget {
     public:
         Budget(Bus& bus, Milliseconds time);

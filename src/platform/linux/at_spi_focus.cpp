@@ -5,7 +5,7 @@
 namespace platform::at_spi {
 namespace {
 
-/// More windows or hits than these are not looked at: no program has them, and each costs questions.
+// More windows or hits than these are not looked at: no program has them, and each costs questions.
 constexpr std::size_t mostWindows = 64;
 constexpr std::size_t mostHits = 16;
 
@@ -14,7 +14,7 @@ struct WindowView {
     Answer focused; // the answer to `focusedWithin`
 };
 
-/// The first active one of `windows`, with the focus inside it, in one round trip.
+// The first active one of `windows`, with the focus inside it, in one round trip.
 std::optional<WindowView> viewOfActive(Bus& bus, const std::vector<Object>& windows) {
     std::vector<Question> questions;
     for (const Object& window : windows) {
@@ -28,9 +28,9 @@ std::optional<WindowView> viewOfActive(Bus& bus, const std::vector<Object>& wind
     return std::nullopt;
 }
 
-/// Roles of what only holds other elements. Such an element can claim the focus that is really inside it, or
-/// that the program does not show yet (Chromium's asleep window, Qt's fillers and page tabs, LibreOffice's
-/// panel).
+// Roles of what only holds other elements. Such an element can claim the focus that is really inside it, or
+// that the program does not show yet (Chromium's asleep window, Qt's fillers and page tabs, LibreOffice's
+// panel).
 bool isContainer(Role role) {
     switch (role) {
     case Role::invalid:
@@ -54,14 +54,14 @@ bool isContainer(Role role) {
 
 constexpr int rankOfField = 3;
 
-/// How much an element is what the user types into; 0 when it is not a focused element at all.
+// How much an element is what the user types into; 0 when it is not a focused element at all.
 int rank(const FocusedObject& element) {
     if (!element.states.has(State::focusable)) return 0;
     if (element.text) return element.states.canBeEdited() ? rankOfField : 2;
     return isContainer(element.role) ? 0 : 1;
 }
 
-/// `seen` reads the three answers, from the one numbered `at` on.
+// `seen` reads the three answers, from the one numbered `at` on.
 void addQuestionsAbout(const Object& object, std::vector<Question>& questions) {
     questions.push_back(stateOf(object));
     questions.push_back(roleOf(object));
@@ -74,7 +74,7 @@ FocusedObject seen(Object object, const std::vector<Answer>& answers, std::size_
             hasText(answers[at + 2]), program.toolkit.value_or(Toolkit::other)};
 }
 
-/// Looks at each of `objects`, in one round trip.
+// Looks at each of `objects`, in one round trip.
 std::vector<FocusedObject> look(Bus& bus, const std::vector<Object>& objects, Program& program) {
     std::vector<Question> questions;
     for (const Object& object : objects)
@@ -96,8 +96,8 @@ std::vector<Object> windowsOf(Bus& bus, Program& program) {
     return objects;
 }
 
-/// Whether the field found last still has the focus, in one round trip. Not for Chromium: its page keeps
-/// claiming the focus for the field that had it while the user types into the address bar.
+// Whether the field found last still has the focus, in one round trip. Not for Chromium: its page keeps
+// claiming the focus for the field that had it while the user types into the address bar.
 std::optional<FocusedObject> sameAsLast(Bus& bus, Program& program) {
     if (!program.activeWindow || !program.focusedElement || !program.toolkit ||
         program.toolkit == Toolkit::chromium)

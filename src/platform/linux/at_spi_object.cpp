@@ -9,7 +9,7 @@ Question plain(const Object& object, const char* method, const char* answerTypes
     return {object.program, object.path, interfaces::accessible, method, answerTypes, nullptr};
 }
 
-/// The value of a property, when it is of that type.
+// The value of a property, when it is of that type.
 Variant propertyIn(const Answer& answer, const GVariantType* type) {
     if (!answer.value) return nullptr;
     GVariant* value = nullptr;

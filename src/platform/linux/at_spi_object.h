@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-/// The vocabulary of the accessibility bus: objects, their roles and states, and the questions one can ask
-/// them. The numbers are the interface's own (atspi-constants.h of at-spi2-core).
+// The vocabulary of the accessibility bus: objects, their roles and states, and the questions one can ask
+// them. The numbers are the interface's own (atspi-constants.h of at-spi2-core).
 namespace platform::at_spi {
 
-/// An object of a program; two are the same when both fields are. The program's name is never used again by
-/// another program while the bus lives.
+// An object of a program; two are the same when both fields are. The program's name is never used again by
+// another program while the bus lives.
 struct Object {
     std::string program;
     std::string path;
@@ -64,17 +64,17 @@ public:
     States() = default;
     explicit States(std::uint64_t bits) : bits_(bits) {}
     bool has(State state) const { return (bits_ >> static_cast<unsigned>(state) & 1U) != 0; }
-    /// Text in it can be changed. (Qt calls a read-only field editable, too.)
+    // Text in it can be changed. (Qt calls a read-only field editable, too.)
     bool canBeEdited() const { return has(State::editable) && !has(State::readOnly); }
 
 private:
     std::uint64_t bits_ = 0;
 };
 
-/// The name of the service that knows all programs on the bus.
+// The name of the service that knows all programs on the bus.
 inline constexpr const char* registry = "org.a11y.atspi.Registry";
 
-/// What a program's object tree is made by, as far as its quirks matter.
+// What a program's object tree is made by, as far as its quirks matter.
 enum class Toolkit { other, chromium, gecko };
 
 namespace interfaces {
@@ -84,7 +84,7 @@ inline constexpr const char* collection = "org.a11y.atspi.Collection";
 inline constexpr const char* text = "org.a11y.atspi.Text";
 } // namespace interfaces
 
-/// The object that stands for a program as a whole.
+// The object that stands for a program as a whole.
 Object rootOf(std::string program);
 
 Question childrenOf(const Object& object);
@@ -95,14 +95,14 @@ Question roleNameOf(const Object& object);
 Question interfacesOf(const Object& object);
 Question attributesOf(const Object& object);
 Question toolkitOf(const std::string& program);
-/// Every object with the focus inside `object`.
+// Every object with the focus inside `object`.
 Question focusedWithin(const Object& object);
 Question property(const Object& object, const char* interface, const char* name);
 
-/// The same question to each of `objects`.
+// The same question to each of `objects`.
 std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&));
 
-/// What the answers to these say; empty, absent or no state at all when there was none.
+// What the answers to these say; empty, absent or no state at all when there was none.
 std::vector<Object> objectsIn(const Answer& answer);
 States statesIn(const Answer& answer);
 std::optional<Role> roleIn(const Answer& answer);
@@ -112,7 +112,7 @@ std::optional<std::string> stringIn(const Answer& answer);
 std::optional<std::string> stringPropertyIn(const Answer& answer);
 std::optional<std::int32_t> intPropertyIn(const Answer& answer);
 std::optional<bool> boolPropertyIn(const Answer& answer);
-/// The value of one of the object attributes.
+// The value of one of the object attributes.
 std::optional<std::string> attributeIn(const Answer& answer, const char* name);
 
 } // namespace platform::at_spi

@@ -7,7 +7,7 @@
 namespace platform::at_spi {
 namespace {
 
-/// A sandbox talks to the bus through a process of its own, which is then what the bus knows.
+// A sandbox talks to the bus through a process of its own, which is then what the bus knows.
 bool isSandboxProxy(pid_t process) {
     std::string name;
     std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
@@ -48,7 +48,7 @@ std::vector<Program*> Programs::sandboxed() {
     return result;
 }
 
-/// Takes the list of programs anew: drops who has left, and learns the processes of the new ones.
+// Takes the list of programs anew: drops who has left, and learns the processes of the new ones.
 bool Programs::refresh(Bus& bus) {
     const Answer list = bus.ask(childrenOf(rootOf(registry)));
     if (!list.value) return false;

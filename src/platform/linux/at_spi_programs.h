@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-/// The programs on the accessibility bus, and what is remembered of each while it runs. Main thread only.
+// The programs on the accessibility bus, and what is remembered of each while it runs. Main thread only.
 namespace platform::at_spi {
 
-/// One program's connection to the bus. A fact in it stays true for as long as the connection lives, except
-/// the two objects, which are only where to look first.
+// One program's connection to the bus. A fact in it stays true for as long as the connection lives, except
+// the two objects, which are only where to look first.
 struct Program {
     std::string name;
     pid_t process = 0;
@@ -28,17 +28,17 @@ struct Program {
 
 class Programs {
 public:
-    /// The connections of a process to the bus: usually one, none when it is not there; absent when that
-    /// could not be found out. The pointers stay good until the next call of `of` or `all`.
-    ///
-    /// No signal says when a program has ended: a bus never gives a name to a second program, so that a
-    /// remembered one can only fail with `Failure::gone`, and `forget` is told.
+    // The connections of a process to the bus: usually one, none when it is not there; absent when that
+    // could not be found out. The pointers stay good until the next call of `of` or `all`.
+    //
+    // No signal says when a program has ended: a bus never gives a name to a second program, so that a
+    // remembered one can only fail with `Failure::gone`, and `forget` is told.
     std::optional<std::vector<Program*>> of(Bus& bus, pid_t process);
 
-    /// Every program but the host itself.
+    // Every program but the host itself.
     std::vector<Program*> all(Bus& bus);
 
-    /// The known ones that reach the bus through a sandbox's proxy.
+    // The known ones that reach the bus through a sandbox's proxy.
     std::vector<Program*> sandboxed();
 
 private:

@@ -13,7 +13,7 @@ struct Child {
     Role role = Role::invalid;
     bool text = false;
 
-    /// It starts and ends a line.
+    // It starts and ends a line.
     bool isBlock() const {
         switch (role) {
         case Role::paragraph:
@@ -29,7 +29,7 @@ struct Child {
     }
 };
 
-/// The children that stand in the object's text, in their order.
+// The children that stand in the object's text, in their order.
 std::vector<Child> embeddedChildren(Bus& bus, const Object& object, Toolkit toolkit) {
     const auto objects = objectsIn(bus.ask(childrenOf(object)));
     std::vector<Question> questions;
@@ -48,7 +48,7 @@ std::vector<Child> embeddedChildren(Bus& bus, const Object& object, Toolkit tool
     return children;
 }
 
-/// Pieces of text put together, each block on lines of its own.
+// Pieces of text put together, each block on lines of its own.
 class Lines {
 public:
     void add(std::string_view run) {
@@ -69,8 +69,8 @@ private:
     bool breakDue_ = false;
 };
 
-/// `text` with each stand-in replaced by what `textOfChild` says of the next child, from the one numbered
-/// `next` on. Absent as soon as that is.
+// `text` with each stand-in replaced by what `textOfChild` says of the next child, from the one numbered
+// `next` on. Absent as soon as that is.
 template <typename TextOfChild>
 std::optional<std::string> filled(std::string_view text, const std::vector<Child>& children, std::size_t next,
                                   TextOfChild textOfChild) {
@@ -94,7 +94,7 @@ std::optional<std::string> filled(std::string_view text, const std::vector<Child
 std::optional<std::string> expanded(Bus& bus, const Object& object, std::string text, Toolkit toolkit,
                                     int depth);
 
-/// The whole texts of some children, asked together; empty for what has none (a picture).
+// The whole texts of some children, asked together; empty for what has none (a picture).
 std::vector<std::optional<std::string>> textsOf(Bus& bus, const std::vector<Child>& children, Toolkit toolkit,
                                                 int depth) {
     std::vector<std::optional<std::string>> texts(children.size(), "");
@@ -125,7 +125,7 @@ std::optional<std::string> expanded(Bus& bus, const Object& object, std::string 
     return filled(text, children, 0, [&](std::size_t child) { return texts[child]; });
 }
 
-/// Only the first and the last child of a selection can be selected in part, and they know which part.
+// Only the first and the last child of a selection can be selected in part, and they know which part.
 std::optional<std::string> selected(Bus& bus, const Object& object, Toolkit toolkit, int depth) {
     const auto selection = selectedTextOf(bus, object, toolkit);
     if (!selection) return std::nullopt;

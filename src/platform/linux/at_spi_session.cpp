@@ -10,17 +10,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The accessibility bus is started by the question for its address: 0.4 s warm, 2 s on a cold machine.
+// The accessibility bus is started by the question for its address: 0.4 s warm, 2 s on a cold machine.
 constexpr Milliseconds startDeadline = 5s;
-/// How long a failed connection stays failed, so that a desktop without the bus does not cost this at every
-/// question.
+// How long a failed connection stays failed, so that a desktop without the bus does not cost this at every
+// question.
 constexpr auto pauseAfterFailure = 5s;
 
 constexpr const char* launcher = "org.a11y.Bus";
 constexpr const char* launcherPath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 
-/// Where the session bus is; empty when there is none. The library's own search would start one of its own.
+// Where the session bus is; empty when there is none. The library's own search would start one of its own.
 std::string sessionBusAddress() {
     if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address != nullptr && *address != '\0')
         return address;
@@ -30,7 +30,7 @@ std::string sessionBusAddress() {
     return std::filesystem::is_socket(socket, ignored) ? "unix:path=" + socket.string() : "";
 }
 
-/// Has a bus start one of its services; at once when it runs already.
+// Has a bus start one of its services; at once when it runs already.
 void start(Bus& bus, const char* service) {
     bus.ask({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName",
              "(u)", arguments("(su)", service, 0U)},

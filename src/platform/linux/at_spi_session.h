@@ -5,30 +5,30 @@
 #include <memory>
 #include <string>
 
-/// The way to the accessibility bus of this desktop session, and its switches. Main thread only.
+// The way to the accessibility bus of this desktop session, and its switches. Main thread only.
 namespace platform::at_spi {
 
 class Session {
 public:
-    /// The one session; connected at first use, and again when a connection was lost.
+    // The one session; connected at first use, and again when a connection was lost.
     static Session& shared();
 
-    /// The bus that programs show their objects on; null when there is none, and `whyNot` says so.
+    // The bus that programs show their objects on; null when there is none, and `whyNot` says so.
     Bus* accessibilityBus();
-    /// What is known of the programs on that bus.
+    // What is known of the programs on that bus.
     Programs& programs() { return programs_; }
-    /// A sentence for the person; empty when there is an accessibility bus.
+    // A sentence for the person; empty when there is an accessibility bus.
     const std::string& whyNot() const { return whyNot_; }
 
-    /// Whether programs show their objects on the bus.
+    // Whether programs show their objects on the bus.
     bool isEnabled();
-    /// Has programs show their objects. True when they do.
+    // Has programs show their objects. True when they do.
     bool enable();
-    /// Turns the desktop's own setting on, too, where there is one, so that it lasts.
+    // Turns the desktop's own setting on, too, where there is one, so that it lasts.
     void enableForGood();
 
-    /// Has programs tell of focus changes for as long as the host lives, because Chromium marks a window
-    /// active only while somebody asked for that. Nothing of it is delivered to this connection.
+    // Has programs tell of focus changes for as long as the host lives, because Chromium marks a window
+    // active only while somebody asked for that. Nothing of it is delivered to this connection.
     void keepListening();
 
 private:

@@ -8,12 +8,12 @@ namespace {
 
 constexpr std::string_view filler = "\uFEFF";
 
-/// In UTF-8 exactly the characters beyond the basic plane start with such a byte.
+// In UTF-8 exactly the characters beyond the basic plane start with such a byte.
 bool startsBeyondBasicPlane(char byte) { return (static_cast<unsigned char>(byte) & 0xF8U) == 0xF0; }
 bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
-/// The offsets in `text`, counted in characters, that Chromium reports as `reported`: two when the character
-/// before the second one is beyond the basic plane.
+// The offsets in `text`, counted in characters, that Chromium reports as `reported`: two when the character
+// before the second one is beyond the basic plane.
 std::vector<std::int64_t> meantBy(const std::string& text, std::int64_t reported) {
     std::vector<std::int64_t> offsets;
     std::int64_t offset = 0, shown = 0; // the same place, as it is and as Chromium reports it

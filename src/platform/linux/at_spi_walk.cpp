@@ -5,7 +5,7 @@
 namespace platform::at_spi {
 namespace {
 
-/// Bounds of one walk: a window's own controls are far fewer; rows of a table are not worth the questions.
+// Bounds of one walk: a window's own controls are far fewer; rows of a table are not worth the questions.
 constexpr std::size_t mostOfOneLevel = 1000;
 constexpr int deepest = 60;
 

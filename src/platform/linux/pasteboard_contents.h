@@ -7,19 +7,19 @@
 
 namespace platform {
 
-/// An item's contents on this desktop: a new item's own, or those that a program offered at one change of the
-/// pasteboard. Main thread only.
-///
-/// Reading costs: a program makes each representation when asked, and one picture in all formats takes up to
-/// three seconds. So all reading from one item has a budget of that much, an owner silent for two seconds is
-/// not asked further, and whatever cannot be made again from the rest is read first, whichever type is asked
-/// for.
+// An item's contents on this desktop: a new item's own, or those that a program offered at one change of the
+// pasteboard. Main thread only.
+//
+// Reading costs: a program makes each representation when asked, and one picture in all formats takes up to
+// three seconds. So all reading from one item has a budget of that much, an owner silent for two seconds is
+// not asked further, and whatever cannot be made again from the rest is read first, whichever type is asked
+// for.
 class PasteboardItem::Contents {
 public:
     Contents() = default;
-    /// The host's own contents, read back.
+    // The host's own contents, read back.
     explicit Contents(const selection::Contents& own);
-    /// Another program's.
+    // Another program's.
     Contents(std::vector<PasteboardType> types, std::int64_t changeCount);
 
     std::vector<PasteboardType> types() const;

@@ -6,49 +6,49 @@
 
 namespace platform::selection {
 
-/// The pasteboard as the host sees it at one moment.
+// The pasteboard as the host sees it at one moment.
 struct View {
     std::int64_t changeCount = 0;
-    /// What the host itself put there; null when it is not the host's.
+    // What the host itself put there; null when it is not the host's.
     SharedContents own;
-    /// True when another program's contents can be asked for.
+    // True when another program's contents can be asked for.
     bool foreign = false;
 };
 
-/// CLIPBOARD on the pasteboard's own connection: who has it, how often it changed, what the host offers and
-/// asks. On one thread only; `process` must run when the connection has something to read and when `deadline`
-/// has come.
-///
-/// Clearing while the owner does not answer: taking the selection then would destroy for good what nobody has
-/// been able to read. So the selection stays with its owner and only the host finds it empty, until somebody
-/// copies or a moment has passed. When somebody does copy, the owner's late answers are put back if the host
-/// then leaves the pasteboard empty.
+// CLIPBOARD on the pasteboard's own connection: who has it, how often it changed, what the host offers and
+// asks. On one thread only; `process` must run when the connection has something to read and when `deadline`
+// has come.
+//
+// Clearing while the owner does not answer: taking the selection then would destroy for good what nobody has
+// been able to read. So the selection stays with its owner and only the host finds it empty, until somebody
+// copies or a moment has passed. When somebody does copy, the owner's late answers are put back if the host
+// then leaves the pasteboard empty.
 class Clipboard {
 public:
-    /// Null when there is no X server that can say who owns a selection.
+    // Null when there is no X server that can say who owns a selection.
     static std::unique_ptr<Clipboard> open();
 
     int descriptor() const { return connection_->descriptor(); }
     bool lost() const { return connection_->lost(); }
 
-    /// Handles all that has arrived or fallen due.
+    // Handles all that has arrived or fallen due.
     void process();
     std::optional<Clock::time_point> deadline() const;
 
-    /// The server's state now, everything that has happened there included.
+    // The server's state now, everything that has happened there included.
     View look();
 
-    /// Asks another program for its contents as they were at that change; `done` gets absent when they have
-    /// changed since, or their owner does not answer.
+    // Asks another program for its contents as they were at that change; `done` gets absent when they have
+    // changed since, or their owner does not answer.
     void ask(const PasteboardType& target, std::int64_t changeCount, Patience patience, Done done);
 
     void clear();
     bool write(const SharedContents& contents);
 
-    /// Gives the host's contents to the clipboard manager, if there is one; calls `done` when that is over.
+    // Gives the host's contents to the clipboard manager, if there is one; calls `done` when that is over.
     void handOver(std::chrono::milliseconds patience, std::function<void()> done);
 
-    /// The name of an atom, and those of the atoms in a property.
+    // The name of an atom, and those of the atoms in a property.
     std::string name(xcb_atom_t atom) { return connection_->names({&atom, 1}).front(); }
     std::vector<std::string> names(const Property& atoms);
 

@@ -8,25 +8,25 @@
 
 namespace platform::selection {
 
-/// How long an owner may stay silent, and how long the whole answer may take.
+// How long an owner may stay silent, and how long the whole answer may take.
 struct Patience {
     std::chrono::milliseconds silence;
     std::chrono::milliseconds total;
 };
 
-/// What an owner delivered; absent when it refused or stayed silent.
+// What an owner delivered; absent when it refused or stayed silent.
 using Answer = std::optional<Property>;
 using Done = std::function<void(Answer)>;
 
-/// Asks the owners of selections, any number of questions at once. On the connection's thread. An owner that
-/// misses its deadline still owes the answer: the question stays open, what comes late is thrown away, and
-/// until then the owner counts as not answering.
+// Asks the owners of selections, any number of questions at once. On the connection's thread. An owner that
+// misses its deadline still owes the answer: the question stays open, what comes late is thrown away, and
+// until then the owner counts as not answering.
 class Reader {
 public:
     explicit Reader(Connection& connection);
 
-    /// A question to one owner: which of all the selection's owners so far it is for, and since when that one
-    /// owns.
+    // A question to one owner: which of all the selection's owners so far it is for, and since when that one
+    // owns.
     struct Question {
         xcb_atom_t selection;
         xcb_atom_t target;
@@ -34,16 +34,16 @@ public:
         xcb_timestamp_t time;
     };
 
-    /// `done` is called once, unless the reader ends first.
+    // `done` is called once, unless the reader ends first.
     void ask(const Question& question, Patience patience, Done done);
 
-    /// A question to an owner that is not answering, kept open without a deadline for the day it wakes up.
+    // A question to an owner that is not answering, kept open without a deadline for the day it wakes up.
     void leave(const Question& question, Done done);
 
-    /// True while that owner has not given an answer in time and not since.
+    // True while that owner has not given an answer in time and not since.
     bool owes(std::uint64_t owner) const;
 
-    /// That owner has died: nothing will come from it any more.
+    // That owner has died: nothing will come from it any more.
     void ownerGone(std::uint64_t owner);
 
     void notified(const xcb_selection_notify_event_t& notice);

@@ -4,22 +4,22 @@
 
 namespace platform::selection {
 
-/// Keeps what the user had copied from a program that does not answer just now. Its owner cannot be read
-/// before the selection is taken from it; but questions sent while it still owns the selection wait in its
-/// queue ahead of the news that it has lost it, so they are answered when it wakes up, and the contents can
-/// be put back then. On the connection's thread.
+// Keeps what the user had copied from a program that does not answer just now. Its owner cannot be read
+// before the selection is taken from it; but questions sent while it still owns the selection wait in its
+// queue ahead of the news that it has lost it, so they are answered when it wakes up, and the contents can
+// be put back then. On the connection's thread.
 class Rescue {
 public:
-    /// Asks the owner for everything it may have; once per owner.
+    // Asks the owner for everything it may have; once per owner.
     void ask(Connection& connection, Reader& reader, const Reader::Question& question);
 
-    /// Gives up what was asked for.
+    // Gives up what was asked for.
     void drop() { found_ = nullptr; }
 
-    /// True when the owner has answered and had something.
+    // True when the owner has answered and had something.
     bool ready() const;
 
-    /// The contents, once.
+    // The contents, once.
     SharedContents take();
 
 private:

@@ -11,10 +11,10 @@
 
 namespace platform::selection {
 
-/// Runs the clipboard on a thread of its own, so that other programs can paste while the main thread sleeps
-/// or waits. The calls are for the main thread; each takes a bounded time, also when the X server itself is
-/// held up by another program, and answers absent or false then. Started at first use; at the program's end
-/// it offers the contents to the clipboard manager.
+// Runs the clipboard on a thread of its own, so that other programs can paste while the main thread sleeps
+// or waits. The calls are for the main thread; each takes a bounded time, also when the X server itself is
+// held up by another program, and answers absent or false then. Started at first use; at the program's end
+// it offers the contents to the clipboard manager.
 class Thread {
 public:
     static Thread& shared();
@@ -45,7 +45,7 @@ private:
     FileDescriptor wake_;
     std::int64_t lastCount_ = 0;
     std::uint64_t posted_ = 0;
-    /// The call that gave up waiting for the thread to get to it.
+    // The call that gave up waiting for the thread to get to it.
     std::uint64_t missed_ = 0;
     std::atomic<std::uint64_t> done_ = 0;
     std::mutex mutex_;

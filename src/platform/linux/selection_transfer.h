@@ -7,7 +7,7 @@
 
 namespace platform::selection {
 
-/// One answer, under the atoms that the server knows it by.
+// One answer, under the atoms that the server knows it by.
 struct Offer {
     xcb_atom_t target = XCB_NONE;
     xcb_atom_t type = XCB_NONE;
@@ -15,11 +15,11 @@ struct Offer {
     std::size_t representation = 0;
 };
 
-/// An answer too large for one property: the other program deletes each piece to get the next (INCR). It
-/// keeps the contents alive until the last piece, also when the selection has long changed hands.
+// An answer too large for one property: the other program deletes each piece to get the next (INCR). It
+// keeps the contents alive until the last piece, also when the selection has long changed hands.
 class Transfer {
 public:
-    /// The most bytes given in one piece.
+    // The most bytes given in one piece.
     static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     Transfer(Connection& connection, xcb_window_t requestor, xcb_atom_t property, SharedContents contents,
@@ -32,7 +32,7 @@ public:
     Clock::time_point deadline() const { return deadline_; }
     bool finished() const { return finished_; }
 
-    /// Gives the next piece; an empty one ends the transfer.
+    // Gives the next piece; an empty one ends the transfer.
     void sendNext();
 
 private:

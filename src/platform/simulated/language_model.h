@@ -18,7 +18,7 @@ namespace simulated {
 enum class OnCancel { ignore, fail, end };
 
 // How the model answers one prompt. Every time counts from the host's asking for what comes next.
-///
+//
 //     Script{}.says(10ms, "Dear").says(10ms, "Dear Anna").ends(10ms).counts(3)
 struct Script {
     Script& says(Seconds after, std::string content);
