@@ -24,7 +24,8 @@ at_spi::Object focusedFieldOf(at_spi::Bus& bus, at_spi::Program& program) {
     return field->object;
 }
 
-Question textQuestion(const at_spi::Object& field, const char* method, const char* answer, at_spi::Variant arguments) {
+Question textQuestion(const at_spi::Object& field, const char* method, const char* answer,
+                      at_spi::Variant arguments) {
     return {field.program, field.path, "org.a11y.atspi.Text", method, answer, std::move(arguments)};
 }
 
@@ -48,7 +49,8 @@ BareRoundTrips::BareRoundTrips(pid_t process) : target_(std::make_unique<Target>
     auto* bus = session.accessibilityBus();
     if (bus == nullptr) throw std::runtime_error(session.whyNot());
     const auto programs = session.programs().of(*bus, process);
-    if (!programs || programs->empty()) throw std::runtime_error("The program is not on the accessibility bus.");
+    if (!programs || programs->empty())
+        throw std::runtime_error("The program is not on the accessibility bus.");
     auto& program = *programs->front();
     const auto field = focusedFieldOf(*bus, program);
     const auto window = at_spi::activeWindow(*bus, program).value();
@@ -88,8 +90,10 @@ BareRoundTrips::~BareRoundTrips() = default;
 
 std::chrono::nanoseconds BareRoundTrips::accessibility() const {
     const auto start = Clock::now();
-    target_->ask(target_->sessionBus, at_spi::property({"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Status", "IsEnabled"));
-    for (const auto& question : target_->questions) target_->ask(target_->accessibilityBus, question);
+    target_->ask(target_->sessionBus,
+                 at_spi::property({"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Status", "IsEnabled"));
+    for (const auto& question : target_->questions)
+        target_->ask(target_->accessibilityBus, question);
     return Clock::now() - start;
 }
 

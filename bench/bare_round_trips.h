@@ -1,16 +1,16 @@
-// What a capture costs at the very least: the questions it must put to other programs, asked one after another with
-// nothing in between.
+// What a capture costs at the very least: the questions it must put to other programs, asked one after
+// another with nothing in between.
 #pragma once
+
+#include <sys/types.h>
 
 #include <chrono>
 #include <memory>
 
-#include <sys/types.h>
-
 namespace bench {
 
-// The questions of one capture of a selection in the program with that process identifier, which has a focused text
-// field with a selection: 14 over the accessibility bus, 4 to the X server.
+// The questions of one capture of a selection in the program with that process identifier, which has a
+// focused text field with a selection: 14 over the accessibility bus, 4 to the X server.
 class BareRoundTrips {
 public:
     // Throws when the program shows no such field.

@@ -1,5 +1,5 @@
-// The main job, timed on a real desktop beside what it must cost at the very least: from the hot key to the interface,
-// and from the interface's "paste" to the text in the field. Also what the host costs at rest.
+// The main job, timed on a real desktop beside what it must cost at the very least: from the hot key to the
+// interface, and from the interface's "paste" to the text in the field. Also what the host costs at rest.
 #include "bench/bare_round_trips.h"
 #include "end_to_end/desktop.h"
 #include "end_to_end/fields.h"
@@ -30,7 +30,8 @@ public:
     void add(Clock::duration time) { milliseconds_.push_back(Milliseconds(time).count()); }
     double at(double share) {
         std::ranges::sort(milliseconds_);
-        return milliseconds_.at(static_cast<std::size_t>(share * static_cast<double>(milliseconds_.size() - 1)));
+        return milliseconds_.at(
+            static_cast<std::size_t>(share * static_cast<double>(milliseconds_.size() - 1)));
     }
     double median() { return at(0.5); }
     void print(const char* what) {
@@ -62,7 +63,9 @@ struct Stage {
         desktop.press("space");
         host.awaitBytes();
         const auto arguments = host.nextCall("capture");
-        if (!arguments) throw std::runtime_error("The hot key brought nothing. The host printed: " + host.process().output());
+        if (!arguments)
+            throw std::runtime_error("The hot key brought nothing. The host printed: " +
+                                     host.process().output());
         samples.add(host.received().back().at - start);
         desktop.letGo("Alt+Shift");
         return *flutter::asString(member(flutter::asMap(*arguments), "token"));
@@ -104,7 +107,8 @@ long processorTicks(pid_t pid) {
     std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
     std::string field;
     long user = 0, system = 0;
-    for (int i = 0; i < 13; ++i) stat >> field;
+    for (int i = 0; i < 13; ++i)
+        stat >> field;
     stat >> user >> system;
     return user + system;
 }

@@ -23,37 +23,43 @@ flutter::MethodCall captureOf(std::int64_t bytes) {
 
 void codecEncode(benchmark::State& state) {
     const auto call = captureOf(state.range(0));
-    for (auto _ : state) benchmark::DoNotOptimize(flutter::encodeMethodCall(call));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(flutter::encodeMethodCall(call));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 void codecDecode(benchmark::State& state) {
     const auto bytes = flutter::encodeMethodCall(captureOf(state.range(0)));
-    for (auto _ : state) benchmark::DoNotOptimize(flutter::decodeMethodCall(bytes));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(flutter::decodeMethodCall(bytes));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 void codecCopyOfTheSameBytes(benchmark::State& state) {
     const auto bytes = flutter::encodeMethodCall(captureOf(state.range(0)));
-    for (auto _ : state) benchmark::DoNotOptimize(std::vector<std::uint8_t>(bytes));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::vector<std::uint8_t>(bytes));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 void textCutOfTenMegabytes(benchmark::State& state) {
     std::string field;
-    while (field.size() < 10'000'000) field += "Dear Anna, thank you. 글빛나래 👨‍👩‍👧 ";
+    while (field.size() < 10'000'000)
+        field += "Dear Anna, thank you. 글빛나래 👨‍👩‍👧 ";
     for (auto _ : state)
         benchmark::DoNotOptimize(text::firstCharacters(text::trimWhitespaceAndNewlines(field), 3000));
 }
 
 void textEqualityOfTenMegabytes(benchmark::State& state) {
     const std::string one(10'000'000, 'a'), other(10'000'000, 'a');
-    for (auto _ : state) benchmark::DoNotOptimize(text::equalStrings(one, other));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(text::equalStrings(one, other));
 }
 
 void textCompareOfTheSameBytes(benchmark::State& state) {
     const std::string one(10'000'000, 'a'), other(10'000'000, 'a');
-    for (auto _ : state) benchmark::DoNotOptimize(std::memcmp(one.data(), other.data(), one.size()));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::memcmp(one.data(), other.data(), one.size()));
 }
 
 } // namespace

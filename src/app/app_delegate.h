@@ -1,5 +1,5 @@
-// Answers the desktop's questions about the program's life. A termination is first put to the interface, which may
-// confirm or cancel it; one that does not answer within 15 seconds has confirmed. Main thread only.
+// Answers the desktop's questions about the program's life. A termination is first put to the interface,
+// which may confirm or cancel it; one that does not answer within 15 seconds has confirmed. Main thread only.
 #pragma once
 
 #include "platform/application.h"

@@ -1,7 +1,6 @@
 // DesktopBridge's side of quitting: the host's question to the interface, and the interface's two answers.
-#include "desktop/desktop_bridge.h"
-
 #include "app/app_delegate.h"
+#include "desktop/desktop_bridge.h"
 
 using platform::Application;
 

@@ -1,19 +1,19 @@
-// What capture and paste-back ask of other programs: their focused element and its text, a synthetic copy through
-// the pasteboard, and single keystrokes. Main thread only; every operation is synchronous, and whatever fails
-// makes the result absent.
+// What capture and paste-back ask of other programs: their focused element and its text, a synthetic copy
+// through the pasteboard, and single keystrokes. Main thread only; every operation is synchronous, and
+// whatever fails makes the result absent.
 #pragma once
 
 #include "platform/accessibility.h"
 #include "platform/event.h"
 #include "platform/pasteboard.h"
 
+#include <sys/types.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace AX {
 
@@ -30,7 +30,8 @@ public:
 };
 
 // The element with the keyboard focus in the target process; null when there is none. A process that does not
-// answer is asked to show its elements and tried again for 1.5 s, then whatever has the focus anywhere is taken.
+// answer is asked to show its elements and tried again for 1.5 s, then whatever has the focus anywhere is
+// taken.
 platform::AXUIElementRef focusedElement();
 
 struct FieldValue {
@@ -42,7 +43,8 @@ struct FieldValue {
 std::optional<FieldValue> focusedFieldValue();
 
 // One attribute as a string; absent when it cannot be read, is null or of another type.
-std::optional<std::string> stringAttribute(const platform::AXUIElementRef& element, std::string_view attribute);
+std::optional<std::string> stringAttribute(const platform::AXUIElementRef& element,
+                                           std::string_view attribute);
 
 // True for a password field: never read, never pasted into.
 bool isSecure(const platform::AXUIElementRef& element);
@@ -53,8 +55,8 @@ using PasteboardSnapshot = std::vector<std::vector<std::pair<platform::Pasteboar
 PasteboardSnapshot snapshotPasteboard(const platform::Pasteboard& pasteboard);
 void restorePasteboard(platform::Pasteboard& pasteboard, const PasteboardSnapshot& snapshot);
 
-// Copies the frontmost application's selection with the copy keystroke and returns its text, unchanged. The user's
-// pasteboard is put back in every outcome. Takes up to about 400 ms.
+// Copies the frontmost application's selection with the copy keystroke and returns its text, unchanged. The
+// user's pasteboard is put back in every outcome. Takes up to about 400 ms.
 std::optional<std::string> copySelectionViaClipboard();
 
 // The key that types `character` without modifiers on the current layout.

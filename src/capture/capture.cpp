@@ -1,8 +1,7 @@
-// What a press of the hot key does: read what the user is writing in the frontmost application, remember where it
-// came from, and hand it to the interface.
-#include "desktop/desktop_bridge.h"
-
+// What a press of the hot key does: read what the user is writing in the frontmost application, remember
+// where it came from, and hand it to the interface.
 #include "capture/ax.h"
+#include "desktop/desktop_bridge.h"
 #include "platform/uuid.h"
 #include "platform/workspace.h"
 #include "text/text.h"
@@ -25,7 +24,8 @@ void DesktopBridge::capture() {
     // Pressed in the host's own window, the hot key means the application of the previous capture.
     const auto target = hostIsFrontmost ? captureState_.sourceApp : front;
     if (!target || target->isTerminated() || *target == me) return show();
-    if (excluded_.contains(text::lowercased(target->bundleIdentifier().value_or("")))) return platform::beep();
+    if (excluded_.contains(text::lowercased(target->bundleIdentifier().value_or(""))))
+        return platform::beep();
 
     captureState_ = {};
     captureState_.sourceApp = target;
@@ -72,8 +72,8 @@ DesktopBridge::Captured DesktopBridge::readText(bool hostIsFrontmost) {
     return {};
 }
 
-// Only a text whose place is known for certain may be typed back into it: pasting over a shortened field would
-// lose its end.
+// Only a text whose place is known for certain may be typed back into it: pasting over a shortened field
+// would lose its end.
 void DesktopBridge::grantToken(const Captured& captured) {
     if (captured.truncated || !captureState_.sourceWindow) return;
     const bool placeIsKnown = (captured.source == "field" && captureState_.originalValue) ||

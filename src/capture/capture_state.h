@@ -9,8 +9,8 @@
 
 struct CaptureState {
     std::optional<platform::RunningApplication> sourceApp;
-    platform::AXUIElementRef element;      // the focused element that was read; null when none was
-    platform::AXUIElementRef sourceWindow; // the window that held it; null when unknown
+    platform::AXUIElementRef element;         // the focused element that was read; null when none was
+    platform::AXUIElementRef sourceWindow;    // the window that held it; null when unknown
     std::optional<std::string> originalValue; // the whole value, untrimmed and not shortened
     std::optional<std::string> originalSelection;
     std::optional<platform::CFRange> originalRange;

@@ -1,5 +1,4 @@
 #include "capture/ax.h"
-
 #include "platform/main_queue.h"
 
 namespace AX {

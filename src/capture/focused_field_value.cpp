@@ -1,5 +1,4 @@
 #include "capture/ax.h"
-
 #include "text/text.h"
 
 #include <algorithm>
@@ -11,8 +10,8 @@ namespace AX {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> textRoles{"AXTextField", "AXTextArea", "AXComboBox", "AXSearchField",
-                                                    "AXWebArea"};
+constexpr std::array<std::string_view, 5> textRoles{"AXTextField", "AXTextArea", "AXComboBox",
+                                                    "AXSearchField", "AXWebArea"};
 constexpr std::size_t characterLimit = 3000;
 
 bool isEditable(const AXUIElementRef& element) {

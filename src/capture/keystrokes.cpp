@@ -1,5 +1,4 @@
 #include "capture/ax.h"
-
 #include "platform/keyboard_layout.h"
 #include "text/text.h"
 #include "text/utf16.h"

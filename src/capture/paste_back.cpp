@@ -1,9 +1,8 @@
 // "paste": put the text on the pasteboard, and type it into the field it was captured from when that field is
 // certainly still the same; otherwise leave it for the user to paste.
-#include "desktop/desktop_bridge.h"
-
 #include "capture/ax.h"
 #include "capture/paste_target.h"
+#include "desktop/desktop_bridge.h"
 #include "flutter/arguments.h"
 #include "platform/workspace.h"
 #include "text/text.h"
@@ -14,13 +13,13 @@ namespace {
 
 constexpr platform::Seconds pasteDeadline{1.0};
 constexpr platform::Seconds pollInterval{0.02};
-constexpr std::uint32_t pauseBeforeKeys = 30'000;      // microseconds
-constexpr std::uint32_t pauseAfterSelectAll = 40'000;  // microseconds
-constexpr platform::CGKeyCode aKey = 0;                // where A and V are on a US keyboard
+constexpr std::uint32_t pauseBeforeKeys = 30'000;     // microseconds
+constexpr std::uint32_t pauseAfterSelectAll = 40'000; // microseconds
+constexpr platform::CGKeyCode aKey = 0;               // where A and V are on a US keyboard
 constexpr platform::CGKeyCode vKey = 9;
 constexpr platform::CGEventFlags heldModifiers =
-    platform::kCGEventFlagMaskShift | platform::kCGEventFlagMaskControl | platform::kCGEventFlagMaskAlternate |
-    platform::kCGEventFlagMaskCommand;
+    platform::kCGEventFlagMaskShift | platform::kCGEventFlagMaskControl |
+    platform::kCGEventFlagMaskAlternate | platform::kCGEventFlagMaskCommand;
 
 void putOnPasteboard(std::string_view text) {
     auto& pasteboard = platform::Pasteboard::generalPasteboard();
@@ -61,8 +60,9 @@ void DesktopBridge::paste(Arguments arguments, Result result) {
 
 bool DesktopBridge::canPasteBack(const std::string* token) const {
     const auto& capture = captureState_;
-    return token && !token->empty() && text::equalStrings(*token, capture.captureToken) && capture.sourceApp &&
-           !capture.sourceApp->isTerminated() && capture.element && capture.sourceWindow &&
+    return token && !token->empty() && text::equalStrings(*token, capture.captureToken) &&
+           capture.sourceApp && !capture.sourceApp->isTerminated() && capture.element &&
+           capture.sourceWindow &&
            platform::AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = false});
 }
 

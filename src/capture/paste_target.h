@@ -1,4 +1,5 @@
-// The place a paste goes to, as it was when the text was captured. A plain record; it keeps its elements alive.
+// The place a paste goes to, as it was when the text was captured. A plain record; it keeps its elements
+// alive.
 #pragma once
 
 #include "capture/capture_state.h"

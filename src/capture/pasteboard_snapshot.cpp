@@ -20,7 +20,8 @@ void restorePasteboard(platform::Pasteboard& pasteboard, const PasteboardSnapsho
     std::vector<platform::PasteboardItem> items;
     for (const auto& entry : snapshot) {
         auto& item = items.emplace_back();
-        for (const auto& [type, data] : entry) item.setData(data, type);
+        for (const auto& [type, data] : entry)
+            item.setData(data, type);
     }
     if (!items.empty()) pasteboard.writeObjects(items);
 }

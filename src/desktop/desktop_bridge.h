@@ -1,9 +1,10 @@
-// The interface's door to the desktop: answers every call on the desktop channel, and remembers between calls what
-// the host needs to know (hot key, last capture, pending paste, menu labels). Main thread only.
+// The interface's door to the desktop: answers every call on the desktop channel, and remembers between calls
+// what the host needs to know (hot key, last capture, pending paste, menu labels). Main thread only.
 //
-// The main window owns the bridge; the bridge holds the window weakly, and whatever is called back later holds the
-// bridge weakly. Its operations are defined in the room of their subject: window operations, utilities and menu in
-// desktop/, capture and paste-back in capture/, the hot key in hotkey/, quitting in app/.
+// The main window owns the bridge; the bridge holds the window weakly, and whatever is called back later
+// holds the bridge weakly. Its operations are defined in the room of their subject: window operations,
+// utilities and menu in desktop/, capture and paste-back in capture/, the hot key in hotkey/, quitting in
+// app/.
 #pragma once
 
 #include "capture/capture_state.h"

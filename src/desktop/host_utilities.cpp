@@ -1,7 +1,6 @@
-// Chores the interface cannot do itself: opening links and files, keeping the model out of backups, asking for the
-// accessibility permission.
+// Chores the interface cannot do itself: opening links and files, keeping the model out of backups, asking
+// for the accessibility permission.
 #include "desktop/desktop_bridge.h"
-
 #include "flutter/arguments.h"
 #include "platform/accessibility.h"
 #include "platform/url.h"

@@ -1,6 +1,5 @@
 // "initialize": the interface tells the host which applications to leave alone and which hot key to take.
 #include "desktop/desktop_bridge.h"
-
 #include "flutter/arguments.h"
 #include "platform/hot_key.h"
 #include "text/text.h"
@@ -29,7 +28,8 @@ HotKeySpec hotKeySpec(const EncodableMap* hotkey) {
 std::set<std::string> lowerCased(const std::optional<std::vector<std::string>>& identifiers) {
     std::set<std::string> lowered;
     if (!identifiers) return lowered;
-    for (const auto& identifier : *identifiers) lowered.insert(text::lowercased(identifier));
+    for (const auto& identifier : *identifiers)
+        lowered.insert(text::lowercased(identifier));
     return lowered;
 }
 

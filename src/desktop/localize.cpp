@@ -1,6 +1,5 @@
 // "localize": the interface's labels for the menu and the window's title.
 #include "desktop/desktop_bridge.h"
-
 #include "desktop/native_menu_localization.h"
 #include "flutter/arguments.h"
 #include "platform/application.h"

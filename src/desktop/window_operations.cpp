@@ -1,7 +1,6 @@
-// What the interface may do with the main window. Without a window every operation does nothing and is answered
-// all the same.
+// What the interface may do with the main window. Without a window every operation does nothing and is
+// answered all the same.
 #include "desktop/desktop_bridge.h"
-
 #include "flutter/arguments.h"
 #include "platform/application.h"
 
@@ -44,8 +43,8 @@ void DesktopBridge::growHeight(Arguments arguments, Result result) {
     result.success();
 }
 
-// The window grows downwards from its top edge, within the visible area of its screen: one that would reach below
-// is lifted, one that starts above is first brought under the area's top.
+// The window grows downwards from its top edge, within the visible area of its screen: one that would reach
+// below is lifted, one that starts above is first brought under the area's top.
 void DesktopBridge::growHeight(double points) {
     const auto window = window_.lock();
     if (!window || window->styleMask() & platform::WindowStyleMaskFullScreen || window->isZoomed()) return;

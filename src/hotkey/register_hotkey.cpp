@@ -1,8 +1,8 @@
 // DesktopBridge's side of the hot key: which combination is live, and what a press does.
 #include "desktop/desktop_bridge.h"
 
-// At most one combination is registered at any time, so the old one goes before the new one comes; when the new
-// one cannot be had, the old one is taken back.
+// At most one combination is registered at any time, so the old one goes before the new one comes; when the
+// new one cannot be had, the old one is taken back.
 bool DesktopBridge::registerHotkey(std::uint32_t key, std::uint32_t modifiers) {
     const HotKeySpec wanted{key, modifiers};
     if (hotkey_ && hotkeySpec_ == wanted) return true;

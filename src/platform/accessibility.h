@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -8,17 +10,15 @@
 #include <utility>
 #include <variant>
 
-#include <sys/types.h>
-
-// Other programs' interface elements. Main thread only; every call is synchronous and takes a bounded time, also
-// when the other program hangs. A call that fails for any reason yields an absent value.
+// Other programs' interface elements. Main thread only; every call is synchronous and takes a bounded time,
+// also when the other program hangs. A call that fails for any reason yields an absent value.
 namespace platform {
 
 // What a desktop knows of one element; each desktop completes it.
 class AXUIElement;
 
-// A counted handle to an interface element of another process, or to the system-wide element. Copies refer to the
-// same element. A default-constructed handle refers to nothing, and every query on it fails.
+// A counted handle to an interface element of another process, or to the system-wide element. Copies refer to
+// the same element. A default-constructed handle refers to nothing, and every query on it fails.
 class AXUIElementRef {
 public:
     AXUIElementRef() = default;
@@ -58,7 +58,8 @@ std::optional<CFRange> AXValueGetValue(const AXValue& value, AXValueType type);
 // An attribute's value; monostate is a null value that was read successfully.
 using AXAttributeValue = std::variant<std::monostate, bool, std::string, AXUIElementRef, AXValue>;
 
-// The element of the application with that process identifier. Never fails; queries on it fail when it is gone.
+// The element of the application with that process identifier. Never fails; queries on it fail when it is
+// gone.
 AXUIElementRef AXUIElementCreateApplication(pid_t pid);
 
 // The element that stands for the whole desktop: its "AXFocusedUIElement" is whatever has the focus anywhere.
@@ -66,15 +67,15 @@ AXUIElementRef AXUIElementCreateSystemWide();
 
 // Reads one attribute. Absent when the read fails.
 //
-// Attributes: "AXFocusedUIElement" (application, system-wide), "AXFocusedWindow" (application), "AXTitle" (window),
-// "AXRole", "AXSubrole", "AXEditable", "AXValue", "AXSelectedText", "AXSelectedTextRange" (elements). Roles are
-// "AXTextField", "AXTextArea", "AXComboBox", "AXSearchField", "AXWebArea" for text and the desktop's own otherwise;
-// the subrole of a password field is "AXSecureTextField".
+// Attributes: "AXFocusedUIElement" (application, system-wide), "AXFocusedWindow" (application), "AXTitle"
+// (window), "AXRole", "AXSubrole", "AXEditable", "AXValue", "AXSelectedText", "AXSelectedTextRange"
+// (elements). Roles are "AXTextField", "AXTextArea", "AXComboBox", "AXSearchField", "AXWebArea" for text and
+// the desktop's own otherwise; the subrole of a password field is "AXSecureTextField".
 std::optional<AXAttributeValue> AXUIElementCopyAttributeValue(const AXUIElementRef& element,
                                                               std::string_view attribute);
 
-// Writes one attribute of an application: "AXManualAccessibility" or "AXEnhancedUserInterface", which ask a program
-// that shows nothing yet to show its elements. True on success.
+// Writes one attribute of an application: "AXManualAccessibility" or "AXEnhancedUserInterface", which ask a
+// program that shows nothing yet to show its elements. True on success.
 bool AXUIElementSetAttributeValue(const AXUIElementRef& element, std::string_view attribute, bool value);
 
 struct AXTrustedCheckOptions {

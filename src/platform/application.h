@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-
 #include "platform/menu.h"
 #include "platform/window.h"
+
+#include <functional>
+#include <memory>
 
 namespace platform {
 
@@ -48,16 +48,16 @@ private:
     Application() = default;
 };
 
-// What a program is made of: creates its delegate, main menu and main window once the desktop is ready. Whoever it
-// returns lives until the program ends.
+// What a program is made of: creates its delegate, main menu and main window once the desktop is ready.
+// Whoever it returns lives until the program ends.
 struct MainInterface {
     std::shared_ptr<ApplicationDelegate> delegate;
     std::unique_ptr<Menu> mainMenu;
     std::shared_ptr<Window> mainWindow;
 };
 
-// Runs the program's main loop: prepares the desktop, makes the main interface with `load`, calls the window's awake
-// hook, shows the window, and returns the exit status when the program ends.
+// Runs the program's main loop: prepares the desktop, makes the main interface with `load`, calls the
+// window's awake hook, shows the window, and returns the exit status when the program ends.
 int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>& load);
 
 } // namespace platform

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "platform/keyboard_layout.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
 
-#include "platform/keyboard_layout.h"
-
 // Synthetic keystrokes, and the modifier keys the user holds. Main thread only.
 namespace platform {
 
-// A mask of modifier keys. In a synthetic keystroke the Command flag means the key that makes a program copy and
-// paste on this desktop; among the held modifiers every flag is the key of that name.
+// A mask of modifier keys. In a synthetic keystroke the Command flag means the key that makes a program copy
+// and paste on this desktop; among the held modifiers every flag is the key of that name.
 using CGEventFlags = std::uint64_t;
 
 inline constexpr CGEventFlags kCGEventFlagMaskAlphaShift = 0x10000;
@@ -38,14 +38,14 @@ struct KeyboardEvent {
 };
 
 // Absent when the desktop has no such key. The source may be absent.
-std::optional<KeyboardEvent> CGEventCreateKeyboardEvent(const std::optional<EventSource>& source, CGKeyCode keyCode,
-                                                        bool keyDown);
+std::optional<KeyboardEvent> CGEventCreateKeyboardEvent(const std::optional<EventSource>& source,
+                                                        CGKeyCode keyCode, bool keyDown);
 
 // Replaces the event's modifiers.
 void CGEventSetFlags(KeyboardEvent& event, CGEventFlags flags);
 
-// Posts the event to the program that has the focus. That program sees exactly the event's own modifiers, whatever
-// the user holds at this moment, and no modifier stays pressed after the key-up event.
+// Posts the event to the program that has the focus. That program sees exactly the event's own modifiers,
+// whatever the user holds at this moment, and no modifier stays pressed after the key-up event.
 void CGEventPost(CGEventTapLocation tap, const KeyboardEvent& event);
 
 class Event {

@@ -1,7 +1,7 @@
 #pragma once
 
-// Sizes and places in points. Screen coordinates grow to the right and upwards, from the lower left corner of the
-// main screen.
+// Sizes and places in points. Screen coordinates grow to the right and upwards, from the lower left corner of
+// the main screen.
 namespace platform {
 
 struct Size {

@@ -42,7 +42,8 @@ public:
 using EventHandlerRef = std::unique_ptr<EventHandler>;
 
 // Installs a handler for one type of event. Null when the desktop refuses.
-EventHandlerRef InstallEventHandler(EventTargetRef target, std::function<OSStatus()> handler, EventTypeSpec type);
+EventHandlerRef InstallEventHandler(EventTargetRef target, std::function<OSStatus()> handler,
+                                    EventTypeSpec type);
 
 // A registered combination. Destroying it gives the combination back (`UnregisterEventHotKey`).
 class EventHotKey {
@@ -51,8 +52,8 @@ public:
 };
 using EventHotKeyRef = std::unique_ptr<EventHotKey>;
 
-// Registers a key (by position, see `CGKeyCode`) with a modifier mask; a press anywhere runs the target's handlers.
-// Null when the combination cannot be had, for instance because another program holds it.
+// Registers a key (by position, see `CGKeyCode`) with a modifier mask; a press anywhere runs the target's
+// handlers. Null when the combination cannot be had, for instance because another program holds it.
 EventHotKeyRef RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
                                    EventTargetRef target, std::uint32_t options);
 

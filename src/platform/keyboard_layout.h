@@ -8,9 +8,9 @@
 // The keyboard layout: which character a key types. Main thread only.
 namespace platform {
 
-// The number of a physical key: a position on the keyboard, the same whatever the layout types there (8 is the
-// position of C on a US keyboard, 49 is Space). The numbers are the desktop-independent ones the host's interface
-// uses for its hot key.
+// The number of a physical key: a position on the keyboard, the same whatever the layout types there (8 is
+// the position of C on a US keyboard, 49 is Space). The numbers are the desktop-independent ones the host's
+// interface uses for its hot key.
 using CGKeyCode = std::uint16_t;
 
 // A keyboard layout's data, passed unread from the layout to the translation; each desktop completes it.
@@ -21,7 +21,8 @@ using UnicodeKeyLayoutRef = std::shared_ptr<const UnicodeKeyLayout>;
 class InputSource;
 using TISInputSourceRef = std::shared_ptr<const InputSource>;
 
-// The layout in use if it types ASCII letters, else the one of the user's layouts that does. Null when none does.
+// The layout in use if it types ASCII letters, else the one of the user's layouts that does. Null when none
+// does.
 TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
 
 enum class InputSourceProperty { kTISPropertyUnicodeKeyLayoutData };
@@ -34,11 +35,11 @@ std::uint8_t LMGetKbdType();
 
 enum class KeyAction : std::uint16_t { kUCKeyActionDown = 0 };
 
-// What pressing a key types: at most `maximumLength` UTF-16 units, none for a key that types nothing or a dead key
-// (whose state is then left in `deadKeyState`). Absent when the translation fails.
-std::optional<std::u16string> UCKeyTranslate(const UnicodeKeyLayout& layout, CGKeyCode keyCode, KeyAction action,
-                                             std::uint32_t modifierState, std::uint8_t keyboardType,
-                                             std::uint32_t options, std::uint32_t& deadKeyState,
-                                             std::size_t maximumLength);
+// What pressing a key types: at most `maximumLength` UTF-16 units, none for a key that types nothing or a
+// dead key (whose state is then left in `deadKeyState`). Absent when the translation fails.
+std::optional<std::u16string> UCKeyTranslate(const UnicodeKeyLayout& layout, CGKeyCode keyCode,
+                                             KeyAction action, std::uint32_t modifierState,
+                                             std::uint8_t keyboardType, std::uint32_t options,
+                                             std::uint32_t& deadKeyState, std::size_t maximumLength);
 
 } // namespace platform

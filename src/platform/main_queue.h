@@ -6,9 +6,9 @@
 
 // The main thread's queue, clock and blocking pause.
 //
-// Every entry into the host (channel message, hot key, delegate call, timer) arrives through this queue, first in
-// first out, one at a time, on the main thread. While a call of the desktop's has to wait inside (for another
-// program's pasteboard data, say), queued entries wait too.
+// Every entry into the host (channel message, hot key, delegate call, timer) arrives through this queue,
+// first in first out, one at a time, on the main thread. While a call of the desktop's has to wait inside
+// (for another program's pasteboard data, say), queued entries wait too.
 namespace platform {
 
 using Seconds = std::chrono::duration<double>;
@@ -19,7 +19,8 @@ public:
     // Queues `work` behind everything queued so far and returns at once. Any thread.
     static void async(std::function<void()> work);
 
-    // Queues `work` once `delay` has passed. Any thread. It is never cancelled: guard it with a weak reference.
+    // Queues `work` once `delay` has passed. Any thread. It is never cancelled: guard it with a weak
+    // reference.
     static void asyncAfter(Seconds delay, std::function<void()> work);
 };
 

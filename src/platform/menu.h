@@ -10,8 +10,8 @@ namespace platform {
 
 class MenuItem;
 
-// A menu: the menu bar, or what opens from one of its items. Owned by its item; the menu bar by the application.
-// Main thread only.
+// A menu: the menu bar, or what opens from one of its items. Owned by its item; the menu bar by the
+// application. Main thread only.
 class Menu {
 public:
     explicit Menu(std::string title);

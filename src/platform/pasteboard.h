@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-// The general pasteboard, shared with every program. Main thread only; every call takes a bounded time, also when
-// the program that owns the contents hangs.
+// The general pasteboard, shared with every program. Main thread only; every call takes a bounded time, also
+// when the program that owns the contents hangs.
 namespace platform {
 
 // The desktop's own name of a representation, such as plain text or a picture format.
@@ -18,8 +18,9 @@ using PasteboardType = std::string;
 // Plain text in UTF-8.
 extern const PasteboardType PasteboardTypeString;
 
-// One representation's bytes. `encoding` is the desktop's own note of how their owner delivered them, kept so that a
-// copy can be given back exactly; the host passes it on unread, and leaves it empty for bytes of its own.
+// One representation's bytes. `encoding` is the desktop's own note of how their owner delivered them, kept so
+// that a copy can be given back exactly; the host passes it on unread, and leaves it empty for bytes of its
+// own.
 struct Data {
     std::vector<std::uint8_t> bytes;
     std::string encoding;
@@ -27,8 +28,9 @@ struct Data {
     bool operator==(const Data&) const = default;
 };
 
-// One thing on the pasteboard in one or more representations. An item taken from the pasteboard reads its data from
-// the owner on demand, until the pasteboard changes; a new item holds what was set. Copies share their contents.
+// One thing on the pasteboard in one or more representations. An item taken from the pasteboard reads its
+// data from the owner on demand, until the pasteboard changes; a new item holds what was set. Copies share
+// their contents.
 class PasteboardItem {
 public:
     // Where an item's data comes from; each desktop completes it.

@@ -1,15 +1,16 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <memory>
 #include <optional>
 #include <string>
 
-#include <sys/types.h>
-
 namespace platform {
 
-// A program with windows, as it was found: the handle stays good after the program has ended, and a later program
-// with the same process identifier is another one. Copies refer to the same program. Main thread only.
+// A program with windows, as it was found: the handle stays good after the program has ended, and a later
+// program with the same process identifier is another one. Copies refer to the same program. Main thread
+// only.
 class RunningApplication {
 public:
     // What a desktop knows of one program; each desktop completes it.

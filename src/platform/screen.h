@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/geometry.h"
+
+#include <optional>
 
 namespace platform {
 

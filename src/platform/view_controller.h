@@ -6,8 +6,8 @@ namespace flutter {
 
 class BinaryMessenger;
 
-// The interface program's side of the host: one engine, reached over its messenger. Creating one starts the interface;
-// messages flow from the next turn of the main loop on. Owned by the window. Main thread only.
+// The interface program's side of the host: one engine, reached over its messenger. Creating one starts the
+// interface; messages flow from the next turn of the main loop on. Owned by the window. Main thread only.
 class ViewController {
 public:
     ViewController();

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/geometry.h"
+#include "platform/screen.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/geometry.h"
-#include "platform/screen.h"
 
 namespace flutter {
 class ViewController;
@@ -69,7 +69,8 @@ public:
     std::uint64_t styleMask() const;
     void setMovableByWindowBackground(bool movable);
     void center();
-    // From now on the desktop keeps the frame under this name, and takes the one it kept before, if it fits a screen.
+    // From now on the desktop keeps the frame under this name, and takes the one it kept before, if it fits a
+    // screen.
     void setFrameAutosaveName(std::string_view name);
     void setCollectionBehavior(std::uint64_t behavior);
     void setReleasedWhenClosed(bool released);

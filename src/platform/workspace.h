@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "platform/running_application.h"
 #include "platform/url.h"
+
+#include <optional>
+#include <string>
 
 namespace platform {
 

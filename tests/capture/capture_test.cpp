@@ -18,7 +18,8 @@ using testing::SizeIs;
 namespace {
 
 struct Capture : testing::Test, Host {
-    simulated::Program& writer = world.openProgram({.name = "Writer", .bundleIdentifier = "org.example.Writer"});
+    simulated::Program& writer =
+        world.openProgram({.name = "Writer", .bundleIdentifier = "org.example.Writer"});
     simulated::ProgramWindow& letters = writer.openWindow("Letter.txt");
 
     Capture() { world.bringToFront(writer); }
@@ -30,14 +31,16 @@ struct Capture : testing::Test, Host {
     std::string summary() {
         const auto sent = capture();
         if (!sent) return "nothing";
-        return textOf(*sent, "source") + ": " + textOf(*sent, "text") + (textOf(*sent, "token").empty() ? "" : " +token") +
+        return textOf(*sent, "source") + ": " + textOf(*sent, "text") +
+               (textOf(*sent, "token").empty() ? "" : " +token") +
                (asBool(member(&*sent, "truncated")).value_or(false) ? " +truncated" : "");
     }
 };
 
 std::string characters(std::size_t count, std::string_view character) {
     std::string all;
-    for (std::size_t i = 0; i < count; ++i) all += character;
+    for (std::size_t i = 0; i < count; ++i)
+        all += character;
     return all;
 }
 
@@ -84,7 +87,8 @@ TEST_F(Capture, TakesTheFirstSourceThatHasText) {
 
 TEST_F(Capture, GivesNoTokenForAPlaceThatIsNotKnown) {
     auto& letter = field("Dear Anna", {0, 4});
-    letter.answers["AXSelectedTextRange"] = platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cgPoint, {}}};
+    letter.answers["AXSelectedTextRange"] =
+        platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cgPoint, {}}};
     EXPECT_EQ(summary(), "selection: Dear");
     letter.answers.clear();
     writer.answers["AXFocusedWindow"] = platform::AXAttributeValue{std::string{"not a window"}};
@@ -116,7 +120,8 @@ TEST_F(Capture, ReadsOnlyWhatIsATextField) {
 }
 
 TEST_F(Capture, LeavesPasswordsAndExcludedApplicationsAlone) {
-    call("initialize", EncodableMap{{"excluded_apps", EncodableList{"ORG.example.writer", "org.example.WRITER"}}});
+    call("initialize",
+         EncodableMap{{"excluded_apps", EncodableList{"ORG.example.writer", "org.example.WRITER"}}});
     field("Dear Anna", {0, 4});
     EXPECT_EQ(summary(), "nothing");
     EXPECT_EQ(world.beeps, 1);

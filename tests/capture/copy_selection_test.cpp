@@ -89,11 +89,13 @@ TEST_F(CopySelection, UsesTheKeyThatTypesTheLetterOnTheUsersLayout) {
     twice.keys[3] = u"cx";
     EXPECT_EQ(keyOf(twice, "c"), 3) << "the lowest key, by the first character it types";
 
-    for (auto layout : {KeyboardLayout::usWithDeadC(), KeyboardLayout::withoutC(), KeyboardLayout::cyrillic()}) {
+    for (auto layout :
+         {KeyboardLayout::usWithDeadC(), KeyboardLayout::withoutC(), KeyboardLayout::cyrillic()}) {
         writer.keystrokes.clear();
         EXPECT_EQ(keyOf(layout, "c"), std::nullopt);
         AX::postKey("c", 8, command);
-        EXPECT_THAT(writer.keystrokes, ElementsAre(simulated::Keystroke{8, command})) << "the fallback position";
+        EXPECT_THAT(writer.keystrokes, ElementsAre(simulated::Keystroke{8, command}))
+            << "the fallback position";
     }
     world.layouts.clear();
     EXPECT_EQ(AX::keyCode("c"), std::nullopt);

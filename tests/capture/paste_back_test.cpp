@@ -25,7 +25,9 @@ struct PasteBack : testing::Test, Host {
     }
     ~PasteBack() override { EXPECT_FALSE(AX::targetPid()); }
 
-    Call paste(EncodableValue text = "hello") { return call("paste", EncodableMap{{"text", text}, {"token", token}}); }
+    Call paste(EncodableValue text = "hello") {
+        return call("paste", EncodableMap{{"text", text}, {"token", token}});
+    }
     // The whole field was captured, not a selection.
     void captureField() {
         letter.selection = {};
@@ -72,7 +74,8 @@ TEST_F(PasteBack, WithoutAUsableTokenOnlyCopies) {
         EncodableMap{{"text", "hello"}, {"token", token + "0"}},
     };
     const bool visible = windowState().visible;
-    for (const auto& arguments : calls) EXPECT_EQ(call("paste", arguments).text(), "copied-only");
+    for (const auto& arguments : calls)
+        EXPECT_EQ(call("paste", arguments).text(), "copied-only");
     world.trusted = false;
     EXPECT_EQ(paste().text(), "copied-only");
     EXPECT_EQ(world.permissionPrompts, 0) << "no prompt on this path";
@@ -101,7 +104,8 @@ TEST_F(PasteBack, WaitsForTheSourceAndForTheUsersFingers) {
     const auto start = world.time();
     const auto answer = paste();
     EXPECT_FALSE(answer.answered());
-    EXPECT_EQ(call("paste", EncodableMap{{"text", "second"}}).text(), "error busy: A paste is already pending");
+    EXPECT_EQ(call("paste", EncodableMap{{"text", "second"}}).text(),
+              "error busy: A paste is already pending");
     pressHotkey();
     EXPECT_THAT(calledMethods(), ElementsAre("capture")) << "no capture disturbs a paste";
     EXPECT_EQ(world.pasteboardText(), "hello");
@@ -136,12 +140,23 @@ TEST_F(PasteBack, RefusesATargetThatHasChanged) {
     const std::pair<const char*, Change> changes[]{
         {"value", [](auto& t) { t.letter.value = "Dear Anna, help"; }},
         {"value unreadable", [](auto& t) { t.letter.answers["AXValue"] = std::nullopt; }},
-        {"selection", [](auto& t) { t.letter.answers["AXSelectedText"] = platform::AXAttributeValue{std::string{"hel"}}; }},
+        {"selection",
+         [](auto& t) {
+             t.letter.answers["AXSelectedText"] = platform::AXAttributeValue{std::string{"hel"}};
+         }},
         {"selection unreadable", [](auto& t) { t.letter.answers["AXSelectedText"] = std::nullopt; }},
-        {"range", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cfRange, {10, 4}}}; }},
+        {"range",
+         [](auto& t) {
+             t.letter.answers["AXSelectedTextRange"] =
+                 platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cfRange, {10, 4}}};
+         }},
         {"range unreadable", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = std::nullopt; }},
         {"another field", [](auto& t) { t.writer.addField(t.letter); }},
-        {"another window", [](auto& t) { t.writer.answers["AXFocusedWindow"] = platform::AXAttributeValue{t.world.elementOf(t.writer.openWindow("Other"))}; }},
+        {"another window",
+         [](auto& t) {
+             t.writer.answers["AXFocusedWindow"] =
+                 platform::AXAttributeValue{t.world.elementOf(t.writer.openWindow("Other"))};
+         }},
         {"a password", [](auto& t) { t.letter.subrole = "AXSecureTextField"; }},
     };
     for (const auto& [what, change] : changes) {

@@ -1,7 +1,6 @@
 // The desktop channel: what each call answers, whatever it is given.
-#include "support/host.h"
-
 #include "platform/url.h"
+#include "support/host.h"
 
 #include <gmock/gmock.h>
 
@@ -45,7 +44,8 @@ TEST_F(DesktopChannel, AnswersEveryCallAsTheMethodTableSays) {
         {"capture", {}, "not implemented"},
         {"", {}, "not implemented"},
     };
-    for (const auto& [method, arguments, answer] : table) EXPECT_EQ(call(method, arguments).text(), answer) << method;
+    for (const auto& [method, arguments, answer] : table)
+        EXPECT_EQ(call(method, arguments).text(), answer) << method;
 }
 
 TEST_F(DesktopChannel, GivesAnUndecodableCallTheEmptyReplyAndGoesOn) {
@@ -65,7 +65,8 @@ TEST_F(DesktopChannel, OpensOnlyWebAndMailLinks) {
     for (const auto* link : {"https://example.org/a?b#c", "HTTPS://example.org", "mailto:anna@example.org"})
         EXPECT_EQ(call("openUrl", link).text(), "null") << link;
     EXPECT_EQ(world.openedLinks.size(), 3u);
-    for (const auto* link : {"http://example.org", "file:///etc/passwd", "example.org", "https://exa mple.org", ""})
+    for (const auto* link :
+         {"http://example.org", "file:///etc/passwd", "example.org", "https://exa mple.org", ""})
         EXPECT_EQ(call("openUrl", link).text(), "error open_url: Could not open the link") << link;
     EXPECT_EQ(world.openedLinks.size(), 3u) << "what is refused is never handed on";
     world.opensLinks = false;
@@ -74,7 +75,8 @@ TEST_F(DesktopChannel, OpensOnlyWebAndMailLinks) {
 
 TEST_F(DesktopChannel, OpensPathsAndKeepsTheModelOutOfBackups) {
     EXPECT_EQ(call("openPath", "/home/anna/My letters").text(), "null");
-    EXPECT_THAT(world.openedLinks, ElementsAre(platform::URL::fileURLWithPath("/home/anna/My letters").absoluteString()));
+    EXPECT_THAT(world.openedLinks,
+                ElementsAre(platform::URL::fileURLWithPath("/home/anna/My letters").absoluteString()));
     world.opensLinks = false;
     EXPECT_EQ(call("openPath", "/home/anna").text(), "error open_path: Could not open the file or folder");
 
@@ -116,13 +118,15 @@ TEST_F(DesktopChannel, GrowsTheWindowDownwardsWithinItsScreen) {
     };
     EXPECT_EQ(grown({10, 200, 700, 600}, 100), (platform::Rect{10, 100, 700, 700}));
     EXPECT_EQ(grown({10, 200, 700, 600}, 0.5), (platform::Rect{10, 199.5, 700, 600.5}));
-    EXPECT_EQ(grown({10, 100, 700, 600}, 100), (platform::Rect{10, 50, 700, 700})) << "lifted onto the bottom edge";
-    EXPECT_EQ(grown({10, 400, 700, 600}, 100), (platform::Rect{10, 150, 700, 700})) << "brought under the top edge";
+    EXPECT_EQ(grown({10, 100, 700, 600}, 100), (platform::Rect{10, 50, 700, 700}))
+        << "lifted onto the bottom edge";
+    EXPECT_EQ(grown({10, 400, 700, 600}, 100), (platform::Rect{10, 150, 700, 700}))
+        << "brought under the top edge";
     EXPECT_EQ(grown({10, 200, 700, 600}, 1e300), (platform::Rect{10, 50, 700, 800}));
 
     constexpr platform::Rect frame{10, 200, 700, 600};
     for (const EncodableValue& nothing : {EncodableValue{0}, EncodableValue{-5}, EncodableValue{"5"},
-                                         EncodableValue{std::numeric_limits<double>::quiet_NaN()}})
+                                          EncodableValue{std::numeric_limits<double>::quiet_NaN()}})
         EXPECT_EQ(grown(frame, nothing), frame);
     window->native().zoomed = true;
     EXPECT_EQ(grown(frame, 100), frame);

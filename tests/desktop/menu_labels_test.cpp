@@ -1,7 +1,6 @@
 // The interface's labels on the native menu.
-#include "support/host.h"
-
 #include "desktop/native_menu_localization.h"
+#include "support/host.h"
 
 #include <gmock/gmock.h>
 

@@ -19,7 +19,8 @@ struct HotKeys : testing::Test, Host {
     }
     std::vector<Combination> live() const {
         std::vector<Combination> combinations;
-        for (const auto& registration : world.hotKeys.registrations) combinations.push_back(registration.combination);
+        for (const auto& registration : world.hotKeys.registrations)
+            combinations.push_back(registration.combination);
         EXPECT_EQ(world.hotKeys.handlers.size(), combinations.size()) << "no handler without a combination";
         return combinations;
     }
@@ -32,7 +33,8 @@ TEST_F(HotKeys, ReadTheCombinationFromTheInterface) {
         {{}, {49, optionShift}},
         {{{"keyCode", 40}}, {40, optionShift}},
         {{{"keyCode", 40.9}, {"command", true}, {"option", false}, {"shift", false}}, {40, command}},
-        {{{"control", true}, {"option", "no"}, {"shift", nullptr}, {"keyCode", "40"}}, {49, optionShift | 0x1000}},
+        {{{"control", true}, {"option", "no"}, {"shift", nullptr}, {"keyCode", "40"}},
+         {49, optionShift | 0x1000}},
         {{{"keyCode", -1}, {"command", 1}}, {0xFFFFFFFF, optionShift}},
     };
     for (const auto& [hotkey, combination] : cases) {

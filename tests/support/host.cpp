@@ -20,7 +20,8 @@ std::string describe(const EncodableValue& value) {
     const auto* map = flutter::asMap(value);
     if (!map) return "another type";
     std::string all;
-    for (const auto& [key, member] : *map) all += describe(key) + "=" + describe(member);
+    for (const auto& [key, member] : *map)
+        all += describe(key) + "=" + describe(member);
     return all;
 }
 
@@ -48,12 +49,13 @@ std::string Host::Call::text() const {
     if (!envelope) return "broken";
     if (const auto* value = std::get_if<EncodableValue>(&*envelope)) return describe(*value);
     const auto& error = std::get<flutter::FlutterError>(*envelope);
-    return "error " + error.code + ": " + error.message.value_or("") + (error.details.isNull() ? "" : " with details");
+    return "error " + error.code + ": " + error.message.value_or("") +
+           (error.details.isNull() ? "" : " with details");
 }
 
 Host::Call Host::call(std::string method, EncodableValue arguments) {
-    auto answer = world.interface().ask(
-        desktopChannel, flutter::encodeMethodCall({std::move(method), std::move(arguments)}));
+    auto answer = world.interface().ask(desktopChannel,
+                                        flutter::encodeMethodCall({std::move(method), std::move(arguments)}));
     world.settle();
     return Call{answer};
 }
@@ -61,7 +63,8 @@ Host::Call Host::call(std::string method, EncodableValue arguments) {
 std::vector<flutter::MethodCall> Host::calls() const {
     std::vector<flutter::MethodCall> calls;
     for (const auto& message : world.interface().received) {
-        if (auto call = flutter::decodeMethodCall(message.bytes); call && message.channel == desktopChannel && !message.reply)
+        if (auto call = flutter::decodeMethodCall(message.bytes);
+            call && message.channel == desktopChannel && !message.reply)
             calls.push_back(std::move(*call));
     }
     return calls;
@@ -69,7 +72,8 @@ std::vector<flutter::MethodCall> Host::calls() const {
 
 std::vector<std::string> Host::calledMethods() const {
     std::vector<std::string> methods;
-    for (auto& call : calls()) methods.push_back(std::move(call.method));
+    for (auto& call : calls())
+        methods.push_back(std::move(call.method));
     return methods;
 }
 

@@ -129,8 +129,8 @@ void Bus::send(const Question& question, const std::shared_ptr<Round>& round, st
     g_dbus_connection_call(connection_.get(), question.program.c_str(), question.path.c_str(),
                            question.interface, question.method, question.arguments.get(),
                            G_VARIANT_TYPE(question.answerTypes), G_DBUS_CALL_FLAGS_NO_AUTO_START,
-                           static_cast<int>(forgiveness.count()),
-                           cancellable_.get(), &Call::arrived, call.release());
+                           static_cast<int>(forgiveness.count()), cancellable_.get(), &Call::arrived,
+                           call.release());
 }
 
 void Bus::takeWhatHasArrived() {

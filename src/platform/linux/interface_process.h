@@ -18,8 +18,8 @@ namespace platform {
 class InterfaceProcess {
 public:
     // `ended` is called once, from the main loop, when the process ends by itself. Null, with the reason in
-    // `whyNot`, when it cannot be started. `environment` holds NAME=value. It shares the host's standard input,
-    // output and error.
+    // `whyNot`, when it cannot be started. `environment` holds NAME=value. It shares the host's standard
+    // input, output and error.
     static std::unique_ptr<InterfaceProcess> start(const std::vector<std::string>& command,
                                                    const std::vector<std::string>& environment,
                                                    std::function<void()> ended, std::string& whyNot);

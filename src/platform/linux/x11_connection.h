@@ -49,7 +49,8 @@ private:
 ::Window focusedWindow();
 
 // The process that owns a window: the one at the other end of its program's connection, else what the window
-// claims (`_NET_WM_PID`), which in a sandbox or on another machine is a number of theirs. Absent when unknown.
+// claims (`_NET_WM_PID`), which in a sandbox or on another machine is a number of theirs. Absent when
+// unknown.
 std::optional<pid_t> windowProcess(::Window window);
 
 // The window's title as its program set it (`_NET_WM_NAME`, else `WM_NAME`).

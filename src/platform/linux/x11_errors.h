@@ -12,8 +12,8 @@ namespace platform::x11 {
 // handler back: it costs nothing when nothing has changed.
 void keepErrors(Display* display);
 
-// From now on, a display that goes (at the end of the session, for instance) ends the program with one line that
-// says so, and leaves no socket behind. `keepErrors` does this too.
+// From now on, a display that goes (at the end of the session, for instance) ends the program with one line
+// that says so, and leaves no socket behind. `keepErrors` does this too.
 void endCleanlyWhenDisplayIsLost();
 
 // True when a request of this connection with this serial number (`XNextRequest`) or a later one has failed.
