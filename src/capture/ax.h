@@ -53,7 +53,7 @@ bool isSecure(const platform::AXUIElementRef& element);
 using PasteboardSnapshot = std::vector<std::vector<std::pair<platform::PasteboardType, platform::Data>>>;
 
 PasteboardSnapshot snapshotPasteboard(const platform::Pasteboard& pasteboard);
-void restorePasteboard(platform::Pasteboard& pasteboard, const PasteboardSnapshot& snapshot);
+void restorePasteboard(platform::Pasteboard& pasteboard, PasteboardSnapshot snapshot);
 
 // Copies the frontmost application's selection with the copy keystroke and returns its text, unchanged. The
 // user's pasteboard is put back in every outcome. Takes up to about 400 ms.

@@ -24,12 +24,12 @@ std::optional<std::string> awaitCopy(const platform::Pasteboard& pasteboard, std
 
 std::optional<std::string> copySelectionViaClipboard() {
     auto& pasteboard = platform::Pasteboard::generalPasteboard();
-    const auto snapshot = snapshotPasteboard(pasteboard);
+    auto snapshot = snapshotPasteboard(pasteboard);
     const auto changeCount = pasteboard.changeCount();
     pasteboard.clearContents();
     postKey("c", cKey, platform::kCGEventFlagMaskCommand);
     auto copied = awaitCopy(pasteboard, changeCount);
-    restorePasteboard(pasteboard, snapshot);
+    restorePasteboard(pasteboard, std::move(snapshot));
     return copied;
 }
 

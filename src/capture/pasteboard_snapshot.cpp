@@ -15,13 +15,13 @@ PasteboardSnapshot snapshotPasteboard(const platform::Pasteboard& pasteboard) {
     return snapshot;
 }
 
-void restorePasteboard(platform::Pasteboard& pasteboard, const PasteboardSnapshot& snapshot) {
+void restorePasteboard(platform::Pasteboard& pasteboard, PasteboardSnapshot snapshot) {
     pasteboard.clearContents();
     std::vector<platform::PasteboardItem> items;
-    for (const auto& entry : snapshot) {
+    for (auto& entry : snapshot) {
         auto& item = items.emplace_back();
-        for (const auto& [type, data] : entry)
-            item.setData(data, type);
+        for (auto& [type, data] : entry)
+            item.setData(std::move(data), type);
     }
     if (!items.empty()) pasteboard.writeObjects(items);
 }

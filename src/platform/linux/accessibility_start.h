@@ -9,7 +9,7 @@ namespace platform {
 // Chromium that started before never shows its elements). Without it, the first accessibility call connects.
 //
 // False when there is no accessibility; `whyNot` is then a sentence for the person that says what to do. The
-// host can go on without: every accessibility call fails, and the permission is not given.
+// program does not start without it; should it be lost later, accessibility calls fail until it is back.
 bool startAccessibility(std::string& whyNot);
 
 } // namespace platform

@@ -62,8 +62,7 @@ std::vector<std::string> findInterface(std::vector<std::string> command, std::st
         if (command[0].empty()) command[0] = inPath(usualName);
         if (!command[0].empty()) return command;
         problem = "quillmark-interface is neither beside this program nor in the PATH; install it, or name "
-                  "your own "
-                  "interface: quillmark-host PROGRAM ARGS.";
+                  "your own interface: quillmark-host PROGRAM ARGS.";
         return {};
     }
     if (command[0].find('/') == std::string::npos) {

@@ -59,6 +59,7 @@ public:
     }
 
 private:
+    // Then the toolkit has its turn, so that a flood of work does not freeze the window.
     static constexpr auto longestTurn = std::chrono::milliseconds(8);
     static constexpr std::int64_t never = -1;
 

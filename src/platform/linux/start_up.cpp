@@ -14,9 +14,9 @@ namespace {
 
 using OpenDisplay = std::unique_ptr<Display, decltype(&XCloseDisplay)>;
 
-constexpr const char* waylandSession = "this is a Wayland session, which lets no program read or type into "
-                                       "another; log out, and choose an X11 (Xorg) "
-                                       "session on the login screen.";
+constexpr const char* waylandSession =
+    "this is a Wayland session, which lets no program read or type into another; log out, and choose an X11 "
+    "(Xorg) session on the login screen.";
 
 std::string_view variable(const char* name) {
     const char* value = std::getenv(name);
@@ -51,8 +51,8 @@ std::optional<std::string> displayProblem() {
     const OpenDisplay display{XOpenDisplay(nullptr), XCloseDisplay};
     if (!display) {
         return "the display " + name +
-               " cannot be opened; check that DISPLAY names a running X server and that you "
-               "may use it (xhost, XAUTHORITY).";
+               " cannot be opened; check that DISPLAY names a running X server and that you may use it "
+               "(xhost, XAUTHORITY).";
     }
     if (isXwayland(display.get())) return waylandSession;
     return std::nullopt;
