@@ -102,7 +102,7 @@ void FrameReader::discard(std::size_t count) {
     // A single long message must not hold its memory for good.
     constexpr std::size_t keep = std::size_t{1} << 16;
     if (buffer_.capacity() > keep) {
-        buffer_ = {};
+        buffer_ = std::vector<std::uint8_t>(); // assigning {} would keep the memory
     } else {
         buffer_.clear();
     }
@@ -111,7 +111,7 @@ void FrameReader::discard(std::size_t count) {
 
 std::nullopt_t FrameReader::fail(std::string reason) {
     error_ = std::move(reason);
-    buffer_ = {};
+    buffer_ = std::vector<std::uint8_t>();
     start_ = 0;
     return std::nullopt;
 }
