@@ -9,7 +9,7 @@ namespace quillmark {
 
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 constexpr std::array corrections{
     std::pair{"teh"sv, "the"sv},

@@ -34,7 +34,7 @@ std::string Fields::nextLine() {
         return end != std::string::npos;
     });
     if (!came) throw std::runtime_error("The program with fields is silent. It printed: " + output);
-    const std::string line = output.substr(read_, end - read_);
+    std::string line = output.substr(read_, end - read_);
     read_ = end + 1;
     return line;
 }

@@ -22,6 +22,7 @@ namespace {
     for (const auto& [name, value] : environment)
         setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const auto& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
