@@ -40,6 +40,7 @@ TEST_F(Frontmost, IsTheProgramOfTheActiveWindowAndComesBackWhenAsked) {
     const RunningApplication application = *found;
     EXPECT_EQ(application.bundleIdentifier(), "Quillpad");
     EXPECT_EQ(application.localizedName(), "Quillpad");
+    EXPECT_TRUE(application.activateFromApplication(application)) << "even as the only one on the desktop";
 
     Program second("other", "second");
     const auto next = inFront(second);

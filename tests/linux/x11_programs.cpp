@@ -27,7 +27,7 @@ using namespace std::chrono_literals;
     std::string name(windowClass);
     XClassHint hint{instance.data(), name.data()};
     XSetClassHint(display, window, &hint);
-    XSelectInput(display, window, KeyPressMask | StructureNotifyMask);
+    XSelectInput(display, window, KeyPressMask | StructureNotifyMask | FocusChangeMask);
     XMapWindow(display, window);
     XFlush(display);
     return window;
@@ -36,15 +36,6 @@ using namespace std::chrono_literals;
 bool isViewable(Display* display, ::Window window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(display, window, &attributes) != 0 && attributes.map_state == IsViewable;
-}
-
-bool isManaged(Display* display, ::Window window) {
-    int count = 0;
-    Atom* properties = XListProperties(display, window, &count);
-    const bool found = std::find(properties, properties + count, XInternAtom(display, "WM_STATE", False)) !=
-                       properties + count;
-    XFree(properties);
-    return found;
 }
 
 ::Window focusOf(Display* display) {
@@ -169,14 +160,15 @@ Program::Program(const char* windowClass, const char* title) : process_(::fork()
     if (process_ != 0) return;
     Display* display = XOpenDisplay(nullptr);
     const ::Window window = openWindow(display, windowClass, title);
-    for (;;) {
+    for (bool focused = false;;) {
         ::usleep(300'000);
         while (XPending(display) > 0) {
-            XEvent ignored{};
-            XNextEvent(display, &ignored);
+            XEvent event{};
+            XNextEvent(display, &event);
+            focused = focused || event.type == FocusIn;
         }
-        // openbox overlooks a window that appears while it starts.
-        if (isManaged(display, window)) continue;
+        if (focused) continue;
+        // openbox overlooks a window that appears while it starts, and xfwm4 leaves it without the focus.
         XUnmapWindow(display, window);
         XMapWindow(display, window);
         XSync(display, False);

@@ -18,6 +18,8 @@ using x11::Connection;
 // none.
 ::Window windowToShow(Connection& connection, const RunningApplication::Process& process) {
     auto windows = connection.values(connection.root(), connection.atom("_NET_CLIENT_LIST_STACKING"));
+    // xfwm4 has no such list before the first window is raised over another.
+    if (windows.empty()) windows = connection.values(connection.root(), connection.atom("_NET_CLIENT_LIST"));
     if (std::ranges::find(windows, process.window()) != windows.end()) return process.window();
     const auto topmost = std::ranges::find_if(windows.rbegin(), windows.rend(), [&](::Window window) {
         return x11::windowProcess(window) == process.id();
