@@ -12,7 +12,8 @@ public:
     // Absent when the text does not parse as a URL.
     static std::optional<URL> URLWithString(std::string_view string);
 
-    // A file's or directory's URL. A relative path starts from the working directory.
+    // A file's or directory's URL. A relative path starts from the working directory; an
+    // empty one, or one with a zero byte, names nothing, and everything done with it fails.
     static URL fileURLWithPath(std::string_view path, bool isDirectory = false);
 
     const std::string& absoluteString() const;

@@ -8,6 +8,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <csignal>
+#include <sstream>
+
 namespace e2e {
 namespace {
 
@@ -54,12 +58,13 @@ TEST(Socket, AnswersInOrderWhateverPiecesTheBytesComeIn) {
 TEST(Socket, UnreadableCallsAndUnknownChannelsGetAnEmptyReply) {
     Host host;
     EXPECT_EQ(host.call("anything", {}, "nobody.listens/here"), CallOutcome(NotImplemented{}));
+    std::uint32_t id = 100;
     for (const std::vector<std::uint8_t>& payload : {std::vector<std::uint8_t>{},
                                                      {0x07, 0x05, 'p', 'i'},
                                                      {0x00, 0x00},
                                                      {0x07, 0x03, 'p', 'i', 'n', 0x01, 0x01}}) {
-        host.send({FrameKind::request, 77, std::string(desktopChannel), payload});
-        EXPECT_EQ(host.answer(77), CallOutcome(NotImplemented{}));
+        host.send({FrameKind::request, ++id, std::string(desktopChannel), payload});
+        EXPECT_EQ(host.answer(id), CallOutcome(NotImplemented{}));
     }
 }
 
@@ -77,6 +82,31 @@ TEST(Socket, ABrokenFrameEndsTheConnectionWithALineThatSaysWhy) {
         host.exitInterface(0);
         EXPECT_TRUE(host.process().exitStatus());
         EXPECT_NE(host.process().output(), "");
+    }
+}
+
+// The number of the display that a server of the test's own serves.
+std::string displayOf(const Process& server) {
+    std::string number;
+    waitUntil([&] {
+        std::istringstream lines(server.output());
+        for (std::string line; std::getline(lines, line);)
+            if (line.find_first_not_of("0123456789") == std::string::npos) number = line;
+        return !number.empty();
+    });
+    return ":" + number;
+}
+
+TEST(Socket, NothingIsLeftBehindWhenTheDisplayGoes) {
+    for (const bool initialized : {false, true}) {
+        Process server({"Xvfb", "-displayfd", "1", "-screen", "0", "640x480x24", "-nolisten", "tcp"});
+        Host host({{"DISPLAY", displayOf(server)}});
+        if (initialized) host.call("initialize", EncodableMap{});
+        server.signal(SIGKILL);
+        EXPECT_EQ(host.process().exitStatus(), 1);
+        const auto said = host.process().output();
+        EXPECT_EQ(std::ranges::count(said, '\n'), 1) << said;
+        EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(host.socketPath()).parent_path()));
     }
 }
 

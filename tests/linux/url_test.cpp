@@ -51,6 +51,8 @@ TEST(URL, PathBecomesAFileURLAndBack) {
     EXPECT_EQ(URL::fileURLWithPath("x").path(), fs::current_path() / "x");
     EXPECT_EQ(URL::fileURLWithPath("/tmp/x", true).absoluteString(), "file:///tmp/x/");
     EXPECT_EQ(URL::fileURLWithPath(std::string_view("/tmp\0/x", 7)).path(), "") << "must not name /tmp";
+    EXPECT_EQ(URL::fileURLWithPath("").path(), "") << "must not name the working directory";
+    EXPECT_TRUE(URL::fileURLWithPath("", true).setExcludedFromBackup(true));
 }
 
 class Backup : public testing::Test {

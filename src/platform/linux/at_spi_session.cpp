@@ -12,6 +12,8 @@ using namespace std::chrono_literals;
 
 // The accessibility bus is started by the question for its address: 0.4 s warm, 2 s on a cold machine.
 constexpr Milliseconds startDeadline = 5s;
+// A running session bus answers in milliseconds.
+constexpr Milliseconds sessionDeadline = 800ms;
 // How long a failed connection stays failed, so that a desktop without the bus does not cost this at every
 // question.
 constexpr auto pauseAfterFailure = 5s;
@@ -59,11 +61,12 @@ bool Session::connect() {
     session_.reset();
     accessibility_.reset();
     const std::string address = sessionBusAddress();
-    if (!address.empty()) session_ = Bus::connect(address, startDeadline);
+    if (!address.empty()) session_ = Bus::connect(address, sessionDeadline);
     if (!session_) {
-        whyNot_ =
-            "There is no session bus, so other programs' text cannot be read: start this program inside a "
-            "desktop session, or with dbus-run-session.";
+        whyNot_ = address.empty() ? "There is no session bus" : "The session bus does not answer";
+        whyNot_ +=
+            ", so other programs' text cannot be read: start this program inside a desktop session, or "
+            "with dbus-run-session.";
         return false;
     }
     accessibility_ = connectToAccessibilityBus(*session_);

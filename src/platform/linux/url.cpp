@@ -63,10 +63,11 @@ std::optional<URL> URL::URLWithString(std::string_view string) {
 
 URL URL::fileURLWithPath(std::string_view path, bool isDirectory) {
     URL url;
-    // A name with a zero byte in it names no file; cut there, it would name another one.
-    if (path.find('\0') != std::string_view::npos) return url;
+    // No name is no file, least of all the working directory; and a name with a zero byte in it, cut there,
+    // would name another file.
+    if (path.empty() || path.find('\0') != std::string_view::npos) return url;
     std::error_code unreadable;
-    url.path_ = std::filesystem::absolute(path.empty() ? "." : path, unreadable).lexically_normal().string();
+    url.path_ = std::filesystem::absolute(path, unreadable).lexically_normal().string();
     if (isDirectory && !url.path_.ends_with('/')) url.path_ += '/';
     if (const Text uri{g_filename_to_uri(url.path_.c_str(), nullptr, nullptr)}) url.string_ = uri.get();
     return url;

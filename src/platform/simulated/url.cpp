@@ -95,8 +95,8 @@ std::optional<URL> URL::URLWithString(std::string_view string) {
 // A path with a zero byte in it names no file.
 URL URL::fileURLWithPath(std::string_view path, bool isDirectory) {
     URL url;
-    if (path.find('\0') != path.npos) return url;
-    url.path_ = std::filesystem::absolute(path.empty() ? "." : path).lexically_normal().string();
+    if (path.empty() || path.find('\0') != path.npos) return url;
+    url.path_ = std::filesystem::absolute(path).lexically_normal().string();
     if (isDirectory && !url.path_.ends_with('/')) url.path_ += '/';
     url.string_ = "file://" + percentEncoded(url.path_, [](char c) {
                       return isLetter(c) || isDigit(c) ||
