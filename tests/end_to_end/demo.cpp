@@ -41,7 +41,8 @@ public:
 
     void waitFor(const std::string& words) {
         const bool came = waitUntil([&] { return sayNewLines(words); });
-        require(came, "the interface never said \"" + words + "\"");
+        require(came,
+                "the interface never said \"" + words + "\"; the host and it printed:\n" + process_.output());
     }
 
 private:
