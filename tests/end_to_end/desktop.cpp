@@ -7,6 +7,7 @@
 #include <X11/extensions/XTest.h>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <stdexcept>
@@ -169,6 +170,11 @@ bool Desktop::isHidden(WindowId window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(server_->display, window, &attributes) == 0 ||
            attributes.map_state != IsViewable;
+}
+
+bool Desktop::hasState(WindowId window, const char* state) {
+    const auto states = server_->values(window, "_NET_WM_STATE");
+    return std::find(states.begin(), states.end(), server_->atom(state)) != states.end();
 }
 
 void Desktop::close(WindowId window) {

@@ -36,6 +36,8 @@ public:
     std::optional<WindowId> activeWindow();
     std::string title(WindowId window);
     bool isHidden(WindowId window); // iconified or off the screen
+    // By the window manager's word: "_NET_WM_STATE_ABOVE".
+    bool hasState(WindowId window, const char* state);
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 
