@@ -67,7 +67,8 @@ std::unique_ptr<MenuItem> makeItem(const Entry& entry) {
 void addMenu(Menu& bar, const std::string& title, const char* identifier, std::span<const Entry> entries) {
     auto& opener = bar.addItem(std::make_unique<MenuItem>(title, identifier));
     opener.setSubmenu(std::make_unique<Menu>(title));
-    for (const auto& entry : entries) opener.submenu()->addItem(makeItem(entry));
+    for (const auto& entry : entries)
+        opener.submenu()->addItem(makeItem(entry));
 }
 
 } // namespace

@@ -177,6 +177,17 @@ bool Desktop::hasState(WindowId window, const char* state) {
     return std::find(states.begin(), states.end(), server_->atom(state)) != states.end();
 }
 
+Desktop::Place Desktop::place(WindowId window) {
+    XWindowAttributes attributes{};
+    Place place;
+    WindowId unused = None;
+    if (XGetWindowAttributes(server_->display, window, &attributes) == 0) return place;
+    XTranslateCoordinates(server_->display, window, server_->root, 0, 0, &place.x, &place.y, &unused);
+    place.width = attributes.width;
+    place.height = attributes.height;
+    return place;
+}
+
 void Desktop::close(WindowId window) {
     constexpr long byTheUser = 2;
     server_->request("_NET_CLOSE_WINDOW", window, CurrentTime, byTheUser);

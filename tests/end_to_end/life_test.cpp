@@ -20,7 +20,8 @@ TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
     Desktop desktop;
     Host first;
     const auto window = first.bringToFront(desktop);
-    for (const std::vector<std::string>& interface : {std::vector<std::string>{"/bin/false"}, {"no-such-program"}}) {
+    for (const std::vector<std::string>& interface :
+         {std::vector<std::string>{"/bin/false"}, {"no-such-program"}}) {
         first.call("hide");
         ASSERT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
         std::vector<std::string> command{QUILLMARK_HOST_PROGRAM};

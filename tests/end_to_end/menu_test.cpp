@@ -12,11 +12,14 @@ class HostMenu : public testing::Test {
 protected:
     void SetUp() override { window = host.bringToFront(desktop); }
 
-    // Opens the menu that many places from the left and chooses its item that many selectable ones from the top.
+    // Opens the menu that many places from the left and chooses its item that many selectable ones from the
+    // top.
     void choose(int menu, int item) {
         desktop.press("F10");
-        for (; menu > 0; --menu) desktop.press("Right");
-        for (; item >= 0; --item) desktop.press("Down");
+        for (; menu > 0; --menu)
+            desktop.press("Right");
+        for (; item >= 0; --item)
+            desktop.press("Down");
         desktop.press("Return");
     }
 

@@ -38,12 +38,14 @@ void reopen() {
     MainQueue::async([] {
         const auto window = mainWindow();
         auto* delegate = Application::sharedApplication().delegate();
-        if (delegate != nullptr) delegate->applicationShouldHandleReopen(window && window->native().isVisible());
+        if (delegate != nullptr)
+            delegate->applicationShouldHandleReopen(window && window->native().isVisible());
     });
 }
 
 // A sentence when something the host needs is not there.
-std::optional<std::string> prepare(std::vector<std::string> interface, std::optional<std::string> displayMissing) {
+std::optional<std::string> prepare(std::vector<std::string> interface,
+                                   std::optional<std::string> displayMissing) {
     std::string problem;
     auto command = findInterface(std::move(interface), problem);
     if (command.empty()) return problem;

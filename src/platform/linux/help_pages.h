@@ -2,7 +2,8 @@
 
 namespace platform {
 
-// The guide installed with the program: ../share/doc/quillmark-host/README.md as seen from the program's own folder.
+// The guide installed with the program: ../share/doc/quillmark-host/README.md as seen from the program's own
+// folder.
 bool hasHelpPages();
 
 // Opens it with the user's default program for such files.

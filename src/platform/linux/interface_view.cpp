@@ -11,8 +11,8 @@ struct Freed {
     void operator()(GdkEvent* event) const { gdk_event_free(event); }
 };
 
-std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver, guint key, GdkKeymapKey place,
-                                          GdkModifierType modifiers) {
+std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver, guint key,
+                                          GdkKeymapKey place, GdkModifierType modifiers) {
     std::unique_ptr<GdkEvent, Freed> event(gdk_event_new(type));
     event->key.window = GDK_WINDOW(g_object_ref(gtk_widget_get_window(receiver)));
     event->key.time = gtk_get_current_event_time();
@@ -20,8 +20,8 @@ std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver
     event->key.keyval = key;
     event->key.hardware_keycode = static_cast<guint16>(place.keycode);
     event->key.group = static_cast<guint8>(place.group);
-    gdk_event_set_device(event.get(), gdk_seat_get_keyboard(gdk_display_get_default_seat(
-                                          gtk_widget_get_display(receiver))));
+    gdk_event_set_device(
+        event.get(), gdk_seat_get_keyboard(gdk_display_get_default_seat(gtk_widget_get_display(receiver))));
     return event;
 }
 
@@ -44,7 +44,8 @@ InterfaceView::InterfaceView() {
 unsigned long InterfaceView::embeddingWindow() const { return socket_.get_id(); }
 
 bool InterfaceView::takesKeys() const {
-    return gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj())) != nullptr && socket_.has_focus();
+    return gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj())) != nullptr &&
+           socket_.has_focus();
 }
 
 // The socket passes on what it is given (XEMBED); the view reads key code and state.

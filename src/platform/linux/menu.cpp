@@ -39,8 +39,7 @@ void MenuItem::setSubmenu(std::unique_ptr<Menu> submenu) { submenu_ = std::move(
 std::optional<Selector> MenuItem::action() const { return action_; }
 
 void MenuItem::setAction(Selector action) {
-    if (!action_)
-        native_->widget.signal_activate().connect([this] { performSoon(*action_); });
+    if (!action_) native_->widget.signal_activate().connect([this] { performSoon(*action_); });
     action_ = action;
 }
 
@@ -52,7 +51,8 @@ void MenuItem::setKeyEquivalent(std::string_view key, CGEventFlags modifierMask)
     keyEquivalent_ = key;
     keyEquivalentModifierMask_ = modifierMask;
     const auto shown = toolkitKey(*this);
-    gtk_accel_label_set_accel(GTK_ACCEL_LABEL(native_->widget.get_child()->gobj()), shown.key, shown.modifiers);
+    gtk_accel_label_set_accel(GTK_ACCEL_LABEL(native_->widget.get_child()->gobj()), shown.key,
+                              shown.modifiers);
 }
 
 bool MenuItem::isEnabled() const { return !action_ || canPerform(*action_); }

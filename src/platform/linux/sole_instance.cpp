@@ -44,7 +44,8 @@ public:
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
         XEvent event{};
         while (!XCheckTypedWindowEvent(display_, window_, SelectionNotify, &event)) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+            const auto left =
+                std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
             if (left.count() <= 0) return std::nullopt;
             pollfd answer{ConnectionNumber(display_), POLLIN, 0};
             poll(&answer, 1, static_cast<int>(left.count()));
@@ -89,7 +90,8 @@ SoleInstance::SoleInstance(std::unique_ptr<Claim> claim) : claim_(std::move(clai
 
 SoleInstance::~SoleInstance() = default;
 
-SoleInstance::Outcome SoleInstance::claim(std::function<void()> reopen, std::unique_ptr<SoleInstance>& instance) {
+SoleInstance::Outcome SoleInstance::claim(std::function<void()> reopen,
+                                          std::unique_ptr<SoleInstance>& instance) {
     Display* display = XOpenDisplay(nullptr);
     if (display == nullptr) return Outcome::claimed;
     auto claim = std::make_unique<Claim>(display);
