@@ -6,9 +6,28 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/event.h"
+
 namespace platform {
 
 class MenuItem;
+
+// The standard actions of menu items. Each goes to whoever can answer it when it is chosen: the view that takes the
+// keys, the main window, or the application.
+enum class Selector {
+    orderFrontStandardAboutPanel,
+    terminate,
+    undo,
+    redo,
+    cut,
+    copy,
+    paste,
+    selectAll,
+    toggleFullScreen,
+    performMiniaturize,
+    performZoom,
+    showHelp,
+};
 
 // A menu: the menu bar, or what opens from one of its items. Owned by its item; the menu bar by the
 // application. Main thread only.
@@ -38,6 +57,10 @@ public:
     MenuItem(const MenuItem&) = delete;
     MenuItem& operator=(const MenuItem&) = delete;
 
+    // A line between two groups of items: no title, no identifier, no action.
+    static std::unique_ptr<MenuItem> separatorItem();
+    bool isSeparatorItem() const;
+
     const std::string& title() const;
     void setTitle(std::string_view title);
 
@@ -47,12 +70,29 @@ public:
     Menu* submenu() const;
     void setSubmenu(std::unique_ptr<Menu> submenu);
 
+    // What choosing the item does; absent for a separator and for what only opens a submenu.
+    std::optional<Selector> action() const;
+    void setAction(Selector action);
+
+    // The keys that do the same: a character in lower case or a key's name ("F11"), with modifiers, where Command
+    // is the key that makes a program copy and paste on this desktop. No key when it was never set.
+    const std::string& keyEquivalent() const;
+    CGEventFlags keyEquivalentModifierMask() const;
+    void setKeyEquivalent(std::string_view key, CGEventFlags modifierMask);
+
+    // Whether the action has somebody to answer it now; else the item is greyed. Always true without an action.
+    bool isEnabled() const;
+
     class Native;
     Native& native() const;
 
 private:
     std::string title_;
     std::optional<std::string> identifier_;
+    bool separator_ = false;
+    std::optional<Selector> action_;
+    std::string keyEquivalent_;
+    CGEventFlags keyEquivalentModifierMask_ = 0;
     std::unique_ptr<Menu> submenu_;
     std::unique_ptr<Native> native_;
 };

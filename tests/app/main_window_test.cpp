@@ -1,6 +1,8 @@
 // The window's fixed look, and how the host starts.
 #include "support/host.h"
 
+#include "app/main_menu.h"
+
 #include <gmock/gmock.h>
 
 TEST(MainWindow, AwakesWithItsFixedConfiguration) {
@@ -38,4 +40,47 @@ TEST(MainWindow, OpensTheModelsChannelsToo) {
         host.world.settle();
         EXPECT_EQ(answer->bytes, success) << channel;
     }
+}
+
+namespace {
+
+// Every item's identifier, menu by menu; "-" is a separator.
+void list(const platform::Menu& menu, std::string& names) {
+    for (const auto& item : menu.itemArray()) {
+        names += item->isSeparatorItem() ? "-" : item->identifier().value_or("NAMELESS");
+        names += ' ';
+        if (item->submenu()) list(*item->submenu(), names);
+    }
+}
+
+struct MainMenu : testing::Test, Host {
+    MainMenu() { platform::Application::sharedApplication().setMainMenu(makeMainMenu()); }
+};
+
+} // namespace
+
+TEST_F(MainMenu, EveryItemHasTheNameThatInterfacesRelabelItBy) {
+    std::string names;
+    list(*world.mainMenu, names);
+    EXPECT_EQ(names, "nativeApplication nativeAbout - nativeQuit "
+                     "nativeEdit nativeUndo nativeRedo - nativeCut nativeCopy nativePaste - nativeSelectAll "
+                     "nativeView nativeFullScreen nativeWindow nativeMinimize nativeZoom nativeHelp nativeShowHelp ");
+}
+
+TEST_F(MainMenu, ItemsActOrAreGreyed) {
+    EXPECT_FALSE(world.userChooses("nativePaste")) << "nothing takes the keys";
+    world.interfaceTakesKeys = true;
+    EXPECT_TRUE(world.userChooses("nativePaste"));
+    world.settle();
+    EXPECT_THAT(world.performedActions, testing::ElementsAre(platform::Selector::paste));
+    call("localize", flutter::EncodableMap{{"nativeExitFullScreen", "Leave"}, {"nativeFullScreen", "Fill"}});
+    for (const char* label : {"Leave", "Fill"}) {
+        EXPECT_TRUE(world.userChooses("nativeFullScreen"));
+        world.settle();
+        EXPECT_EQ(world.menuItem("nativeFullScreen")->title(), label);
+    }
+    call("initialize");
+    EXPECT_TRUE(world.userChooses("nativeQuit"));
+    world.settle();
+    EXPECT_THAT(calledMethods(), testing::ElementsAre("quit"));
 }

@@ -7,6 +7,7 @@
 #include <X11/extensions/XTest.h>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <stdexcept>
@@ -169,6 +170,22 @@ bool Desktop::isHidden(WindowId window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(server_->display, window, &attributes) == 0 ||
            attributes.map_state != IsViewable;
+}
+
+bool Desktop::hasState(WindowId window, const char* state) {
+    const auto states = server_->values(window, "_NET_WM_STATE");
+    return std::find(states.begin(), states.end(), server_->atom(state)) != states.end();
+}
+
+Desktop::Place Desktop::place(WindowId window) {
+    XWindowAttributes attributes{};
+    Place place;
+    WindowId unused = None;
+    if (XGetWindowAttributes(server_->display, window, &attributes) == 0) return place;
+    XTranslateCoordinates(server_->display, window, server_->root, 0, 0, &place.x, &place.y, &unused);
+    place.width = attributes.width;
+    place.height = attributes.height;
+    return place;
 }
 
 void Desktop::close(WindowId window) {

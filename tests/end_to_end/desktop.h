@@ -36,6 +36,13 @@ public:
     std::optional<WindowId> activeWindow();
     std::string title(WindowId window);
     bool isHidden(WindowId window); // iconified or off the screen
+    // By the window manager's word: "_NET_WM_STATE_ABOVE".
+    bool hasState(WindowId window, const char* state);
+    // On the screen, from its upper left corner, with whatever shadow or border the window draws itself.
+    struct Place {
+        int x = 0, y = 0, width = 0, height = 0;
+    };
+    Place place(WindowId window);
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 

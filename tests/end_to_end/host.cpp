@@ -32,7 +32,8 @@ std::vector<std::string> hostCommand(const TemporaryFolder& folder) {
     return {hostProgram(),
             "/bin/sh",
             "-c",
-            R"(printf %s "$QUILLMARK_SOCKET" >"$1/new" && mv "$1/new" "$1/socket" && read -r status <"$1/exit"
+            R"(printf %s "$QUILLMARK_VIEW" >"$1/view"
+               printf %s "$QUILLMARK_SOCKET" >"$1/new" && mv "$1/new" "$1/socket" && read -r status <"$1/exit"
                exit "${status:-0}")",
             "interface",
             folder / ""};
@@ -77,6 +78,8 @@ WindowId Host::bringToFront(Desktop& desktop) {
         throw std::runtime_error("The host's window did not come up. It printed: " + process_.output());
     return own().front();
 }
+
+std::string Host::view() const { return readFile(folder_ / "view"); }
 
 void Host::send(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {

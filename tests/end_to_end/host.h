@@ -36,6 +36,8 @@ public:
     // Waits for the window and gives it the keyboard; its number.
     WindowId bringToFront(Desktop& desktop);
     const std::string& socketPath() const { return socketPath_; }
+    // The number of the window to embed a view in.
+    std::string view() const;
 
     // Bytes, frames, calls.
     void send(std::span<const std::uint8_t> bytes);

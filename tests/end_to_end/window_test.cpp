@@ -38,6 +38,25 @@ TEST_F(HostWindow, HidesAndComesBackInFrontOfOthers) {
     EXPECT_TRUE(waitUntil([&] { return isActive() && !desktop.isHidden(window); }));
 }
 
+TEST_F(HostWindow, StaysAboveWhileItIsPinned) {
+    host.call("pin", true);
+    EXPECT_TRUE(waitUntil([&] { return desktop.hasState(window, "_NET_WM_STATE_ABOVE"); }));
+    host.call("pin", "no");
+    EXPECT_TRUE(waitUntil([&] { return !desktop.hasState(window, "_NET_WM_STATE_ABOVE"); }));
+}
+
+TEST_F(HostWindow, GrowsDownwardsUntilItFillsTheScreenFromTopToBottom) {
+    const auto before = desktop.place(window);
+    EXPECT_EQ(host.call("growHeight", 20), null);
+    EXPECT_TRUE(waitUntil([&] { return desktop.place(window).height == before.height + 20; }));
+    EXPECT_EQ(desktop.place(window).y, before.y) << "its top moved";
+    EXPECT_EQ(host.call("growHeight", 5000), null);
+    EXPECT_TRUE(waitUntil([&] { return desktop.place(window).height > before.height + 40; }));
+    const int filled = desktop.place(window).height;
+    EXPECT_EQ(host.call("growHeight", 5000), null);
+    EXPECT_EQ(desktop.place(window).height, filled);
+}
+
 TEST_F(HostWindow, TakesItsTitleFromTheInterface) {
     EXPECT_EQ(host.call("localize", EncodableMap{{"tooltip", "\xE6\x96\x87"}, {"nativeView", "V"}}), null);
     EXPECT_TRUE(waitUntil([&] { return desktop.title(window) == "\xE6\x96\x87"; })) << desktop.title(window);
@@ -60,6 +79,30 @@ TEST_F(HostWindow, ItsCloseButtonQuitsBeforeTheInterfaceIsReady) {
     desktop.close(window);
     EXPECT_EQ(host.process().exitStatus(), 0);
     EXPECT_FALSE(host.nextCall("quit", milliseconds(0)));
+}
+
+TEST(HostOpens, FilesAndLinksWithTheProgramForThemAndSaysWhenAFileIsGone) {
+    TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "applications");
+    writeFile(folder / "applications/note.sh",
+              "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + (folder / "opened").string() + "\n");
+    std::filesystem::permissions(folder / "applications/note.sh", std::filesystem::perms::owner_all);
+    writeFile(
+        folder / "applications/note.desktop",
+        "[Desktop Entry]\nType=Application\nName=Note\nMimeType=text/plain;x-scheme-handler/https;\nExec=" +
+            (folder / "applications/note.sh").string() + " %u\n");
+    writeFile(folder / "applications/mimeapps.list",
+              "[Default Applications]\ntext/plain=note.desktop\nx-scheme-handler/https=note.desktop\n");
+    writeFile(folder / "letter.txt", "Dear Anna");
+    Host host({{"XDG_DATA_HOME", folder / ""}});
+
+    EXPECT_EQ(host.call("openUrl", "https://example.org/"), null);
+    EXPECT_TRUE(waitUntil([&] { return readFile(folder / "opened").find("https://example.org/\n") == 0; }));
+    EXPECT_EQ(host.call("openPath", (folder / "letter.txt").string()), null);
+    EXPECT_TRUE(
+        waitUntil([&] { return readFile(folder / "opened").find("letter.txt") != std::string::npos; }));
+    EXPECT_EQ(host.call("openPath", (folder / "gone.txt").string()),
+              CallOutcome(flutter::FlutterError{"open_path", "Could not open the file or folder", {}}));
 }
 
 } // namespace

@@ -32,7 +32,7 @@ Representation text(const std::string& bytes) { return {"UTF8_STRING", "UTF8_STR
 
 using Pairs = std::vector<std::pair<PasteboardType, Data>>;
 
-/// Everything on the pasteboard, read as a program that wants to put it back does.
+// Everything on the pasteboard, read as a program that wants to put it back does.
 Pairs snapshot() {
     Pairs pairs;
     for (const PasteboardItem& item : pasteboard().pasteboardItems().value_or(std::vector<PasteboardItem>{}))

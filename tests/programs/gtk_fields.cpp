@@ -1,8 +1,9 @@
 // A small real program with text fields, driven by lines on its standard input, so that a test on a real
 // desktop can prepare a field and afterwards judge the outcome by what the program itself says.
 //
-//   gtk_fields [--title TITLE] KIND[=TEXT] …       KIND: entry textview password readonly combo search button
+//   gtk_fields [--title TITLE] [--into XID] KIND[=TEXT] …       KIND: entry textview password readonly combo search button
 //
+// With --into it embeds its fields in that window of another program instead of showing one of its own.
 // It prints "ready" once its window is mapped and has the keyboard focus (in field 0). Each command is
 // answered by one line, "ok" unless said otherwise; fields count from 0, offsets count code points, TEXT may
 // hold \n and \\:
@@ -12,6 +13,7 @@
 //   nobody) dump               answers {"title", "active", "focus", "fields": [{"kind", "text", "selection":
 //   [start, end]}]} quit               ends the program, as does the end of its input
 #include <gtkmm.h>
+#include <gtkmm/plug.h>
 #include <unistd.h>
 
 #include <array>
@@ -50,7 +52,7 @@ std::string quoted(const std::string& text) {
     return result + '"';
 }
 
-/// One field; GTK owns the widgets.
+// One field; GTK owns the widgets.
 class Field {
 public:
     explicit Field(std::string kind) : kind_(std::move(kind)) {}
@@ -130,7 +132,7 @@ private:
     Gtk::TextView view_;
 };
 
-/// What has the focus when no text has it.
+// What has the focus when no text has it.
 class ButtonField : public Field {
 public:
     explicit ButtonField(const std::string& kind) : Field(kind), button_("Button") {}
@@ -165,6 +167,18 @@ public:
             [this] { Glib::signal_idle().connect_once([this] { sayReady(); }); });
         show_all();
         if (!fields_.empty()) focus(0);
+    }
+
+    void moveInto(Gtk::Plug& plug) {
+        remove();
+        hide();
+        plug.add(box_);
+        plug.show_all();
+        focus(0);
+        plug.property_has_toplevel_focus().signal_changed().connect([this, &plug] {
+            if (!ready_ && plug.property_has_toplevel_focus()) std::cout << "ready" << std::endl;
+            ready_ = ready_ || plug.property_has_toplevel_focus();
+        });
     }
 
 private:
@@ -202,7 +216,7 @@ private:
         return out.str();
     }
 
-    /// The answer to one command.
+    // The answer to one command.
     std::string obey(const std::string& line) {
         std::istringstream words(line);
         std::string verb;
@@ -288,8 +302,16 @@ int main(int argc, char** argv) {
         title = fields[1];
         fields.erase(fields.begin(), fields.begin() + 2);
     }
+    unsigned long into = 0;
+    if (fields.size() >= 2 && fields[0] == "--into") {
+        into = std::stoul(fields[1]);
+        fields.erase(fields.begin(), fields.begin() + 2);
+    }
     const auto application = Gtk::Application::create("", Gio::APPLICATION_NON_UNIQUE);
     application->register_application();
     Program program(title, fields);
-    return application->run(program);
+    if (into == 0) return application->run(program);
+    Gtk::Plug plug(into);
+    program.moveInto(plug);
+    return application->run(plug);
 }

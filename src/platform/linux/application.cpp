@@ -4,7 +4,6 @@
 #include "platform/linux/main_loop.h"
 #include "platform/linux/menu_native.h"
 #include "platform/linux/window_native.h"
-#include "platform/main_queue.h"
 
 #include <utility>
 
@@ -15,6 +14,7 @@ struct State {
     ApplicationDelegate* delegate = nullptr;
     std::unique_ptr<Menu> mainMenu;
     std::unique_ptr<Gtk::MenuBar> menuBar;
+    Glib::RefPtr<Gtk::AccelGroup> menuKeys;
     std::weak_ptr<Window> mainWindow;
 };
 
@@ -25,19 +25,9 @@ State& state() {
 
 void placeMenuBar() {
     const auto window = state().mainWindow.lock();
-    if (window && state().menuBar) window->native().setMenuBar(*state().menuBar);
-}
-
-gboolean quitPressed() {
-    MainQueue::async([] { Application::sharedApplication().terminate(); });
-    return TRUE;
-}
-
-void addQuitKey(Gtk::Window& window) {
-    const auto keys = Gtk::AccelGroup::create();
-    gtk_accel_group_connect(keys->gobj(), GDK_KEY_q, GDK_CONTROL_MASK, GTK_ACCEL_VISIBLE,
-                            g_cclosure_new(G_CALLBACK(quitPressed), nullptr, nullptr));
-    window.add_accel_group(keys);
+    if (!window || !state().menuBar) return;
+    window->native().setMenuBar(*state().menuBar);
+    window->native().window.add_accel_group(state().menuKeys);
 }
 
 } // namespace
@@ -54,9 +44,14 @@ void Application::setDelegate(ApplicationDelegate* delegate) { state().delegate 
 Menu* Application::mainMenu() const { return state().mainMenu.get(); }
 
 void Application::setMainMenu(std::unique_ptr<Menu> menu) {
+    const auto window = state().mainWindow.lock();
+    if (window && state().menuKeys) window->native().window.remove_accel_group(state().menuKeys);
+    state().menuKeys.reset();
     state().menuBar.reset();
     state().mainMenu = std::move(menu);
-    if (state().mainMenu) state().menuBar = makeMenuBar(*state().mainMenu);
+    if (!state().mainMenu) return;
+    state().menuBar = makeMenuBar(*state().mainMenu);
+    state().menuKeys = makeMenuKeys(*state().mainMenu);
     placeMenuBar();
 }
 
@@ -77,8 +72,9 @@ void Application::replyToApplicationShouldTerminate(bool shouldTerminate) {
 
 void setMainWindow(const std::shared_ptr<Window>& window) {
     state().mainWindow = window;
-    addQuitKey(window->native().window);
     placeMenuBar();
 }
+
+std::shared_ptr<Window> mainWindow() { return state().mainWindow.lock(); }
 
 } // namespace platform

@@ -5,6 +5,7 @@
 #include "platform/linux/interface_program.h"
 #include "platform/linux/main_loop.h"
 #include "platform/linux/say.h"
+#include "platform/linux/sole_instance.h"
 #include "platform/linux/start_up.h"
 #include "platform/linux/toolkit.h"
 #include "platform/linux/window_native.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <csignal>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -31,19 +33,30 @@ gboolean terminationSignal(gpointer) {
     return G_SOURCE_CONTINUE;
 }
 
+// The person started the program once more.
+void reopen() {
+    MainQueue::async([] {
+        const auto window = mainWindow();
+        auto* delegate = Application::sharedApplication().delegate();
+        if (delegate != nullptr)
+            delegate->applicationShouldHandleReopen(window && window->native().isVisible());
+    });
+}
+
 // A sentence when something the host needs is not there.
-std::optional<std::string> prepare(std::vector<std::string> interface) {
+std::optional<std::string> prepare(std::vector<std::string> interface,
+                                   std::optional<std::string> displayMissing) {
     std::string problem;
     auto command = findInterface(std::move(interface), problem);
     if (command.empty()) return problem;
     setInterfaceCommand(std::move(command));
-    if (auto missing = displayProblem()) return missing;
+    if (displayMissing) return displayMissing;
     if (!startToolkit()) return "the display could not be used; start it again, or log in again.";
     if (!startAccessibility(problem)) return problem;
     return std::nullopt;
 }
 
-int run(const std::function<MainInterface()>& load) {
+int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance) {
     signal(SIGPIPE, SIG_IGN);
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         g_unix_signal_add(number, terminationSignal, nullptr);
@@ -57,11 +70,28 @@ int run(const std::function<MainInterface()>& load) {
     interface.mainWindow->makeKeyAndOrderFront();
 
     const int status = runMainLoop();
+    instance.reset(); // who starts the program from now on gets a host of their own
     interface.mainWindow->orderOut();
     interface.mainWindow.reset();
     application.setMainMenu(nullptr);
     application.setDelegate(nullptr);
     return status;
+}
+
+int start(const std::vector<std::string>& interface, const std::function<MainInterface()>& load) {
+    auto missing = displayProblem();
+    std::unique_ptr<SoleInstance> instance;
+    const auto outcome = missing ? SoleInstance::Outcome::claimed : SoleInstance::claim(reopen, instance);
+    if (outcome == SoleInstance::Outcome::reopened) return 0;
+    if (outcome == SoleInstance::Outcome::silent) {
+        say("it runs already but does not answer; end it (pkill quillmark-host) and start it again.");
+        return cannotRun;
+    }
+    if (const auto problem = prepare(interface, std::move(missing))) {
+        say(*problem);
+        return cannotRun;
+    }
+    return run(load, std::move(instance));
 }
 
 } // namespace
@@ -81,11 +111,7 @@ int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>&
     case CommandLine::Wish::run:
         break;
     }
-    if (const auto problem = prepare(line.interface)) {
-        say(*problem);
-        return cannotRun;
-    }
-    return run(load);
+    return start(line.interface, load);
 }
 
 } // namespace platform

@@ -1,6 +1,31 @@
 #include "platform/linux/interface_view.h"
 
+#include <gtk/gtkx.h>
+
+#include <memory>
+
 namespace platform {
+namespace {
+
+struct Freed {
+    void operator()(GdkEvent* event) const { gdk_event_free(event); }
+};
+
+std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver, guint key,
+                                          GdkKeymapKey place, GdkModifierType modifiers) {
+    std::unique_ptr<GdkEvent, Freed> event(gdk_event_new(type));
+    event->key.window = GDK_WINDOW(g_object_ref(gtk_widget_get_window(receiver)));
+    event->key.time = gtk_get_current_event_time();
+    event->key.state = modifiers;
+    event->key.keyval = key;
+    event->key.hardware_keycode = static_cast<guint16>(place.keycode);
+    event->key.group = static_cast<guint8>(place.group);
+    gdk_event_set_device(
+        event.get(), gdk_seat_get_keyboard(gdk_display_get_default_seat(gtk_widget_get_display(receiver))));
+    return event;
+}
+
+} // namespace
 
 InterfaceView::InterfaceView() {
     socket_.signal_plug_added().connect([this] { socket_.grab_focus(); });
@@ -17,5 +42,22 @@ InterfaceView::InterfaceView() {
 }
 
 unsigned long InterfaceView::embeddingWindow() const { return socket_.get_id(); }
+
+bool InterfaceView::takesKeys() const {
+    return gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj())) != nullptr &&
+           socket_.has_focus();
+}
+
+// The socket passes on what it is given (XEMBED); the view reads key code and state.
+void InterfaceView::typeKey(guint key, GdkModifierType modifiers) {
+    auto* socket = GTK_WIDGET(socket_.gobj());
+    GdkKeymapKey* places = nullptr;
+    gint count = 0;
+    auto* keymap = gdk_keymap_get_for_display(gtk_widget_get_display(socket));
+    if (!gdk_keymap_get_entries_for_keyval(keymap, key, &places, &count)) return;
+    for (const auto type : {GDK_KEY_PRESS, GDK_KEY_RELEASE})
+        gtk_widget_event(socket, keyEvent(type, socket, key, places[0], modifiers).get());
+    g_free(places);
+}
 
 } // namespace platform

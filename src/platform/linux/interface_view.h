@@ -14,6 +14,12 @@ public:
     // The X window to embed in. The view must be in a window already.
     unsigned long embeddingWindow() const;
 
+    // Whether a view is there and has the keyboard.
+    bool takesKeys() const;
+
+    // Gives the view that takes the keys one more, as if it had been pressed and released.
+    void typeKey(guint key, GdkModifierType modifiers);
+
 private:
     Gtk::Socket socket_;
 };

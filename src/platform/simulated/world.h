@@ -176,6 +176,16 @@ public:
     bool terminationPending = false;
     platform::ApplicationDelegate* applicationDelegate = nullptr;
     std::unique_ptr<platform::Menu> mainMenu;
+    // The item of the main menu with that identifier; null when there is none.
+    platform::MenuItem* menuItem(std::string_view identifier) const;
+    // The user chooses that item, at the next turn; false when it is greyed or not there.
+    bool userChooses(std::string_view identifier);
+    // Whether the interface's view has the keyboard.
+    bool interfaceTakesKeys = false;
+    bool canPerform(platform::Selector action) const;
+    void perform(platform::Selector action);
+    // The items' actions that ran, but for the one that ends the host.
+    std::vector<platform::Selector> performedActions;
     void endHost();
 
     // ---- What happened ----

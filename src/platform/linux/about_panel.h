@@ -1,0 +1,13 @@
+#pragma once
+
+namespace Gtk {
+class Window;
+}
+
+namespace platform {
+
+// The program's standard panel with its name and version, in front of `owner` (null: anywhere). Does not wait
+// for the person to close it.
+void showAboutPanel(Gtk::Window* owner);
+
+} // namespace platform

@@ -1,0 +1,93 @@
+// How the host's life begins, goes on and ends: a second start, and every way to be asked to quit.
+#include "end_to_end/desktop.h"
+#include "end_to_end/fields.h"
+#include "end_to_end/host.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstring>
+
+namespace e2e {
+namespace {
+
+using flutter::CallOutcome;
+using flutter::EncodableValue;
+
+const CallOutcome null = EncodableValue();
+
+TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
+    Desktop desktop;
+    Host first;
+    const auto window = first.bringToFront(desktop);
+    for (const std::vector<std::string>& interface :
+         {std::vector<std::string>{"/bin/false"}, {"no-such-program"}}) {
+        first.call("hide");
+        ASSERT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
+        std::vector<std::string> command{QUILLMARK_HOST_PROGRAM};
+        command.insert(command.end(), interface.begin(), interface.end());
+        Process second(command);
+        EXPECT_EQ(second.exitStatus(), 0) << second.output();
+        EXPECT_TRUE(waitUntil([&] { return !desktop.isHidden(window) && desktop.activeWindow() == window; }));
+    }
+    EXPECT_FALSE(first.process().exitStatus(milliseconds(0)));
+}
+
+TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
+    {
+        Host killed;
+        killed.process().signal(SIGKILL);
+        ASSERT_TRUE(killed.process().exitStatus());
+    }
+    Host stopped;
+    stopped.process().signal(SIGSTOP);
+    Process second({QUILLMARK_HOST_PROGRAM, "/bin/false"});
+    EXPECT_EQ(second.exitStatus(), 1);
+    EXPECT_NE(second.output().find("does not answer"), std::string::npos) << second.output();
+    stopped.process().signal(SIGCONT);
+    EXPECT_EQ(stopped.call("pin", false), null);
+}
+
+TEST(HostLife, EverySignalToEndIsPutToTheInterfaceFirst) {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        Host host;
+        host.call("initialize");
+        host.process().signal(number);
+        ASSERT_TRUE(host.nextCall("quit")) << strsignal(number);
+        EXPECT_EQ(host.call("cancelQuit"), null);
+        EXPECT_EQ(host.call("pin", false), null) << "it ended although the interface refused";
+
+        host.process().signal(number);
+        ASSERT_TRUE(host.nextCall("quit")) << strsignal(number);
+        EXPECT_EQ(host.call("quit"), null) << "the answer must come before the end";
+        EXPECT_EQ(host.process().exitStatus(), 0);
+    }
+}
+
+TEST(HostLife, ASilentInterfaceIsWaitedForFifteenSeconds) {
+    Host host;
+    host.call("initialize");
+    const auto asked = Clock::now();
+    host.process().signal(SIGTERM);
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.process().exitStatus(milliseconds(20'000)), 0);
+    const auto waited = Clock::now() - asked;
+    EXPECT_GE(waited, milliseconds(14'900));
+    EXPECT_LT(waited, milliseconds(18'000));
+}
+
+TEST(HostLife, TheQuitKeyIsPutToTheInterfaceOnceHoweverOftenItIsPressed) {
+    Desktop desktop;
+    Host host;
+    host.call("initialize");
+    host.bringToFront(desktop);
+    desktop.press("Control+q");
+    ASSERT_TRUE(host.nextCall("quit"));
+    desktop.press("Control+q");
+    EXPECT_FALSE(host.nextCall("quit", milliseconds(300)));
+    EXPECT_EQ(host.call("quit"), null);
+    EXPECT_EQ(host.process().exitStatus(), 0);
+}
+
+} // namespace
+} // namespace e2e
