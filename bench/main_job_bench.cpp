@@ -46,7 +46,7 @@ private:
 struct Stage {
     e2e::Desktop desktop;
     e2e::Host host;
-    e2e::Fields fields{{"textview=Dear Anna, thank you for yor letter."}};
+    e2e::Fields fields{desktop, {"textview=Dear Anna, thank you for yor letter."}};
 
     Stage() {
         host.bringToFront(desktop); // or it would come to the front in the middle

@@ -2,11 +2,12 @@
 // step.
 #include "client/connection.h"
 #include "client/desktop.h"
-#include "rewrite.h"
+#include "rewriter.h"
 
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <string>
 
 namespace {
@@ -33,11 +34,21 @@ void describe(const quillmark::Capture& capture) {
         "\", token " + (capture.token.empty() ? "no" : "yes") + (capture.truncated ? ", truncated" : ""));
 }
 
-void pasteBack(quillmark::Desktop& desktop, const quillmark::Capture& capture) {
-    if (capture.text.empty()) return say("nothing to rewrite");
-    const std::string text = quillmark::rewrite(capture.text);
+// The end of a text that grows, on one line.
+std::string tail(const std::string& text) {
+    constexpr std::size_t length = 48;
+    std::size_t start = text.size() > length ? text.size() - length : 0;
+    while (start < text.size() && (text[start] & 0xC0) == 0x80)
+        ++start;
+    std::string end = text.substr(start);
+    for (char& c : end)
+        if (c == '\n' || c == '\r') c = ' ';
+    return (start > 0 ? "…" : "") + end;
+}
+
+void pasteBack(quillmark::Desktop& desktop, const std::string& text, const std::string& token) {
     say("rewrote it to " + std::to_string(characters(text)) + " characters");
-    desktop.paste(text, capture.token, [](bool pasted, const std::optional<std::string>& failure) {
+    desktop.paste(text, token, [](bool pasted, const std::optional<std::string>& failure) {
         if (failure)
             say("not pasted: " + *failure);
         else if (pasted)
@@ -50,11 +61,15 @@ void pasteBack(quillmark::Desktop& desktop, const quillmark::Capture& capture) {
 void serve() {
     auto connection = quillmark::Connection::toHost();
     say("connected to the host");
+    std::string token; // of the capture that is being rewritten
+    std::optional<quillmark::Rewriter> rewriter;
     quillmark::Desktop desktop(connection.messenger(),
                                {.capture =
                                     [&](const quillmark::Capture& capture) {
                                         describe(capture);
-                                        pasteBack(desktop, capture);
+                                        if (capture.text.empty()) return say("nothing to rewrite");
+                                        token = capture.token;
+                                        rewriter->rewrite(capture.text);
                                     },
                                 .close = [] { say("the window is hidden; the hot key still works"); },
                                 .quit =
@@ -62,6 +77,15 @@ void serve() {
                                         say("agreed to quit");
                                         desktop.quit();
                                     }});
+    rewriter.emplace(connection.messenger(),
+                     quillmark::Rewriter::Handlers{
+                         .growing =
+                             [](const std::string& text) {
+                                 say("growing, " + std::to_string(characters(text)) + " characters: \"" +
+                                     tail(text) + '"');
+                             },
+                         .done = [&](const std::string& text) { pasteBack(desktop, text, token); },
+                         .failed = [](const std::string& why) { say("not rewritten: " + why); }});
     desktop.initialize({}, {}, [](bool registered) {
         say(registered ? "ready: select text anywhere and press Alt+Shift+Space"
                        : "another program holds Alt+Shift+Space: free it there, then start again");

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "platform/event.h"
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/event.h"
-
 namespace platform {
 
 class MenuItem;
 
-// The standard actions of menu items. Each goes to whoever can answer it when it is chosen: the view that takes the
-// keys, the main window, or the application.
+// The standard actions of menu items. Each goes to whoever can answer it when it is chosen: the view that
+// takes the keys, the main window, or the application.
 enum class Selector {
     orderFrontStandardAboutPanel,
     terminate,
@@ -74,13 +74,14 @@ public:
     std::optional<Selector> action() const;
     void setAction(Selector action);
 
-    // The keys that do the same: a character in lower case or a key's name ("F11"), with modifiers, where Command
-    // is the key that makes a program copy and paste on this desktop. No key when it was never set.
+    // The keys that do the same: a character in lower case or a key's name ("F11"), with modifiers, where
+    // Command is the key that makes a program copy and paste on this desktop. No key when it was never set.
     const std::string& keyEquivalent() const;
     CGEventFlags keyEquivalentModifierMask() const;
     void setKeyEquivalent(std::string_view key, CGEventFlags modifierMask);
 
-    // Whether the action has somebody to answer it now; else the item is greyed. Always true without an action.
+    // Whether the action has somebody to answer it now; else the item is greyed. Always true without an
+    // action.
     bool isEnabled() const;
 
     class Native;

@@ -73,8 +73,8 @@ bool hasState(const platform::Window& window, const char* name) {
 } // namespace
 
 struct Program::Native {
-    Native(const std::vector<std::string>& descriptions, const std::string& title)
-        : fields(descriptions, title) {}
+    Native(e2e::Desktop& desktop, const std::vector<std::string>& descriptions, const std::string& title)
+        : fields(desktop, descriptions, title) {}
 
     mutable e2e::Fields fields;
     std::unique_ptr<pasteboard_test::Owning> owner;
@@ -140,19 +140,13 @@ Stage::Stage() {
 Stage::~Stage() = default;
 
 std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
-    auto made = std::make_unique<Program::Native>(std::vector{kindName(setup.kind) + ("=" + setup.value)},
-                                                  setup.title);
+    auto made = std::make_unique<Program::Native>(
+        native_->desktop, std::vector{kindName(setup.kind) + ("=" + setup.value)}, setup.title);
     const std::size_t start = codePoints(setup.value.substr(0, setup.value.find(setup.selected)));
     if (!setup.selected.empty())
         made->fields.command("select 0 " + std::to_string(start) + " " +
                              std::to_string(start + codePoints(setup.selected)));
-    auto program = std::make_unique<Program>(std::move(made));
-    const bool inFront = e2e::waitUntil([&] {
-        const auto windows = native_->desktop.windows(program->pid());
-        return !windows.empty() && native_->desktop.activeWindow() == windows.front();
-    });
-    if (!inFront) throw std::runtime_error("The program did not come to the front.");
-    return program;
+    return std::make_unique<Program>(std::move(made));
 }
 
 void Stage::use(Layout layout) {

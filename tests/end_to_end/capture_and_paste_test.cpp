@@ -59,7 +59,7 @@ std::string textOf(const EncodableValue& capture, std::string_view key) {
 }
 
 TEST_F(CaptureAndPaste, ASelectionIsReplacedWhereItStands) {
-    Fields fields({"entry=one two three"}, "A title");
+    Fields fields(desktop, {"entry=one two three"}, "A title");
     fields.command("select 0 4 7");
     const EncodableValue got = capture();
     EXPECT_EQ(textOf(got, "text"), "two");
@@ -75,7 +75,7 @@ TEST_F(CaptureAndPaste, ASelectionIsReplacedWhereItStands) {
 }
 
 TEST_F(CaptureAndPaste, AWholeFieldIsReplacedAsAWhole) {
-    Fields fields({"textview=first line\\nsecond line"});
+    Fields fields(desktop, {"textview=first line\\nsecond line"});
     const EncodableValue got = capture();
     EXPECT_EQ(textOf(got, "text"), "first line\nsecond line");
     EXPECT_EQ(textOf(got, "source"), "field");
@@ -85,7 +85,7 @@ TEST_F(CaptureAndPaste, AWholeFieldIsReplacedAsAWhole) {
 }
 
 TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
-    Fields fields({"entry=one two three"});
+    Fields fields(desktop, {"entry=one two three"});
     fields.command("select 0 4 7");
     const EncodableValue got = capture();
     fields.command("select 0 0 3");
@@ -95,7 +95,7 @@ TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
 }
 
 TEST_F(CaptureAndPaste, PasswordsAndExcludedProgramsAreLeftAlone) {
-    Fields fields({"password=secret", "entry=open"});
+    Fields fields(desktop, {"password=secret", "entry=open"});
     EXPECT_EQ(capture(milliseconds(500)), EncodableValue());
     fields.command("focus 1");
     const EncodableValue got = capture();
@@ -105,7 +105,7 @@ TEST_F(CaptureAndPaste, PasswordsAndExcludedProgramsAreLeftAlone) {
 }
 
 TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
-    Fields fields({"entry=one two three"});
+    Fields fields(desktop, {"entry=one two three"});
     fields.command("select 0 4 7");
     const EncodableValue got = capture();
     desktop.hold("Control+Shift");
@@ -139,7 +139,7 @@ TEST_F(CaptureAndPaste, ATerminalsProgramIsNotInterrupted) {
 TEST_F(CaptureAndPaste, WorksOnOtherKeyboards) {
     for (const std::string layout : {"de", "fr", "us -variant dvorak", "us,ru", "ru,us"}) {
         ASSERT_EQ(std::system(("setxkbmap -layout " + layout).c_str()), 0);
-        Fields fields({"textview=old text"}, layout);
+        Fields fields(desktop, {"textview=old text"}, layout);
         const EncodableValue got = capture();
         EXPECT_EQ(textOf(got, "text"), "old text") << layout;
         EXPECT_EQ(paste("new text", textOf(got, "token")), "pasted") << layout;

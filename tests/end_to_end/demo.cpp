@@ -108,6 +108,8 @@ void show(const Programs& programs, const std::filesystem::path& pictures) {
     const std::string saved = editor.savedText(letter);
     picture(desktop, pictures / "after.png");
     require(!rewritten.empty() && rewritten != body, "nothing was rewritten");
+    for (const char* typo : {"recieved", "teh", "alot", "definately", "wich", "untill"})
+        require(rewritten.find(typo) == std::string::npos, std::string("a typo is left: ") + typo);
     require(saved == greeting + rewritten + farewell, "the editor saved something else:\n" + saved);
     say("saved with Control+S; the file now reads:\n\n" + saved);
     say("pictures: before.png and after.png in " + pictures.string());

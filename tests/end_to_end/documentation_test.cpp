@@ -22,7 +22,7 @@ TEST(Documentation, ItsInterfaceWorksAsPrinted) {
     Desktop desktop;
     Process host({QUILLMARK_HOST_PROGRAM, "python3", (folder / "shout.py").string()});
     ASSERT_TRUE(prints(host, "hot key: True")) << host.output();
-    Fields fields({"entry=one two three"});
+    Fields fields(desktop, {"entry=one two three"});
     fields.command("select 0 4 7");
     desktop.press("Alt+Shift+space");
     EXPECT_TRUE(prints(host, "the answer is pasted")) << host.output();

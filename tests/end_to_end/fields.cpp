@@ -14,10 +14,12 @@ std::vector<std::string> start(const std::vector<std::string>& fields, const std
 
 } // namespace
 
-Fields::Fields(const std::vector<std::string>& fields, const std::string& title)
+Fields::Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title)
     : process_(start(fields, title)) {
     while (nextLine() != "ready") {
     }
+    if (!desktop.activate(desktop.windows(process_.pid()).front()))
+        throw std::runtime_error("The program with fields does not come to the front.");
 }
 
 std::string Fields::command(const std::string& line) {

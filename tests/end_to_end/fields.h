@@ -1,6 +1,7 @@
 // The small program with text fields (tests/programs/gtk_fields.cpp), asked and told by lines.
 #pragma once
 
+#include "end_to_end/desktop.h"
 #include "end_to_end/process.h"
 
 #include <string>
@@ -10,8 +11,9 @@ namespace e2e {
 
 class Fields {
 public:
-    // Fields such as "entry=some text" or "password"; returns once the window has the keyboard.
-    explicit Fields(const std::vector<std::string>& fields, const std::string& title = "Fields");
+    // Fields such as "entry=some text" or "password"; returns once the window has the keyboard, and the
+    // window manager knows it: xfwm4 says so a moment after the program does.
+    Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title = "Fields");
 
     Process& process() { return process_; }
 

@@ -26,7 +26,7 @@ protected:
 const CallOutcome null = EncodableValue();
 
 TEST_F(HostWindow, HidesAndComesBackInFrontOfOthers) {
-    Fields fields({"entry"});
+    Fields fields(desktop, {"entry"});
     EXPECT_EQ(host.call("show"), null);
     EXPECT_TRUE(waitUntil([&] { return isActive(); })) << "the window did not come to the front";
 

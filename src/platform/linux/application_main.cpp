@@ -12,6 +12,7 @@
 #include "platform/main_queue.h"
 
 #include <glib-unix.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <csignal>
@@ -56,8 +57,17 @@ std::optional<std::string> prepare(std::vector<std::string> interface,
     return std::nullopt;
 }
 
+// Every generation of a model server has a connection of its own.
+void allowManyConnections() {
+    rlimit files{};
+    if (getrlimit(RLIMIT_NOFILE, &files) != 0) return;
+    files.rlim_cur = files.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &files);
+}
+
 int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance) {
     signal(SIGPIPE, SIG_IGN);
+    allowManyConnections();
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         g_unix_signal_add(number, terminationSignal, nullptr);
 

@@ -1,6 +1,7 @@
 #include "platform/task.h"
 
 #include "platform/linux/background_executor.h"
+#include "platform/linux/background_pool.h"
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>
@@ -8,18 +9,15 @@
 #include <memory>
 
 namespace platform {
-namespace {
 
 // Tasks wait for models far more than they work: two threads serve thousands. Never destroyed: at the end of
 // the program, what still waits is of no use to anybody.
-boost::asio::thread_pool& pool() {
+boost::asio::thread_pool& backgroundPool() {
     static auto& threads = *std::make_unique<boost::asio::thread_pool>(2).release();
     return threads;
 }
 
-} // namespace
-
-void resumeInBackground(Task::Suspended task) { boost::asio::post(pool(), task); }
+void resumeInBackground(Task::Suspended task) { boost::asio::post(backgroundPool(), task); }
 
 void Task::promise_type::Start::await_suspend(Suspended task) { resumeInBackground(task); }
 

@@ -1,0 +1,37 @@
+// The JSON of the OpenAI-compatible interface that local model servers share (platform.openai.com/docs,
+// "Chat completions", streaming). Plain functions, any thread.
+#pragma once
+
+#include "platform/language_model.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+// The body of POST /v1/chat/completions.
+std::string completionRequest(const std::string& model, const std::string& instructions,
+                              const std::string& prompt, const GenerationOptions& options);
+
+// What one event of a streamed answer adds.
+struct CompletionChunk {
+    std::string text;
+    std::string refusal; // the model's words for why it will not answer
+    std::optional<std::string> finishReason;
+    std::optional<std::int64_t> tokens; // of the whole answer
+    std::optional<std::string> error;   // the server's own words
+};
+
+// Absent when it is not such an event.
+std::optional<CompletionChunk> readCompletionChunk(std::string_view json);
+
+// The names in the answer to GET /v1/models; absent when it is no such answer.
+std::optional<std::vector<std::string>> readModelNames(std::string_view json);
+
+// The server's own words in the body of an answer that reports an error; empty when it has none.
+std::string readErrorMessage(std::string_view json);
+
+} // namespace platform

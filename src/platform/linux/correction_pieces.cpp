@@ -1,0 +1,95 @@
+#include "platform/linux/correction_pieces.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/utext.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace platform {
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view typographicApostrophe = "\u2019";
+
+bool isLower(char c) { return c >= 'a' && c <= 'z'; }
+bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
+
+// Making an iterator loads rules and takes milliseconds, cloning one takes less than a microsecond.
+std::unique_ptr<icu::BreakIterator> wordIterator() {
+    static const std::unique_ptr<const icu::BreakIterator> prototype = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        return std::unique_ptr<const icu::BreakIterator>(
+            icu::BreakIterator::createWordInstance(icu::Locale::getEnglish(), status));
+    }();
+    return std::unique_ptr<icu::BreakIterator>(prototype ? prototype->clone() : nullptr);
+}
+
+// What stands between two blanks and is an address, a path, a number or a name in code.
+bool isTechnical(std::string_view chunk) {
+    return chunk.find_first_of("@/\\_0123456789") != std::string_view::npos ||
+           std::ranges::count_if(chunk, isUpper) > 1;
+}
+
+bool isPlainWord(std::string_view word) {
+    if (!word.empty() && isUpper(word.front())) word.remove_prefix(1);
+    while (!word.empty()) {
+        const bool apostrophe = word.starts_with(typographicApostrophe);
+        if (!apostrophe && !isLower(word.front()) && word.front() != '\'') return false;
+        word.remove_prefix(apostrophe ? typographicApostrophe.size() : 1);
+    }
+    return true;
+}
+
+// The chunk around a place in the text. Asked for places in rising order, it reads the text once.
+class Chunks {
+public:
+    explicit Chunks(std::string_view text) : text_(text) {}
+
+    bool isTechnicalAt(std::size_t at) {
+        if (at >= end_) {
+            const auto before = text_.find_last_of(blanks, at);
+            const auto start = before == std::string_view::npos ? 0 : before + 1;
+            end_ = std::min(text_.find_first_of(blanks, at), text_.size());
+            technical_ = isTechnical(text_.substr(start, end_ - start));
+        }
+        return technical_;
+    }
+
+private:
+    std::string_view text_;
+    std::size_t end_ = 0;
+    bool technical_ = false;
+};
+
+} // namespace
+
+std::vector<CorrectionPiece> correctionPieces(std::string_view text) {
+    UErrorCode status = U_ZERO_ERROR;
+    UText utf8 = UTEXT_INITIALIZER;
+    utext_openUTF8(&utf8, text.data(), static_cast<std::int64_t>(text.size()), &status);
+    const auto words = wordIterator();
+    if (words) words->setText(&utf8, status);
+
+    std::vector<CorrectionPiece> pieces;
+    Chunks chunks(text);
+    std::size_t done = 0, at = 0;
+    while (words && U_SUCCESS(status)) {
+        const std::int32_t next = words->next();
+        if (next == icu::BreakIterator::DONE) break;
+        const std::size_t start = at;
+        at = static_cast<std::size_t>(next);
+        if (words->getRuleStatus() == UBRK_WORD_NONE) continue;
+        const auto word = text.substr(start, at - start);
+        pieces.push_back(
+            {text.substr(done, start - done), word, isPlainWord(word) && !chunks.isTechnicalAt(start)});
+        done = at;
+    }
+    if (done < text.size()) pieces.push_back({text.substr(done), {}, false});
+    utext_close(&utf8);
+    return pieces;
+}
+
+} // namespace platform

@@ -1,0 +1,21 @@
+// A text cut into words, and which of them a spelling corrector may touch.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+// One word with what stands before it; the last piece of a text may have no word. All point into the text.
+struct CorrectionPiece {
+    std::string_view before;
+    std::string_view word;
+    // An ordinary English word: letters from a to z with apostrophes, at most the first one a capital, and no
+    // part of an address, a path or a number.
+    bool isOrdinary = false;
+};
+
+// Together the pieces are the text. Any thread.
+std::vector<CorrectionPiece> correctionPieces(std::string_view text);
+
+} // namespace platform

@@ -1,0 +1,32 @@
+// Corrects the spelling of single English words, over hunspell and its dictionary.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// Used by one thread only: what is beneath is not made for more, not even for reading.
+class Corrector {
+public:
+    // Whether the dictionary is on this computer. Any thread.
+    static bool isInstalled();
+
+    Corrector();
+    ~Corrector();
+    Corrector(const Corrector&) = delete;
+    Corrector& operator=(const Corrector&) = delete;
+
+    // The word as it should be written; the word itself when it is right, unknown, or too far from any other.
+    // Takes an ordinary word (correction_pieces.h); tens of milliseconds when it is wrong and new.
+    std::string correct(std::string_view word);
+
+private:
+    class Dictionary;
+
+    std::unique_ptr<Dictionary> dictionary_;
+};
+
+} // namespace platform

@@ -1,0 +1,48 @@
+#include "platform/linux/edit_distance.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace platform {
+namespace {
+
+// Found on lists of typos: these slips are more common than others.
+constexpr double swapped = 0.6, doubled = 0.4, apostrophe = 0.3, blank = 0.5, silent = 0.8, any = 1.0;
+// The first letter is nearly always right.
+constexpr double firstLetter = 0.7;
+
+// A letter too many or too few.
+double extra(std::string_view word, std::size_t at) {
+    if (word[at] == '\'') return apostrophe;
+    if (word[at] == ' ') return blank;
+    if (word[at] == 'h') return silent;
+    const bool likeNeighbour =
+        (at > 0 && word[at - 1] == word[at]) || (at + 1 < word.size() && word[at + 1] == word[at]);
+    return likeNeighbour ? doubled : any;
+}
+
+} // namespace
+
+double typingDistance(std::string_view typed, std::string_view meant) {
+    const std::size_t width = meant.size() + 1;
+    std::vector<double> costs((typed.size() + 1) * width);
+    const auto cost = [&](std::size_t i, std::size_t j) -> double& { return costs[i * width + j]; };
+    for (std::size_t i = 0; i <= typed.size(); ++i) {
+        for (std::size_t j = 0; j <= meant.size(); ++j) {
+            if (i == 0 && j == 0) continue;
+            double best = 1e9;
+            if (i > 0) best = std::min(best, cost(i - 1, j) + extra(typed, i - 1));
+            if (j > 0) best = std::min(best, cost(i, j - 1) + extra(meant, j - 1));
+            if (i > 0 && j > 0)
+                best = std::min(best, cost(i - 1, j - 1) + (typed[i - 1] == meant[j - 1] ? 0 : any));
+            if (i > 1 && j > 1 && typed[i - 1] == meant[j - 2] && typed[i - 2] == meant[j - 1])
+                best = std::min(best, cost(i - 2, j - 2) + swapped);
+            cost(i, j) = best;
+        }
+    }
+    const bool firstKept = typed.empty() || meant.empty() || typed.front() == meant.front();
+    return costs.back() + (firstKept ? 0 : firstLetter);
+}
+
+} // namespace platform

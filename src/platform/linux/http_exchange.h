@@ -1,0 +1,48 @@
+// One request to an HTTP server and its answer as it comes, on the background threads; no encryption.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+struct HttpRequest {
+    std::string host = {}; // a name or a numeric address; "localhost" stands for both loopback addresses
+    std::uint16_t port = 80;
+    std::string target = {};
+    std::string body = {};   // JSON, sent with POST; empty: a GET
+    std::string bearer = {}; // a key that goes along; empty: none
+    std::chrono::milliseconds connectLimit = std::chrono::seconds(10);
+    std::chrono::milliseconds firstByteLimit = std::chrono::minutes(10); // until the answer begins
+    std::chrono::milliseconds silenceLimit = std::chrono::seconds(60);   // between two pieces of it
+};
+
+enum class HttpEnd {
+    complete,
+    unreachable, // nothing took the connection
+    silent,      // a limit passed
+    broken,      // the connection ended early, or what came is not HTTP
+};
+
+// What comes of an exchange, one call at a time, on background threads.
+class HttpReceiver {
+public:
+    virtual ~HttpReceiver() = default;
+
+    virtual void head(unsigned status) = 0;
+    // False: no more is needed, the connection is closed and nothing more is reported.
+    virtual bool body(std::string_view bytes) = 0;
+    // The last call, with the system's words for what went wrong. Left out after a close.
+    virtual void finished(HttpEnd end, const std::string& reason) = 0;
+};
+
+// Starts the exchange, which keeps the receiver until it is over. The function given back closes the
+// connection at once, then or later and from any thread; dropping it changes nothing.
+[[nodiscard]] std::function<void()> startHttpExchange(HttpRequest request,
+                                                      std::shared_ptr<HttpReceiver> receiver);
+
+} // namespace platform

@@ -1,0 +1,121 @@
+#include "platform/linux/model_server_answer.h"
+
+#include "platform/linux/chat_completion.h"
+#include "platform/linux/http_exchange.h"
+#include "platform/linux/server_sent_events.h"
+
+#include <utility>
+
+namespace platform {
+namespace {
+
+constexpr unsigned ok = 200;
+
+class ServerAnswer : public HttpReceiver {
+public:
+    ServerAnswer(std::string address, std::int64_t limit, std::shared_ptr<Answer> answer)
+        : server_("The model server at " + std::move(address)), limit_(limit), answer_(std::move(answer)) {}
+
+    void head(unsigned status) override { status_ = status; }
+
+    bool body(std::string_view bytes) override {
+        if (status_ != ok) {
+            constexpr std::size_t longestWords = 1 << 16;
+            if (refusedBody_.size() < longestWords) refusedBody_ += bytes;
+            return true;
+        }
+        events_.feed(bytes);
+        if (!readEvents()) return false;
+        if (!events_.isTooLong()) return true;
+        return fail(" sent a line without an end. Try again, or choose another model server.");
+    }
+
+    void finished(HttpEnd end, const std::string& reason) override {
+        if (end == HttpEnd::unreachable)
+            return void(fail(" cannot be reached (" + reason + "). Start it, then try again."));
+        if (status_ != 0 && status_ != ok) return void(fail(words(readErrorMessage(refusedBody_), status_)));
+        events_.finish();
+        if (!readEvents()) return;
+        if (finishReason_) return succeed();
+        if (end == HttpEnd::silent)
+            return void(fail(
+                " stopped in the middle of its answer. Try again; if it happens again, restart the server."));
+        fail(" ended before its answer was complete. Try again; if it happens again, look at the server's "
+             "messages.");
+    }
+
+private:
+    // False once the answer is over.
+    bool readEvents() {
+        while (const auto event = events_.next())
+            if (!read(*event)) return false;
+        return true;
+    }
+
+    bool read(std::string_view event) {
+        if (event == "[DONE]") {
+            succeed();
+            return false;
+        }
+        auto chunk = readCompletionChunk(event);
+        if (!chunk)
+            return fail(" sent something that cannot be read. Try again, or choose another model server.");
+        if (chunk->error) return fail(words(*chunk->error, 0));
+        if (chunk->finishReason) finishReason_ = std::move(chunk->finishReason);
+        if (chunk->tokens) tokens_ = chunk->tokens;
+        refusal_ += chunk->refusal;
+        if (!chunk->text.empty()) answer_->add(std::move(chunk->text));
+        return true;
+    }
+
+    void succeed() {
+        if (!refusal_.empty() || finishReason_ == "content_filter") {
+            answer_->fail("The model would not answer (refusal)" +
+                          (refusal_.empty() ? "." : ": " + refusal_));
+            return;
+        }
+        // Not every server counts.
+        if (!tokens_ && finishReason_ == "length") tokens_ = limit_;
+        answer_->end(tokens_);
+    }
+
+    static std::string words(const std::string& own, unsigned status) {
+        const std::string number = status == 0 ? "" : " (HTTP " + std::to_string(status) + ")";
+        return " could not answer" + number + (own.empty() ? "." : ": " + own + ".") +
+               " Try again, or look at the server's messages.";
+    }
+
+    bool fail(const std::string& what) {
+        answer_->fail(server_ + what);
+        return false;
+    }
+
+    std::string server_;
+    std::int64_t limit_;
+    std::shared_ptr<Answer> answer_;
+    unsigned status_ = 0;
+    std::string refusedBody_;
+    ServerSentEvents events_;
+    std::optional<std::string> finishReason_;
+    std::optional<std::int64_t> tokens_;
+    std::string refusal_;
+};
+
+} // namespace
+
+void answerFromServer(const ServedModel& model, const Prompt& prompt, std::shared_ptr<Answer> answer,
+                      std::chrono::milliseconds silenceLimit) {
+    HttpRequest request{
+        .host = model.server.host,
+        .port = model.server.port,
+        .target = model.server.path + "/chat/completions",
+        .body = completionRequest(model.model, prompt.instructions, prompt.text, prompt.options),
+        .bearer = model.server.key,
+        .silenceLimit = silenceLimit,
+    };
+    auto receiver =
+        std::make_shared<ServerAnswer>(model.server.address(), prompt.options.maximumResponseTokens, answer);
+    answer->whenUnwanted(startHttpExchange(std::move(request), std::move(receiver)));
+}
+
+} // namespace platform

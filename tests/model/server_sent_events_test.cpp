@@ -1,0 +1,77 @@
+#include "platform/linux/chat_completion.h"
+#include "platform/linux/server_sent_events.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using Events = std::vector<std::string>;
+
+Events eventsIn(const std::string& bytes, std::size_t pieceSize) {
+    platform::ServerSentEvents reader;
+    Events events;
+    const auto take = [&] {
+        while (const auto event = reader.next())
+            events.emplace_back(*event);
+    };
+    for (std::size_t at = 0; at < bytes.size(); at += pieceSize) {
+        reader.feed(std::string_view(bytes).substr(at, pieceSize));
+        take();
+    }
+    reader.finish();
+    take();
+    return events;
+}
+
+TEST(ServerSentEvents, AreReadWhereverTheBytesAreCut) {
+    const std::pair<std::string, Events> cases[] = {
+        {"data: a\n\ndata:b\n\n", {"a", "b"}},
+        {"data: a\r\n\r\ndata: b\r\n\r\n", {"a", "b"}},
+        {"data: a\r\rdata: b\r\r", {"a", "b"}},
+        {"\xEF\xBB\xBF: comment\n\nid: 7\nevent: x\ndata: a\n\n", {"a"}},
+        {"data: a\ndata: b\n\n", {"a\nb"}},
+        {"data: \xC3\xA9\n\n", {"\xC3\xA9"}},
+        {"data: [DONE]\n", {"[DONE]"}}, // the empty line left out at the end
+        {"data: half a lin", {}},
+        {"error: {\"message\":\"m\"}\n\n", {"{\"message\":\"m\"}"}},
+        {"data\n\n", {""}},
+    };
+    for (const auto& [bytes, expected] : cases)
+        for (const std::size_t pieceSize : {1u, 2u, 3u, 1000u})
+            EXPECT_EQ(eventsIn(bytes, pieceSize), expected) << bytes;
+}
+
+TEST(ServerSentEvents, GiveUpOnALineWithoutAnEnd) {
+    platform::ServerSentEvents reader;
+    reader.feed("data: ");
+    for (int i = 0; i < 3000 && !reader.isTooLong(); ++i) {
+        reader.feed(std::string(1000, 'x'));
+        EXPECT_FALSE(reader.next());
+    }
+    EXPECT_TRUE(reader.isTooLong());
+}
+
+TEST(CompletionChunk, ReadsTheDialectsOfServers) {
+    const auto read = [](const char* json) { return platform::readCompletionChunk(json).value(); };
+    EXPECT_EQ(
+        read(R"({"choices":[{"delta":{"role":"assistant","content":null},"finish_reason":null}]})").text, "");
+    EXPECT_EQ(read(R"({"choices":[{"delta":{"role":"assistant","content":"a"}}]})").text, "a");
+    EXPECT_EQ(read(R"({"choices":[{"delta":{"reasoning_content":"r","reasoning":"r"}}]})").text, "");
+    EXPECT_EQ(read(R"({"choices":[{"delta":{},"finish_reason":"stop"}]})").finishReason, "stop");
+    for (const char* usage :
+         {R"({"choices":[],"usage":{"completion_tokens":9}})",
+          R"({"choices":null,"usage":{"completion_tokens":9}})", R"({"usage":{"completion_tokens":9}})"})
+        EXPECT_EQ(read(usage).tokens, 9);
+    EXPECT_EQ(read(R"({"choices":[{"delta":{"refusal":"no"}}]})").refusal, "no");
+    for (const char* error :
+         {R"({"error":{"message":"m","code":"x"}})", R"({"error":{"message":"m","code":5}})",
+          R"({"error":{"message":"m","code":null}})", R"({"error":"m"})", R"({"message":"m"})"})
+        EXPECT_EQ(read(error).error, "m");
+    for (const char* broken : {"", "{", "[]", "{\"choices\":\"\xC3\"}"})
+        EXPECT_FALSE(platform::readCompletionChunk(broken)) << broken;
+}
+
+} // namespace
