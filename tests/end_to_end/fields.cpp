@@ -18,7 +18,9 @@ Fields::Fields(Desktop& desktop, const std::vector<std::string>& fields, const s
     : process_(start(fields, title)) {
     while (nextLine() != "ready") {
     }
-    if (!desktop.activate(desktop.windows(process_.pid()).front()))
+    if (fields.front() == "--into") return; // a view inside another program's window has none of its own
+    const auto own = [&] { return desktop.windows(process_.pid()); };
+    if (!waitUntil([&] { return !own().empty(); }) || !desktop.activate(own().front()))
         throw std::runtime_error("The program with fields does not come to the front.");
 }
 

@@ -29,7 +29,7 @@ protected:
 };
 
 TEST_F(HostMenu, EditItemsReachTheViewThatTakesTheKeys) {
-    Fields view({"--into", host.view(), "entry=one two"});
+    Fields view(desktop, {"--into", host.view(), "entry=one two"});
     const auto shows = [&](const std::string& state) {
         return waitUntil([&] { return view.dump().find(state) != std::string::npos; });
     };
