@@ -1,7 +1,6 @@
 // The window's fixed look, and how the host starts.
-#include "support/host.h"
-
 #include "app/main_menu.h"
+#include "support/host.h"
 
 #include <gmock/gmock.h>
 
@@ -62,9 +61,11 @@ struct MainMenu : testing::Test, Host {
 TEST_F(MainMenu, EveryItemHasTheNameThatInterfacesRelabelItBy) {
     std::string names;
     list(*world.mainMenu, names);
-    EXPECT_EQ(names, "nativeApplication nativeAbout - nativeQuit "
-                     "nativeEdit nativeUndo nativeRedo - nativeCut nativeCopy nativePaste - nativeSelectAll "
-                     "nativeView nativeFullScreen nativeWindow nativeMinimize nativeZoom nativeHelp nativeShowHelp ");
+    EXPECT_EQ(
+        names,
+        "nativeApplication nativeAbout - nativeQuit "
+        "nativeEdit nativeUndo nativeRedo - nativeCut nativeCopy nativePaste - nativeSelectAll "
+        "nativeView nativeFullScreen nativeWindow nativeMinimize nativeZoom nativeHelp nativeShowHelp ");
 }
 
 TEST_F(MainMenu, ItemsActOrAreGreyed) {

@@ -1,7 +1,8 @@
 // A small real program with text fields, driven by lines on its standard input, so that a test on a real
 // desktop can prepare a field and afterwards judge the outcome by what the program itself says.
 //
-//   gtk_fields [--title TITLE] [--into XID] KIND[=TEXT] …       KIND: entry textview password readonly combo search button
+//   gtk_fields [--title TITLE] [--into XID] KIND[=TEXT] …       KIND: entry textview password readonly combo
+//   search button
 //
 // With --into it embeds its fields in that window of another program instead of showing one of its own.
 // It prints "ready" once its window is mapped and has the keyboard focus (in field 0). Each command is
