@@ -65,6 +65,7 @@ TEST_F(ValueTest, FilesHaveAPathAndALocation) {
     EXPECT_EQ(URL::fileURLWithPath("/tmp", true).absoluteString(), "file:///tmp/");
     EXPECT_EQ(URL::fileURLWithPath("x").path(), (std::filesystem::current_path() / "x").string());
     EXPECT_EQ(URL::fileURLWithPath(std::string_view("/tmp\0/x", 7)).path(), "") << "must not name /tmp";
+    EXPECT_EQ(URL::fileURLWithPath("").path(), "") << "must not name the working directory";
 }
 
 } // namespace
