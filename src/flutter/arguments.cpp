@@ -1,16 +1,12 @@
 #include "flutter/arguments.h"
 
+#include "flutter/integer.h"
+
 #include <cmath>
 #include <limits>
 
 namespace flutter {
 namespace {
-
-std::optional<std::int64_t> integer(const EncodableValue& value) {
-    if (const auto* narrow = value.getIf<std::int32_t>()) return *narrow;
-    if (const auto* wide = value.getIf<std::int64_t>()) return *wide;
-    return std::nullopt;
-}
 
 // Conversion of a number outside the range is undefined in the language, so it is decided here.
 template <class T>

@@ -1,17 +1,13 @@
 #include "flutter/encodable_value.h"
 
+#include "flutter/integer.h"
+
 #include <algorithm>
 #include <numeric>
 #include <optional>
 
 namespace flutter {
 namespace {
-
-std::optional<std::int64_t> integer(const EncodableValue& value) {
-    if (const auto* narrow = value.getIf<std::int32_t>()) return *narrow;
-    if (const auto* wide = value.getIf<std::int64_t>()) return *wide;
-    return std::nullopt;
-}
 
 template <class T>
 std::strong_ordering compare(const T& a, const T& b) {

@@ -1,6 +1,7 @@
 // Key codes, synthetic keystrokes and held modifiers.
 #include "conformance/stage.h"
 #include "platform/keyboard_layout.h"
+#include "support/key_that_types.h"
 
 #include <gtest/gtest.h>
 
@@ -11,21 +12,6 @@ namespace conformance {
 namespace {
 
 using namespace platform;
-
-// The first key that types the character without modifiers; absent when none does.
-std::optional<CGKeyCode> keyThatTypes(char16_t character) {
-    const auto source = TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
-    const auto layout =
-        TISGetInputSourceProperty(source, InputSourceProperty::kTISPropertyUnicodeKeyLayoutData);
-    if (!layout) return std::nullopt;
-    for (CGKeyCode key = 0; key < 128; ++key) {
-        std::uint32_t deadKeyState = 0;
-        const auto typed =
-            UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState, 4);
-        if (typed == std::u16string(1, character)) return key;
-    }
-    return std::nullopt;
-}
 
 // Posts the key that types the character, together with the modifiers.
 void post(char16_t character, CGEventFlags modifiers) {

@@ -1,4 +1,5 @@
 #include "linux/x11_programs.h"
+#include "support/key_that_types.h"
 
 #include <X11/XKBlib.h>
 
@@ -118,10 +119,10 @@ TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
         XkbLockGroup(person.display(), XkbUseCoreKbd, group);
         XSync(person.display(), False);
         KeyWindow window;
-        post(keyFor(u'c').value_or(8), command);
-        post(keyFor(u'a').value_or(0), command);
-        post(keyFor(u'v').value_or(9), command);
-        post(keyFor(u'z').value_or(6), command);
+        post(keyThatTypes(u'c').value_or(8), command);
+        post(keyThatTypes(u'a').value_or(0), command);
+        post(keyThatTypes(u'v').value_or(9), command);
+        post(keyThatTypes(u'z').value_or(6), command);
         EXPECT_THAT(window.latinPresses(), testing::ElementsAreArray(typed))
             << layout << " in group " << group;
     }

@@ -192,20 +192,6 @@ void post(CGKeyCode key, CGEventFlags flags) {
     }
 }
 
-std::optional<CGKeyCode> keyFor(char16_t character) {
-    const auto source = TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
-    const auto layout =
-        TISGetInputSourceProperty(source, InputSourceProperty::kTISPropertyUnicodeKeyLayoutData);
-    if (!layout) return std::nullopt;
-    for (CGKeyCode key = 0; key < 128; ++key) {
-        std::uint32_t deadKeyState = 0;
-        const auto units =
-            UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState, 4);
-        if (units && *units == std::u16string(1, character)) return key;
-    }
-    return std::nullopt;
-}
-
 bool run(const std::string& command) { return std::system(command.c_str()) == 0; }
 
 } // namespace platform::x11test

@@ -97,9 +97,6 @@ private:
 // Posts one key press and its release, as the host does.
 void post(CGKeyCode key, CGEventFlags flags);
 
-// The key that types a character without modifiers, as the host looks it up.
-std::optional<CGKeyCode> keyFor(char16_t character);
-
 // Runs a program and waits for it; true when it answers 0.
 bool run(const std::string& command);
 
