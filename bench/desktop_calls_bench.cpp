@@ -1,6 +1,6 @@
 // Each call of the desktop channel on a real desktop: from the bytes sent to the answer at the interface.
-#include "end_to_end/desktop.h"
-#include "end_to_end/host.h"
+#include "rig/desktop.h"
+#include "rig/host.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -10,14 +10,14 @@
 
 namespace {
 
-using e2e::Clock;
+using rig::Clock;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
 
 constexpr std::size_t rounds = 200;
 
 // Waits on the socket itself: the tests' patient look every few milliseconds would be what is measured.
-double milliseconds(e2e::Host& host, const std::string& method, const EncodableValue& arguments) {
+double milliseconds(rig::Host& host, const std::string& method, const EncodableValue& arguments) {
     const auto start = Clock::now();
     const auto call = host.startCall(method, arguments);
     host.awaitBytes();
@@ -25,7 +25,7 @@ double milliseconds(e2e::Host& host, const std::string& method, const EncodableV
     return std::chrono::duration<double, std::milli>(host.received().back().at - start).count();
 }
 
-void time(e2e::Host& host, const std::string& method, const EncodableValue& arguments) {
+void time(rig::Host& host, const std::string& method, const EncodableValue& arguments) {
     std::vector<double> times;
     while (times.size() < rounds)
         times.push_back(milliseconds(host, method, arguments));
@@ -39,9 +39,9 @@ void time(e2e::Host& host, const std::string& method, const EncodableValue& argu
 
 int main() {
     try {
-        e2e::Desktop desktop;
-        e2e::Host host;
-        e2e::TemporaryFolder folder;
+        rig::Desktop desktop;
+        rig::Host host;
+        rig::TemporaryFolder folder;
         host.bringToFront(desktop);
         time(host, "noSuchMethod", {}); // the way there and back alone
         time(host, "initialize", EncodableMap{});

@@ -1,9 +1,9 @@
 // The main job, timed on a real desktop beside what it must cost at the very least: from the hot key to the
 // interface, and from the interface's "paste" to the text in the field. Also what the host costs at rest.
 #include "bench/bare_round_trips.h"
-#include "end_to_end/desktop.h"
-#include "end_to_end/fields.h"
-#include "end_to_end/host.h"
+#include "rig/desktop.h"
+#include "rig/fields.h"
+#include "rig/host.h"
 #include "flutter/arguments.h"
 
 #include <unistd.h>
@@ -18,7 +18,7 @@
 namespace {
 
 using namespace std::chrono_literals;
-using e2e::Clock;
+using rig::Clock;
 using flutter::EncodableMap;
 using flutter::member;
 using Milliseconds = std::chrono::duration<double, std::milli>;
@@ -44,9 +44,9 @@ private:
 };
 
 struct Stage {
-    e2e::Desktop desktop;
-    e2e::Host host;
-    e2e::Fields fields{desktop, {"textview=Dear Anna, thank you for yor letter."}};
+    rig::Desktop desktop;
+    rig::Host host;
+    rig::Fields fields{desktop, {"textview=Dear Anna, thank you for yor letter."}};
 
     Stage() {
         host.bringToFront(desktop); // or it would come to the front in the middle
@@ -58,16 +58,16 @@ struct Stage {
 
     // The capture's token, and the time from the key to the message.
     std::string capture(Samples& samples) {
-        desktop.hold("Alt+Shift");
+        desktop.keyboard.hold("Alt+Shift");
         const auto start = Clock::now();
-        desktop.press("space");
+        desktop.keyboard.press("space");
         host.awaitBytes();
         const auto arguments = host.nextCall("capture");
         if (!arguments)
             throw std::runtime_error("The hot key brought nothing. The host printed: " +
                                      host.process().output());
         samples.add(host.received().back().at - start);
-        desktop.letGo("Alt+Shift");
+        desktop.keyboard.letGo("Alt+Shift");
         return *flutter::asString(member(flutter::asMap(*arguments), "token"));
     }
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
 #include <thread>
 
 namespace conformance {
@@ -34,14 +35,19 @@ TEST_F(MainQueueTest, RunsWorkInOrderAndNotBeforeItsTurn) {
 TEST_F(MainQueueTest, RunsDelayedWorkInTheOrderOfItsTimesAndNeverEarly) {
     const TimePoint start = now();
     TimePoint ranAt;
+    const Seconds never(std::numeric_limits<double>::infinity()),
+        none(std::numeric_limits<double>::quiet_NaN());
+    MainQueue::asyncAfter(never, noting("never"));
+    MainQueue::asyncAfter(none, [] {}); // whenever it likes
     MainQueue::asyncAfter(60ms, noting("late"));
     MainQueue::asyncAfter(20ms, [&] {
         ran.emplace_back("early");
         ranAt = now();
     });
     MainQueue::async(noting("at once"));
-    EXPECT_TRUE(stage.runUntil([&] { return ran.size() == 3; }));
-    EXPECT_THAT(ran, ElementsAre("at once", "early", "late"));
+    MainQueue::asyncAfter(-5s, noting("overdue"));
+    EXPECT_TRUE(stage.runUntil([&] { return ran.size() == 4; }));
+    EXPECT_THAT(ran, ElementsAre("at once", "overdue", "early", "late"));
     EXPECT_GE(ranAt - start, 20ms);
 }
 

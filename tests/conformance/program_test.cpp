@@ -79,6 +79,10 @@ TEST_F(ProgramTest, AnEarlierOneComesBackToTheFrontWhenAsked) {
     EXPECT_FALSE(*frontmost() == *handle);
     EXPECT_TRUE(handle->activateFromApplication(RunningApplication::currentApplication()));
     EXPECT_TRUE(comesToFront(*first));
+
+    first->kill();
+    EXPECT_TRUE(stage.runUntil([&] { return handle->isTerminated(); }));
+    EXPECT_FALSE(handle->activateFromApplication(RunningApplication::currentApplication()));
 }
 
 TEST_F(ProgramTest, ItsFocusedFieldShowsKindTextAndSelection) {

@@ -1,11 +1,11 @@
 #include "conformance/stage.h"
-#include "conformance/x11_keyboard.h"
-#include "end_to_end/desktop.h"
-#include "end_to_end/fields.h"
 #include "linux/pasteboard_programs.h"
 #include "platform/linux/accessibility_start.h"
+#include "platform/linux/key_positions.h"
 #include "platform/linux/toolkit.h"
 #include "platform/linux/window_native.h"
+#include "rig/desktop.h"
+#include "rig/fields.h"
 
 #include <gdk/gdkx.h>
 #include <glib.h>
@@ -17,6 +17,8 @@
 #include <thread>
 
 namespace conformance {
+
+using rig::WindowId;
 
 namespace {
 
@@ -52,36 +54,23 @@ const char* kindName(FieldKind kind) {
     return "";
 }
 
-bool hasState(const platform::Window& window, const char* name) {
+WindowId idOf(const platform::Window& window) {
     const auto gdkWindow = window.native().window.get_window();
-    if (!gdkWindow) return false;
-    Display* const display = gdk_x11_get_default_xdisplay();
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0, left = 0;
-    unsigned char* data = nullptr;
-    XGetWindowProperty(display, GDK_WINDOW_XID(const_cast<GdkWindow*>(gdkWindow->gobj())),
-                       XInternAtom(display, "_NET_WM_STATE", False), 0, 64, False, AnyPropertyType, &type,
-                       &format, &count, &left, &data);
-    const auto* states = reinterpret_cast<const Atom*>(data);
-    const bool found = format == 32 &&
-                       std::find(states, states + count, XInternAtom(display, name, False)) != states + count;
-    XFree(data);
-    return found;
+    return gdkWindow ? GDK_WINDOW_XID(const_cast<GdkWindow*>(gdkWindow->gobj())) : None;
 }
 
 } // namespace
 
 struct Program::Native {
-    Native(e2e::Desktop& desktop, const std::vector<std::string>& descriptions, const std::string& title)
+    Native(rig::Desktop& desktop, const std::vector<std::string>& descriptions, const std::string& title)
         : fields(desktop, descriptions, title) {}
 
-    mutable e2e::Fields fields;
-    std::unique_ptr<pasteboard_test::Owning> owner;
+    mutable rig::Fields fields;
+    std::unique_ptr<pasteboard_test::Owner> owner;
 
     void signal(int number) const {
         fields.process().signal(number);
-        if (owner) owner->signal(number);
+        if (owner) owner->program.signal(number);
     }
 };
 
@@ -117,7 +106,7 @@ void Program::copy(const Offer& offer, std::span<const platform::PasteboardType>
         contents.push_back({type, type, 8, bytes});
     for (const auto& type : undeliverable)
         contents.push_back({type, type, 0, {}});
-    native_->owner = std::make_unique<pasteboard_test::Owning>(contents);
+    native_->owner = std::make_unique<pasteboard_test::Owner>(contents);
 }
 
 std::optional<std::string> Program::pasteboardText() const { return pasteboardBytes("UTF8_STRING"); }
@@ -128,8 +117,7 @@ std::optional<std::string> Program::pasteboardBytes(const platform::PasteboardTy
 }
 
 struct Stage::Native {
-    e2e::Desktop desktop;
-    X11Keyboard keyboard;
+    rig::Desktop desktop;
 };
 
 Stage::Stage() {
@@ -156,27 +144,42 @@ void Stage::use(Layout layout) {
     if (std::system(command) != 0) throw std::runtime_error("The keyboard layout could not be set.");
 }
 
-void Stage::hold(platform::CGEventFlags modifiers) { native_->keyboard.hold(modifiers); }
-void Stage::releaseAll() { native_->keyboard.releaseAll(); }
+void Stage::hold(platform::CGEventFlags modifiers) {
+    using Key = std::pair<platform::CGEventFlags, const char*>;
+    for (const auto& [flag, name] :
+         {Key(platform::kCGEventFlagMaskShift, "Shift"), Key(platform::kCGEventFlagMaskControl, "Control"),
+          Key(platform::kCGEventFlagMaskAlternate, "Alt"), Key(platform::kCGEventFlagMaskCommand, "Super")}) {
+        if ((modifiers & flag) != 0) native_->desktop.keyboard.hold(name);
+    }
+}
+void Stage::releaseAll() { native_->desktop.keyboard.letGoAll(); }
 void Stage::press(platform::CGKeyCode keyCode, platform::CGEventFlags modifiers) {
-    native_->keyboard.hold(modifiers);
-    native_->keyboard.tap(keyCode);
-    native_->keyboard.releaseAll();
+    hold(modifiers);
+    native_->desktop.keyboard.press(platform::x11::xKeyCode(keyCode).value());
+    releaseAll();
 }
 
 std::shared_ptr<void> Stage::takeHotKey(std::uint32_t keyCode, std::uint32_t modifiers) {
-    return X11Keyboard::grab(static_cast<platform::CGKeyCode>(keyCode), modifiers);
+    unsigned mask = 0;
+    using Modifier = std::pair<std::uint32_t, unsigned>;
+    for (const auto& [modifier, bit] :
+         {Modifier(platform::shiftKey, ShiftMask), Modifier(platform::controlKey, ControlMask),
+          Modifier(platform::optionKey, Mod1Mask), Modifier(platform::cmdKey, Mod4Mask)}) {
+        if ((modifiers & modifier) != 0) mask |= bit;
+    }
+    Display* const display = XOpenDisplay(nullptr);
+    const auto key = platform::x11::xKeyCode(static_cast<platform::CGKeyCode>(keyCode)).value();
+    XGrabKey(display, key, mask, DefaultRootWindow(display), False, GrabModeAsync, GrabModeAsync);
+    XSync(display, False);
+    return {display, [](Display* open) { XCloseDisplay(open); }};
 }
 
-bool Stage::shown(const platform::Window& window) const {
-    const auto gdkWindow = window.native().window.get_window();
-    return gdkWindow && !native_->desktop.isHidden(GDK_WINDOW_XID(const_cast<GdkWindow*>(gdkWindow->gobj())));
-}
+bool Stage::shown(const platform::Window& window) const { return !native_->desktop.isHidden(idOf(window)); }
 bool Stage::minimised(const platform::Window& window) const {
-    return hasState(window, "_NET_WM_STATE_HIDDEN");
+    return native_->desktop.hasState(idOf(window), "_NET_WM_STATE_HIDDEN");
 }
 bool Stage::keptAbove(const platform::Window& window) const {
-    return hasState(window, "_NET_WM_STATE_ABOVE");
+    return native_->desktop.hasState(idOf(window), "_NET_WM_STATE_ABOVE");
 }
 
 bool Stage::runUntil(const std::function<bool()>& condition, platform::Seconds within) {

@@ -1,15 +1,18 @@
 // The whole way on a real desktop: keys pressed in a real program, text read from it and typed back into it,
 // judged by what that program itself says.
-#include "end_to_end/desktop.h"
-#include "end_to_end/editor.h"
-#include "end_to_end/fields.h"
-#include "end_to_end/host.h"
 #include "flutter/arguments.h"
+#include "rig/desktop.h"
+#include "rig/editor.h"
+#include "rig/fields.h"
+#include "rig/host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace e2e {
+
+using namespace rig;
+
 namespace {
 
 using flutter::CallOutcome;
@@ -33,7 +36,7 @@ protected:
 
     // What the host sends when the hot key is pressed; null when it sends nothing in time.
     EncodableValue capture(milliseconds limit = patience) {
-        desktop.press("Alt+Shift+space");
+        desktop.keyboard.press("Alt+Shift+space");
         return host.nextCall("capture", limit).value_or(EncodableValue());
     }
 
@@ -108,11 +111,11 @@ TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
     Fields fields(desktop, {"entry=one two three"});
     fields.command("select 0 4 7");
     const EncodableValue got = capture();
-    desktop.hold("Control+Shift");
+    desktop.keyboard.hold("Control+Shift");
     const auto call = host.startCall("paste", EncodableMap{{"text", "2"}, {"token", textOf(got, "token")}});
     EXPECT_EQ(paste("other", ""), "busy");
     EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
-    desktop.letGo("Control+Shift");
+    desktop.keyboard.letGo("Control+Shift");
     EXPECT_EQ(answer(call), "pasted");
     EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one 2 three") != std::string::npos; }))
         << fields.dump();
@@ -130,7 +133,7 @@ TEST_F(CaptureAndPaste, ATerminalsProgramIsNotInterrupted) {
     ASSERT_TRUE(waitUntil([&] { return readFile(told) == "started\n"; }));
     EXPECT_EQ(textOf(capture(), "source"), "clipboard");
     for (const char* key : {"o", "k", "Return"})
-        desktop.press(key);
+        desktop.keyboard.press(key);
     EXPECT_TRUE(waitUntil([&] { return readFile(told).ends_with("ok\n"); }));
     EXPECT_THAT(readFile(told), Not(HasSubstr("interrupted")));
 }

@@ -1,11 +1,15 @@
 // The interface printed in docs/writing-an-interface.md, as a reader would use it.
-#include "end_to_end/desktop.h"
-#include "end_to_end/fields.h"
+#include "rig/desktop.h"
+#include "rig/fields.h"
+#include "rig/host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace e2e {
+
+using namespace rig;
+
 namespace {
 
 bool prints(const Process& process, const std::string& words) {
@@ -20,11 +24,11 @@ TEST(Documentation, ItsInterfaceWorksAsPrinted) {
     writeFile(folder / "shout.py", page.substr(start, page.find("```\n", start) - start));
 
     Desktop desktop;
-    Process host({QUILLMARK_HOST_PROGRAM, "python3", (folder / "shout.py").string()});
+    Process host({hostProgram(), "python3", (folder / "shout.py").string()});
     ASSERT_TRUE(prints(host, "hot key: True")) << host.output();
     Fields fields(desktop, {"entry=one two three"});
     fields.command("select 0 4 7");
-    desktop.press("Alt+Shift+space");
+    desktop.keyboard.press("Alt+Shift+space");
     EXPECT_TRUE(prints(host, "the answer is pasted")) << host.output();
     EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one TWO three") != std::string::npos; }))
         << fields.dump();

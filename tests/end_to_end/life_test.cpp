@@ -1,7 +1,7 @@
 // How the host's life begins, goes on and ends: a second start, and every way to be asked to quit.
-#include "end_to_end/desktop.h"
-#include "end_to_end/fields.h"
-#include "end_to_end/host.h"
+#include "rig/desktop.h"
+#include "rig/fields.h"
+#include "rig/host.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,9 @@
 #include <cstring>
 
 namespace e2e {
+
+using namespace rig;
+
 namespace {
 
 using flutter::CallOutcome;
@@ -24,7 +27,7 @@ TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
          {std::vector<std::string>{"/bin/false"}, {"no-such-program"}}) {
         first.call("hide");
         ASSERT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
-        std::vector<std::string> command{QUILLMARK_HOST_PROGRAM};
+        std::vector<std::string> command{hostProgram()};
         command.insert(command.end(), interface.begin(), interface.end());
         Process second(command);
         EXPECT_EQ(second.exitStatus(), 0) << second.output();
@@ -41,7 +44,7 @@ TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
     }
     Host stopped;
     stopped.process().signal(SIGSTOP);
-    Process second({QUILLMARK_HOST_PROGRAM, "/bin/false"});
+    Process second({hostProgram(), "/bin/false"});
     EXPECT_EQ(second.exitStatus(), 1);
     EXPECT_NE(second.output().find("does not answer"), std::string::npos) << second.output();
     stopped.process().signal(SIGCONT);
@@ -81,9 +84,9 @@ TEST(HostLife, TheQuitKeyIsPutToTheInterfaceOnceHoweverOftenItIsPressed) {
     Host host;
     host.call("initialize");
     host.bringToFront(desktop);
-    desktop.press("Control+q");
+    desktop.keyboard.press("Control+q");
     ASSERT_TRUE(host.nextCall("quit"));
-    desktop.press("Control+q");
+    desktop.keyboard.press("Control+q");
     EXPECT_FALSE(host.nextCall("quit", milliseconds(300)));
     EXPECT_EQ(host.call("quit"), null);
     EXPECT_EQ(host.process().exitStatus(), 0);

@@ -1,11 +1,14 @@
 // The menu bar as the person in front of it uses it, with the keyboard.
-#include "end_to_end/desktop.h"
-#include "end_to_end/fields.h"
-#include "end_to_end/host.h"
+#include "rig/desktop.h"
+#include "rig/fields.h"
+#include "rig/host.h"
 
 #include <gtest/gtest.h>
 
 namespace e2e {
+
+using namespace rig;
+
 namespace {
 
 class HostMenu : public testing::Test {
@@ -15,12 +18,12 @@ protected:
     // Opens the menu that many places from the left and chooses its item that many selectable ones from the
     // top.
     void choose(int menu, int item) {
-        desktop.press("F10");
+        desktop.keyboard.press("F10");
         for (; menu > 0; --menu)
-            desktop.press("Right");
+            desktop.keyboard.press("Right");
         for (; item >= 0; --item)
-            desktop.press("Down");
-        desktop.press("Return");
+            desktop.keyboard.press("Down");
+        desktop.keyboard.press("Return");
     }
 
     Desktop desktop;
@@ -44,9 +47,9 @@ TEST_F(HostMenu, EditItemsReachTheViewThatTakesTheKeys) {
 }
 
 TEST_F(HostMenu, FullScreenAndBackByItsKeyAndMinimizeByItsItem) {
-    desktop.press("F11");
+    desktop.keyboard.press("F11");
     EXPECT_TRUE(waitUntil([&] { return desktop.hasState(window, "_NET_WM_STATE_FULLSCREEN"); }));
-    desktop.press("F11");
+    desktop.keyboard.press("F11");
     EXPECT_TRUE(waitUntil([&] { return !desktop.hasState(window, "_NET_WM_STATE_FULLSCREEN"); }));
     choose(3, 0);
     EXPECT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));

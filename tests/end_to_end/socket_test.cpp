@@ -1,6 +1,6 @@
 // The socket between the host and its interface, and how their lives hang together.
-#include "end_to_end/host.h"
 #include "flutter/standard_codec.h"
+#include "rig/host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,6 +13,9 @@
 #include <sstream>
 
 namespace e2e {
+
+using namespace rig;
+
 namespace {
 
 using flutter::CallOutcome;

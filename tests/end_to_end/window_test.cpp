@@ -1,11 +1,14 @@
 // The host's window as the person in front of it sees it.
-#include "end_to_end/desktop.h"
-#include "end_to_end/fields.h"
-#include "end_to_end/host.h"
+#include "rig/desktop.h"
+#include "rig/fields.h"
+#include "rig/host.h"
 
 #include <gtest/gtest.h>
 
 namespace e2e {
+
+using namespace rig;
+
 namespace {
 
 using flutter::CallOutcome;

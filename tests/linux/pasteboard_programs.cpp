@@ -1,10 +1,5 @@
 #include "linux/pasteboard_programs.h"
 
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -32,67 +27,22 @@ std::string described(const std::vector<Representation>& contents) {
 
 } // namespace
 
-Program::Program(const std::vector<std::string>& arguments, const std::string& input) {
-    std::array<int, 2> in{}, out{};
-    if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
-    std::vector<char*> line{const_cast<char*>(GTK_PASTEBOARD)};
-    for (const std::string& argument : arguments)
-        line.push_back(const_cast<char*>(argument.c_str()));
-    line.push_back(nullptr);
-    pid_ = fork();
-    if (pid_ == 0) {
-        dup2(in[0], 0);
-        dup2(out[1], 1);
-        execv(line[0], line.data());
-        _exit(127);
-    }
-    close(in[0]);
-    close(out[1]);
-    output_ = out[0];
-    for (std::size_t done = 0; done < input.size();) {
-        const ssize_t count = write(in[1], input.data() + done, input.size() - done);
-        if (count <= 0) break;
-        done += static_cast<std::size_t>(count);
-    }
-    close(in[1]);
+Owner::Owner(const std::vector<Representation>& contents) : program({GTK_PASTEBOARD, "own"}) {
+    program.write(described(contents));
+    program.closeInput();
+    if (!rig::waitUntil([this] { return program.output() == "ready\n"; }))
+        throw std::runtime_error("the program does not own the clipboard");
 }
 
-Program::~Program() {
-    if (pid_ > 0) {
-        kill(pid_, SIGKILL);
-        waitpid(pid_, nullptr, 0);
-    }
-    close(output_);
-}
+Reader::Reader(const std::string& target) : program({GTK_PASTEBOARD, "read", target}) {}
 
-std::string Program::readLine() {
-    std::string line;
-    for (char character = 0; read(output_, &character, 1) == 1 && character != '\n';)
-        line += character;
-    return line;
-}
-
-std::optional<std::string> Program::finish() {
-    std::string all;
-    std::array<char, 65536> piece{};
-    for (ssize_t count = 0; (count = read(output_, piece.data(), piece.size())) > 0;)
-        all.append(piece.data(), static_cast<std::size_t>(count));
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = -1;
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
-    return all;
-}
-
-void Program::signal(int number) const { kill(pid_, number); }
-
-Owning::Owning(const std::vector<Representation>& contents) : Program({"own"}, described(contents)) {
-    if (readLine() != "ready") throw std::runtime_error("the program does not own the clipboard");
+std::optional<std::string> Reader::finish() {
+    if (program.exitStatus() != 0) return std::nullopt;
+    return program.output();
 }
 
 std::optional<Representation> given(const std::string& target) {
-    const auto output = Program({"read", target}).finish();
+    const auto output = Reader(target).finish();
     if (!output) return std::nullopt;
     const auto line = output->find('\n');
     const auto space = output->rfind(' ', line);
@@ -101,10 +51,12 @@ std::optional<Representation> given(const std::string& target) {
 }
 
 std::vector<std::string> givenTargets() {
-    const std::string output = Program({"targets"}).finish().value_or("");
+    rig::Process program({GTK_PASTEBOARD, "targets"});
+    program.exitStatus();
+    std::istringstream lines(program.output());
     std::vector<std::string> names;
-    for (std::size_t at = 0, end = 0; (end = output.find('\n', at)) != std::string::npos; at = end + 1)
-        names.push_back(output.substr(at, end - at));
+    for (std::string name; std::getline(lines, name);)
+        names.push_back(name);
     return names;
 }
 
@@ -124,9 +76,10 @@ xcb_atom_t RawClient::atom(const std::string& name) {
 }
 
 xcb_window_t RawClient::owner() {
-    using Owner = Reply<xcb_get_selection_owner_reply_t>;
     const auto cookie = xcb_get_selection_owner(connection_, atom("CLIPBOARD"));
-    return Owner(xcb_get_selection_owner_reply(connection_, cookie, nullptr))->owner;
+    const Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection_, cookie, nullptr));
+    return reply->owner;
 }
 
 void RawClient::own(const std::string& selection) {

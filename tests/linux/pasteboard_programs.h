@@ -1,12 +1,12 @@
 // Other programs on the pasteboard: real GTK ones, and a raw X client that can misbehave.
 #pragma once
 
-#include <sys/types.h>
+#include "rig/process.h"
+
 #include <xcb/xcb.h>
 
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace pasteboard_test {
@@ -20,28 +20,19 @@ struct Representation {
     bool operator==(const Representation&) const = default;
 };
 
-// A GTK program; killed with its object.
-class Program {
-public:
-    explicit Program(const std::vector<std::string>& arguments, const std::string& input = {});
-    ~Program();
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
+// A GTK program that owns the clipboard, once constructed.
+struct Owner {
+    explicit Owner(const std::vector<Representation>& contents);
 
-    std::string readLine();
-    // All it prints until it ends; absent when it fails.
-    std::optional<std::string> finish();
-    void signal(int number) const;
-
-private:
-    pid_t pid_ = -1;
-    int output_ = -1;
+    rig::Process program;
 };
 
-// Owns the clipboard once constructed.
-class Owning : public Program {
-public:
-    explicit Owning(const std::vector<Representation>& contents);
+// A GTK program that reads that target; what it prints once it has ended, absent when there is nothing.
+struct Reader {
+    explicit Reader(const std::string& target);
+    std::optional<std::string> finish();
+
+    rig::Process program;
 };
 
 // What another program is given for that target.

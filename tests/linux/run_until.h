@@ -7,15 +7,25 @@
 
 namespace platform {
 
-// Runs the main loop until `done` holds; fails the test when it never does.
+// Runs the main loop until `done` holds; fails the test, and is false, when it never does.
 template <typename Condition>
-void runUntil(Condition done) {
+bool runUntil(Condition done) {
     using namespace std::chrono_literals;
     const TimePoint deadline = now() + 10s;
     while (!done()) {
-        ASSERT_LT(now(), deadline) << "the main loop never got there";
+        if (now() >= deadline) {
+            ADD_FAILURE() << "the main loop never got there";
+            return false;
+        }
         MainQueue::asyncAfter(2ms, [] {}); // a condition may come true without an event
         g_main_context_iteration(nullptr, TRUE);
+    }
+    return true;
+}
+
+// Runs the main loop until it has nothing left to do: what was sent so far has been handled then.
+inline void settle() {
+    while (g_main_context_iteration(nullptr, FALSE)) {
     }
 }
 

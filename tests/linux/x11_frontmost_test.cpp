@@ -33,37 +33,6 @@ protected:
     }
 };
 
-TEST_F(Frontmost, IsTheProgramOfTheActiveWindowAndComesBackWhenAsked) {
-    const Program first("Quillpad", "first");
-    const auto found = inFront(first);
-    ASSERT_TRUE(found);
-    const RunningApplication application = *found;
-    EXPECT_EQ(application.bundleIdentifier(), "Quillpad");
-    EXPECT_EQ(application.localizedName(), "Quillpad");
-    EXPECT_TRUE(application.activateFromApplication(application)) << "even as the only one on the desktop";
-
-    Program second("other", "second");
-    const auto next = inFront(second);
-    ASSERT_TRUE(next);
-    const RunningApplication other = *next;
-    EXPECT_FALSE(other == application);
-    EXPECT_FALSE(other == RunningApplication::currentApplication());
-    EXPECT_FALSE(RunningApplication::currentApplication().isTerminated());
-
-    EXPECT_TRUE(application.activateFromApplication(RunningApplication::currentApplication()));
-    EXPECT_TRUE(runUntil([&] { return front() == application; }));
-
-    second.end();
-    EXPECT_TRUE(other.isTerminated());
-    EXPECT_FALSE(other.activateFromApplication(application));
-    EXPECT_FALSE(application.isTerminated());
-}
-
-TEST_F(Frontmost, IsTheHostItselfWithAWindowOfItsOwn) {
-    const KeyWindow window;
-    EXPECT_TRUE(runUntil([] { return front() == RunningApplication::currentApplication(); }));
-}
-
 TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
     auto* connection = x11::Connection::shared();
     // A window that the window manager does not manage, as launchers have.
@@ -108,12 +77,6 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
         EXPECT_EQ(application->bundleIdentifier().value_or(""), identity);
         EXPECT_EQ(application->localizedName().value_or(""), name);
     }
-}
-
-TEST(OpenUrl, IsFalseWithoutAProgramForItOrWithoutTheFile) {
-    const Workspace& workspace = Workspace::sharedWorkspace();
-    EXPECT_FALSE(workspace.openURL(*URL::URLWithString("quillmark-nobody-knows-this:x")));
-    EXPECT_FALSE(workspace.openURL(URL::fileURLWithPath("/nowhere/at/all.txt")));
 }
 
 } // namespace

@@ -24,71 +24,52 @@ protected:
 };
 
 TEST_F(Keystroke, CarriesItsOwnModifiersWhateverTheUserHoldsAndLeavesNothingDown) {
-    const std::vector<std::vector<std::string>> held{
-        {}, {"Alt_L", "Shift_L"}, {"Control_L"}, {"Super_L", "Alt_R"}, {"Shift_R", "Control_R", "Alt_L"}};
-    for (const auto& keys : held) {
-        Person person;
+    for (const std::string keys :
+         {"", "Alt_L+Shift_L", "Control_L", "Super_L+Alt_R", "Shift_R+Control_R+Alt_L"}) {
+        Keyboard keyboard;
         KeyWindow window;
-        for (const auto& key : keys)
-            person.press(key);
+        if (!keys.empty()) keyboard.hold(keys);
         post(positionOfC, command);
         post(positionOfC, 0);
-        person.releaseAll();
-        EXPECT_THAT(window.presses(), ElementsAre("Control+c", "c")) << testing::PrintToString(keys);
-        EXPECT_TRUE(person.nothingIsHeld()) << testing::PrintToString(keys);
+        keyboard.letGoAll();
+        EXPECT_THAT(window.presses(), ElementsAre("Control+c", "c")) << keys;
+        EXPECT_TRUE(keyboard.nothingIsHeld()) << keys;
     }
 }
 
 TEST_F(Keystroke, LetsGoOfEverythingWhenTheUserLetsGoInTheMiddleOrTheReleaseNeverComes) {
-    Person person;
+    Keyboard keyboard;
     KeyWindow window;
-    person.press("Alt_L");
+    keyboard.hold("Alt_L");
     auto down = CGEventCreateKeyboardEvent(std::nullopt, positionOfC, true);
     auto up = CGEventCreateKeyboardEvent(std::nullopt, positionOfC, false);
     CGEventSetFlags(*down, command | kCGEventFlagMaskShift);
     CGEventPost(CGEventTapLocation::kCGHIDEventTap, *down);
-    person.release("Alt_L");
-    person.tap("Shift_L");
+    keyboard.letGo("Alt_L");
+    keyboard.press("Shift_L");
     CGEventPost(CGEventTapLocation::kCGHIDEventTap, *down);
     CGEventPost(CGEventTapLocation::kCGHIDEventTap, *up);
     EXPECT_THAT(window.presses(), ElementsAre("Control+Shift+c", "Control+Shift+c"));
-    EXPECT_TRUE(person.nothingIsHeld());
+    EXPECT_TRUE(keyboard.nothingIsHeld());
 }
 
 TEST_F(Keystroke, LocksChangeNothingAndStay) {
-    Person person;
+    Keyboard keyboard;
     KeyWindow window;
-    person.tap("Caps_Lock");
-    person.tap("Num_Lock");
+    keyboard.press("Caps_Lock");
+    keyboard.press("Num_Lock");
     EXPECT_EQ(Event::modifierFlags(), kCGEventFlagMaskAlphaShift);
     // As sticky keys do.
-    XkbLockModifiers(person.display(), XkbUseCoreKbd, ShiftMask, ShiftMask);
-    XkbLatchModifiers(person.display(), XkbUseCoreKbd, Mod1Mask, Mod1Mask);
-    XSync(person.display(), False);
+    XkbLockModifiers(keyboard.display(), XkbUseCoreKbd, ShiftMask, ShiftMask);
+    XkbLatchModifiers(keyboard.display(), XkbUseCoreKbd, Mod1Mask, Mod1Mask);
+    XSync(keyboard.display(), False);
     post(positionOfC, command);
     EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
     XkbStateRec state{};
-    XkbGetState(person.display(), XkbUseCoreKbd, &state);
+    XkbGetState(keyboard.display(), XkbUseCoreKbd, &state);
     EXPECT_EQ(state.locked_mods, ShiftMask | LockMask | Mod2Mask);
-    XkbLockModifiers(person.display(), XkbUseCoreKbd, 0xFF, 0);
-    XSync(person.display(), False);
-}
-
-TEST_F(Keystroke, HeldModifiersAreNamedAfterTheirKeys) {
-    Person person;
-    const std::vector<std::pair<std::string, CGEventFlags>> keys{
-        {"Shift_R", kCGEventFlagMaskShift},
-        {"Control_L", kCGEventFlagMaskControl},
-        {"Alt_L", kCGEventFlagMaskAlternate},
-        {"Super_L", kCGEventFlagMaskCommand},
-        {"space", 0},
-    };
-    for (const auto& [key, flag] : keys) {
-        person.press(key);
-        EXPECT_EQ(Event::modifierFlags(), flag) << key;
-        person.release(key);
-        EXPECT_EQ(Event::modifierFlags(), 0U) << key;
-    }
+    XkbLockModifiers(keyboard.display(), XkbUseCoreKbd, 0xFF, 0);
+    XSync(keyboard.display(), False);
 }
 
 TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
@@ -114,10 +95,10 @@ TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
           "Control+Cyrillic_ya"}},
     };
     for (const auto& [layout, group, typed] : cases) {
-        Person person;
+        Keyboard keyboard;
         ASSERT_TRUE(run(std::string("setxkbmap ") + layout));
-        XkbLockGroup(person.display(), XkbUseCoreKbd, group);
-        XSync(person.display(), False);
+        XkbLockGroup(keyboard.display(), XkbUseCoreKbd, group);
+        XSync(keyboard.display(), False);
         KeyWindow window;
         post(keyThatTypes(u'c').value_or(8), command);
         post(keyThatTypes(u'a').value_or(0), command);
@@ -149,7 +130,7 @@ TEST_F(Keystroke, DeadKeysAndMissingKeysTypeNothing) {
 }
 
 TEST_F(Keystroke, NeverCopiesInATerminal) {
-    Person person;
+    Keyboard keyboard;
     for (const char* terminal : {"XTerm", "Gnome-terminal", "kitty"}) {
         KeyWindow window(terminal);
         post(positionOfC, command);

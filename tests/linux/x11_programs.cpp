@@ -1,23 +1,15 @@
 #include "linux/x11_programs.h"
 
-#include "platform/main_queue.h"
-
 #include <X11/XKBlib.h>
 #include <X11/Xutil.h>
-#include <X11/extensions/XTest.h>
-#include <glib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <thread>
 
 namespace platform::x11test {
 namespace {
-
-using namespace std::chrono_literals;
 
 ::Window openWindow(Display* display, const char* windowClass, const char* title) {
     const ::Window window =
@@ -59,57 +51,6 @@ std::string nameOf(unsigned state, KeySym symbol) {
 } // namespace
 
 bool hasDisplay() { return std::getenv("DISPLAY") != nullptr; }
-
-bool runUntil(const std::function<bool()>& done) {
-    for (const TimePoint deadline = now() + 8s; !done();) {
-        if (now() >= deadline) return false;
-        settle();
-        std::this_thread::sleep_for(1ms);
-    }
-    return true;
-}
-
-void settle() {
-    while (g_main_context_iteration(nullptr, FALSE)) {
-    }
-}
-
-Person::Person() : display_(XOpenDisplay(nullptr)) {}
-
-Person::~Person() {
-    releaseAll();
-    XCloseDisplay(display_);
-}
-
-void Person::releaseAll() {
-    for (auto key = down_.rbegin(); key != down_.rend(); ++key)
-        XTestFakeKeyEvent(display_, *key, False, CurrentTime);
-    down_.clear();
-    XSync(display_, False);
-}
-
-void Person::fake(const std::string& key, bool down) {
-    const KeyCode code = XKeysymToKeycode(display_, XStringToKeysym(key.c_str()));
-    ASSERT_NE(code, 0) << key;
-    XTestFakeKeyEvent(display_, code, down ? True : False, CurrentTime);
-    XSync(display_, False);
-    std::erase(down_, code);
-    if (down) down_.push_back(code);
-}
-
-void Person::tap(const std::string& key) {
-    press(key);
-    release(key);
-}
-
-bool Person::nothingIsHeld() const {
-    char keys[32]{};
-    XQueryKeymap(display_, keys);
-    XkbStateRec state{};
-    XkbGetState(display_, XkbUseCoreKbd, &state);
-    return std::all_of(std::begin(keys), std::end(keys), [](char key) { return key == 0; }) &&
-           state.base_mods == 0 && state.latched_mods == 0;
-}
 
 KeyWindow::KeyWindow(const char* windowClass)
     : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass, windowClass)) {

@@ -5,52 +5,24 @@
 #include <gtest/gtest.h>
 // clang-format on
 
+#include "linux/run_until.h"
 #include "platform/event.h"
+#include "rig/keyboard.h"
 
 #include <X11/Xlib.h>
 #include <sys/types.h>
 
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
-// The other side of the X server: a person at the keyboard, and small programs with a window. Each talks to
-// the server over a connection of its own, as it would in another process.
+// The other side of the X server: small programs with a window. Each talks to the server over a connection of
+// its own, as it would in another process.
 namespace platform::x11test {
+
+using rig::Keyboard;
 
 // False where there is no display: the tests that want one are skipped.
 bool hasDisplay();
-
-// Runs the main loop until `done` holds; false when that takes more than a few seconds.
-bool runUntil(const std::function<bool()>& done);
-
-// Runs the main loop until it has nothing left to do: what was sent so far has been handled then.
-void settle();
-
-// Presses keys by the names of their symbols ("Alt_L", "space"). Whatever is still down at the end comes up.
-class Person {
-public:
-    Person();
-    ~Person();
-    Person(const Person&) = delete;
-    Person& operator=(const Person&) = delete;
-
-    void press(const std::string& key) { fake(key, true); }
-    void release(const std::string& key) { fake(key, false); }
-    void releaseAll();
-    void tap(const std::string& key);
-
-    // True when the server says that no key is down and no modifier is in effect, apart from the locks.
-    bool nothingIsHeld() const;
-    Display* display() const { return display_; }
-
-private:
-    void fake(const std::string& key, bool down);
-
-    Display* display_;
-    std::vector<KeyCode> down_;
-};
 
 // A window that has the focus and writes down every key press: "Control+c", with the symbol in the group
 // that was in effect, or "Alt_L" for a modifier key alone.

@@ -1,8 +1,8 @@
-#include "end_to_end/fields.h"
+#include "rig/fields.h"
 
 #include <stdexcept>
 
-namespace e2e {
+namespace rig {
 
 namespace {
 
@@ -47,4 +47,4 @@ std::string Fields::nextLine() {
     return line;
 }
 
-} // namespace e2e
+} // namespace rig

@@ -1,8 +1,8 @@
-#include "end_to_end/wait.h"
+#include "rig/wait.h"
 
 #include <thread>
 
-namespace e2e {
+namespace rig {
 
 bool waitUntil(const std::function<bool()>& condition, milliseconds limit) {
     const auto end = Clock::now() + limit;
@@ -13,4 +13,4 @@ bool waitUntil(const std::function<bool()>& condition, milliseconds limit) {
     return true;
 }
 
-} // namespace e2e
+} // namespace rig

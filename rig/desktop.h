@@ -1,7 +1,8 @@
 // The desktop that $DISPLAY names, as the person in front of it uses and sees it.
 #pragma once
 
-#include "end_to_end/wait.h"
+#include "rig/keyboard.h"
+#include "rig/wait.h"
 
 #include <sys/types.h>
 
@@ -12,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace e2e {
+namespace rig {
 
 using WindowId = unsigned long;
 
@@ -23,11 +24,7 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    // Keys through the server's own test interface, as named by X: "Control+Shift+End", "a".
-    void press(std::string_view chord);
-    // Holds modifiers or lets them go: "Alt+Shift".
-    void hold(std::string_view keys);
-    void letGo(std::string_view keys);
+    Keyboard keyboard;
     // Presses the left button in the middle of a window.
     void click(WindowId window);
 
@@ -61,4 +58,4 @@ private:
     std::unique_ptr<Server> server_;
 };
 
-} // namespace e2e
+} // namespace rig

@@ -1,11 +1,11 @@
 // Another program's clipboard, through GTK.
 //
-//   gtk_pasteboard own             reads representations from standard input, each a line "TARGET TYPE FORMAT
+//   gtk_pasteboard own            reads representations from standard input, each a line "TARGET TYPE FORMAT
 //   LENGTH"
-//                                  and LENGTH bytes; says "ready" when it owns them, and serves them until it
-//                                  is ended
-//   gtk_pasteboard read TARGET     prints "TYPE FORMAT" on a line and then the bytes; exits 1 when there is
-//   nothing gtk_pasteboard targets         prints one target a line, in the owner's order
+//                                 and LENGTH bytes; says "ready" when it owns them, and serves them until it
+//                                 is ended
+//   gtk_pasteboard read TARGET    prints "TYPE FORMAT" on a line and then the bytes; exits 1 when there is
+//   nothing gtk_pasteboard targets        prints one target a line, in the owner's order
 #include <gtk/gtk.h>
 
 #include <cstdint>
@@ -96,11 +96,12 @@ int targets() {
 } // namespace
 
 int main(int count, char** arguments) {
+    // What the toolkit has to say must not stand in what is read.
+    if (std::freopen("/dev/null", "w", stderr) == nullptr) return 2;
     gtk_init(&count, &arguments);
     const std::string verb = count > 1 ? arguments[1] : "";
     if (verb == "own") return own();
     if (verb == "read" && count == 3) return read(arguments[2]);
     if (verb == "targets") return targets();
-    std::cerr << "gtk_pasteboard: say own, read TARGET or targets.\n";
     return 2;
 }

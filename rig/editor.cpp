@@ -1,9 +1,9 @@
-#include "end_to_end/editor.h"
+#include "rig/editor.h"
 
 #include <sstream>
 #include <stdexcept>
 
-namespace e2e {
+namespace rig {
 
 namespace {
 
@@ -37,11 +37,11 @@ bool Editor::selectLines(int first, int count) {
     const std::string wanted = lines(text_, first, count);
     // The window shows before the editor takes keys; selecting is repeated until it has been done.
     return waitUntil([&] {
-        desktop_.press("Control+Home");
+        desktop_.keyboard.press("Control+Home");
         for (int line = 0; line < first; ++line)
-            desktop_.press("Down");
+            desktop_.keyboard.press("Down");
         for (int line = 0; line < count; ++line)
-            desktop_.press("Shift+Down");
+            desktop_.keyboard.press("Shift+Down");
         return waitUntil([&] { return desktop_.text("PRIMARY") == wanted; }, milliseconds(500));
     });
 }
@@ -53,10 +53,10 @@ std::string Editor::savedText(std::string_view before) {
         return !saved.empty() && saved != before;
     };
     waitUntil([&] {
-        desktop_.press("Control+s");
+        desktop_.keyboard.press("Control+s");
         return waitUntil(changed, milliseconds(500));
     });
     return saved;
 }
 
-} // namespace e2e
+} // namespace rig

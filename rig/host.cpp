@@ -1,4 +1,4 @@
-#include "end_to_end/host.h"
+#include "rig/host.h"
 
 #include "flutter/standard_codec.h"
 
@@ -14,17 +14,12 @@
 #include <cstdlib>
 #include <stdexcept>
 
-namespace e2e {
+namespace rig {
 
 using flutter::Frame;
 using flutter::FrameKind;
 
 namespace {
-
-std::string hostProgram() {
-    const char* chosen = std::getenv("QUILLMARK_HOST");
-    return chosen ? chosen : QUILLMARK_HOST_PROGRAM;
-}
 
 // The interface's process says where the socket is and then waits to be told its exit status; the connection
 // is the test's own.
@@ -46,6 +41,11 @@ int exitPipe(const TemporaryFolder& folder) {
 }
 
 } // namespace
+
+std::string hostProgram() {
+    const char* chosen = std::getenv("QUILLMARK_HOST");
+    return chosen ? chosen : QUILLMARK_HOST_PROGRAM;
+}
 
 int connectTo(const std::string& path) {
     sockaddr_un address{};
@@ -176,4 +176,4 @@ void Host::receive() {
     }
 }
 
-} // namespace e2e
+} // namespace rig

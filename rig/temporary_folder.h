@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace e2e {
+namespace rig {
 
 class TemporaryFolder {
 public:
@@ -24,4 +24,4 @@ private:
 std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, std::string_view text);
 
-} // namespace e2e
+} // namespace rig

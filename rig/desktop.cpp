@@ -1,4 +1,4 @@
-#include "end_to_end/desktop.h"
+#include "rig/desktop.h"
 
 #include <X11/X.h>
 #include <X11/Xatom.h>
@@ -9,26 +9,14 @@
 
 #include <algorithm>
 #include <cstring>
-#include <map>
 #include <stdexcept>
 
-namespace e2e {
+namespace rig {
 
 namespace {
 
 // A window may vanish while it is being asked about; what it was asked is then simply absent.
 int ignoreError(Display*, XErrorEvent*) { return 0; }
-
-std::vector<std::string> split(std::string_view chord) {
-    std::vector<std::string> names(1);
-    for (const char c : chord) {
-        if (c == '+')
-            names.emplace_back();
-        else
-            names.back() += c;
-    }
-    return names;
-}
 
 } // namespace
 
@@ -45,17 +33,6 @@ public:
     Server& operator=(const Server&) = delete;
 
     Atom atom(const char* name) const { return XInternAtom(display, name, False); }
-
-    void key(const std::string& name, bool down) const {
-        static const std::map<std::string, const char*> modifiers{
-            {"Control", "Control_L"}, {"Shift", "Shift_L"}, {"Alt", "Alt_L"}, {"Super", "Super_L"}};
-        const auto found = modifiers.find(name);
-        const KeySym symbol = XStringToKeysym(found == modifiers.end() ? name.c_str() : found->second);
-        const KeyCode code = XKeysymToKeycode(display, symbol);
-        if (code == 0) throw std::runtime_error("This keyboard has no key " + name + ".");
-        XTestFakeKeyEvent(display, code, down ? True : False, CurrentTime);
-        XSync(display, False);
-    }
 
     struct Property {
         std::string bytes; // 32-bit values are in the library's form: each an unsigned long
@@ -115,24 +92,6 @@ public:
 
 Desktop::Desktop() : server_(std::make_unique<Server>()) {}
 Desktop::~Desktop() = default;
-
-void Desktop::press(std::string_view chord) {
-    const auto names = split(chord);
-    for (const auto& name : names)
-        server_->key(name, true);
-    for (auto name = names.rbegin(); name != names.rend(); ++name)
-        server_->key(*name, false);
-}
-
-void Desktop::hold(std::string_view keys) {
-    for (const auto& name : split(keys))
-        server_->key(name, true);
-}
-
-void Desktop::letGo(std::string_view keys) {
-    for (const auto& name : split(keys))
-        server_->key(name, false);
-}
 
 void Desktop::click(WindowId window) {
     XWindowAttributes attributes{};
@@ -241,4 +200,4 @@ void Desktop::screenshot(const std::filesystem::path& file) {
     if (!saved) throw std::runtime_error("The picture cannot be written: " + file.string());
 }
 
-} // namespace e2e
+} // namespace rig

@@ -1,14 +1,14 @@
 // A real text editor (mousepad) with one file open.
 #pragma once
 
-#include "end_to_end/desktop.h"
-#include "end_to_end/process.h"
+#include "rig/desktop.h"
+#include "rig/process.h"
 
 #include <filesystem>
 #include <string>
 #include <string_view>
 
-namespace e2e {
+namespace rig {
 
 class Editor {
 public:
@@ -35,4 +35,4 @@ private:
     WindowId window_ = 0;
 };
 
-} // namespace e2e
+} // namespace rig

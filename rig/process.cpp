@@ -1,4 +1,4 @@
-#include "end_to_end/process.h"
+#include "rig/process.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-namespace e2e {
+namespace rig {
 
 namespace {
 
@@ -45,7 +45,7 @@ Process::Process(const std::vector<std::string>& command,
 }
 
 Process::~Process() {
-    close(input_);
+    closeInput();
     if (exitStatus(milliseconds(0))) return;
     kill(pid_, SIGTERM);
     if (exitStatus(milliseconds(3000))) return;
@@ -55,10 +55,17 @@ Process::~Process() {
 
 std::string Process::output() const { return readFile(folder_ / "output"); }
 
-void Process::writeLine(const std::string& line) const {
-    const std::string whole = line + "\n";
-    if (write(input_, whole.data(), whole.size()) < 0)
-        throw std::runtime_error("The program takes no input.");
+void Process::write(std::string_view text) const {
+    while (!text.empty()) {
+        const ssize_t count = ::write(input_, text.data(), text.size());
+        if (count < 0) throw std::runtime_error("The program takes no input.");
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+void Process::closeInput() {
+    if (input_ >= 0) close(input_);
+    input_ = -1;
 }
 
 void Process::signal(int number) const {
@@ -77,4 +84,4 @@ std::optional<int> Process::exitStatus(milliseconds limit) {
     return status_;
 }
 
-} // namespace e2e
+} // namespace rig

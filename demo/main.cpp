@@ -2,9 +2,9 @@
 // that comes with it. Each step is said with its time; the verdict is the file that the editor saved.
 //
 //   quillmark-demo HOST INTERFACE PICTURES-FOLDER
-#include "end_to_end/desktop.h"
-#include "end_to_end/editor.h"
-#include "end_to_end/process.h"
+#include "rig/desktop.h"
+#include "rig/editor.h"
+#include "rig/process.h"
 
 #include <cstdio>
 #include <exception>
@@ -14,7 +14,7 @@
 
 namespace {
 
-using namespace e2e;
+using namespace rig;
 
 const Clock::time_point started = Clock::now();
 
@@ -99,7 +99,7 @@ void show(const Programs& programs, const std::filesystem::path& pictures) {
     std::filesystem::create_directories(pictures);
     picture(desktop, pictures / "before.png");
 
-    desktop.press("Alt+Shift+space");
+    desktop.keyboard.press("Alt+Shift+space");
     say("pressed Alt+Shift+Space");
     narrator.waitFor(" pasted");
 

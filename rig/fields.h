@@ -1,13 +1,13 @@
 // The small program with text fields (tests/programs/gtk_fields.cpp), asked and told by lines.
 #pragma once
 
-#include "end_to_end/desktop.h"
-#include "end_to_end/process.h"
+#include "rig/desktop.h"
+#include "rig/process.h"
 
 #include <string>
 #include <vector>
 
-namespace e2e {
+namespace rig {
 
 class Fields {
 public:
@@ -29,4 +29,4 @@ private:
     std::size_t read_ = 0;
 };
 
-} // namespace e2e
+} // namespace rig

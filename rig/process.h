@@ -1,17 +1,18 @@
 // A program started by a test; it does not outlive its object.
 #pragma once
 
-#include "end_to_end/temporary_folder.h"
-#include "end_to_end/wait.h"
+#include "rig/temporary_folder.h"
+#include "rig/wait.h"
 
 #include <sys/types.h>
 
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-namespace e2e {
+namespace rig {
 
 class Process {
 public:
@@ -25,8 +26,10 @@ public:
 
     pid_t pid() const { return pid_; }
     std::string output() const;
-    // To its standard input.
-    void writeLine(const std::string& line) const;
+    // To its standard input; throws when it takes none.
+    void write(std::string_view text) const;
+    void writeLine(const std::string& line) const { write(line + "\n"); }
+    void closeInput();
     void signal(int number) const;
 
     // The exit status (128 + n when signal n ended it); absent when it still runs after `limit`.
@@ -39,4 +42,4 @@ private:
     std::optional<int> status_;
 };
 
-} // namespace e2e
+} // namespace rig

@@ -2,11 +2,11 @@
 // with times.
 #pragma once
 
-#include "end_to_end/desktop.h"
-#include "end_to_end/process.h"
-#include "end_to_end/wait.h"
 #include "flutter/frame.h"
 #include "flutter/method_channel.h"
+#include "rig/desktop.h"
+#include "rig/process.h"
+#include "rig/wait.h"
 
 #include <cstdint>
 #include <map>
@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-namespace e2e {
+namespace rig {
 
 inline constexpr std::string_view desktopChannel = "quillmark.quillmark/desktop";
 
@@ -27,7 +27,7 @@ struct Received {
 
 class Host {
 public:
-    // Starts $QUILLMARK_HOST (the one of this build by default) and connects to it. Throws with what it
+    // Starts it and connects to it. Throws with what it
     // printed when it does not come up.
     explicit Host(const std::map<std::string, std::string>& environment = {});
     ~Host();
@@ -80,7 +80,10 @@ private:
     std::vector<Received> received_;
 };
 
+// $QUILLMARK_HOST, or the host of this build.
+std::string hostProgram();
+
 // A connection to a host's socket, or -1.
 int connectTo(const std::string& path);
 
-} // namespace e2e
+} // namespace rig

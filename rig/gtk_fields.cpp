@@ -1,18 +1,23 @@
 // A small real program with text fields, driven by lines on its standard input, so that a test on a real
 // desktop can prepare a field and afterwards judge the outcome by what the program itself says.
 //
-//   gtk_fields [--title TITLE] [--into XID] KIND[=TEXT] …       KIND: entry textview password readonly combo
-//   search button
+//   gtk_fields [--title TITLE] [--into XID] KIND[=TEXT] …
 //
-// With --into it embeds its fields in that window of another program instead of showing one of its own.
-// It prints "ready" once its window is mapped and has the keyboard focus (in field 0). Each command is
-// answered by one line, "ok" unless said otherwise; fields count from 0, offsets count code points, TEXT may
-// hold \n and \\:
+// KIND is entry, textview, password, readonly, combo, search or button. With --into it embeds its fields in
+// that window of another program instead of showing one of its own. It prints "ready" once its window is
+// mapped and has the keyboard focus (in field 0). Each command is answered by one line, "ok" unless said
+// otherwise; fields count from 0, offsets count code points, TEXT may hold \n and \\:
 //
-//   focus N            select N START END     text N TEXT     hidden N 0|1 (a password entry, or not any
-//   more) title TITLE        minimize               present         hang SECONDS (answers first, then serves
-//   nobody) dump               answers {"title", "active", "focus", "fields": [{"kind", "text", "selection":
-//   [start, end]}]} quit               ends the program, as does the end of its input
+//   focus N
+//   select N START END
+//   text N TEXT
+//   hidden N 0|1       a password entry, or not any more
+//   title TITLE
+//   minimize
+//   present
+//   hang SECONDS       answers first, then serves nobody
+//   dump               answers {"title", "active", "focus", "fields": [{"kind", "text", "selection": [start,
+//   end]}]} quit               ends the program, as does the end of its input
 #include <gtkmm.h>
 #include <gtkmm/plug.h>
 #include <unistd.h>
