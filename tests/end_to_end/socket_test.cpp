@@ -4,9 +4,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
@@ -23,40 +20,6 @@ using flutter::EncodableMap;
 using flutter::EncodableValue;
 using flutter::FrameKind;
 using flutter::NotImplemented;
-
-TEST(Socket, IsOnlyThisUsersAndServesOneInterface) {
-    Host host;
-    struct stat folder {};
-    ASSERT_EQ(stat(std::filesystem::path(host.socketPath()).parent_path().c_str(), &folder), 0);
-    EXPECT_EQ(folder.st_mode & 0777, 0700u);
-    EXPECT_EQ(folder.st_uid, getuid());
-
-    const int second = connectTo(host.socketPath());
-    char byte = 0;
-    EXPECT_TRUE(second < 0 || recv(second, &byte, 1, 0) <= 0) << "a second interface was served";
-    if (second >= 0) close(second);
-    EXPECT_EQ(host.call("pin", true), CallOutcome(EncodableValue())) << "the first one suffered from it";
-}
-
-TEST(Socket, AnswersInOrderWhateverPiecesTheBytesComeIn) {
-    Host host;
-    std::vector<std::uint8_t> bytes;
-    for (std::uint32_t id = 1; id <= 3; ++id) {
-        const auto call = flutter::encodeMethodCall({id == 2 ? "noSuchMethod" : "pin", false});
-        const auto frame =
-            flutter::encodeFrame({FrameKind::request, id, std::string(desktopChannel), call}).value();
-        bytes.insert(bytes.end(), frame.begin(), frame.end());
-    }
-    for (const auto& byte : bytes)
-        host.send(std::span(&byte, 1));
-    EXPECT_EQ(host.answer(1), CallOutcome(EncodableValue()));
-    EXPECT_EQ(host.answer(2), CallOutcome(NotImplemented{}));
-    EXPECT_EQ(host.answer(3), CallOutcome(EncodableValue()));
-    std::vector<std::uint32_t> order;
-    for (const auto& each : host.received())
-        order.push_back(each.frame.id);
-    EXPECT_THAT(order, testing::ElementsAre(1, 2, 3));
-}
 
 TEST(Socket, UnreadableCallsAndUnknownChannelsGetAnEmptyReply) {
     Host host;

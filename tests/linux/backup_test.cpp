@@ -1,6 +1,6 @@
 // Directories that backup programs leave out, as those programs see them.
 #include "platform/url.h"
-#include "platform/uuid.h"
+#include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,12 +16,6 @@ namespace fs = std::filesystem;
 
 class Backup : public testing::Test {
 protected:
-    Backup() { fs::create_directory(folder); }
-    ~Backup() override {
-        fs::permissions(folder, fs::perms::owner_all);
-        fs::remove_all(folder);
-    }
-
     std::optional<std::string> exclude(const fs::path& path, bool excluded = true) const {
         return URL::fileURLWithPath(path.string(), true).setExcludedFromBackup(excluded);
     }
@@ -33,7 +27,8 @@ protected:
         return line;
     }
 
-    const fs::path folder = fs::temp_directory_path() / ("quillmark-test-" + UUIDString());
+    const rig::TemporaryFolder temporary;
+    const fs::path folder = temporary / "";
 };
 
 TEST_F(Backup, MarkedDirectoryCarriesTheTagAndTheAttributeUntilUnmarked) {

@@ -1,5 +1,6 @@
 #include "linux/run_until.h"
 #include "platform/linux/engine_socket.h"
+#include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -173,7 +174,8 @@ TEST_F(Engine, EntryThatRunsALoopOfItsOwnIsNotGivenTheNextBytes) {
 }
 
 TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
-    const fs::path base = fs::temp_directory_path() / ("quillmark-folders." + std::to_string(getpid()));
+    const rig::TemporaryFolder folder;
+    const fs::path base = folder / "";
     fs::create_directories(base / "quillmark-host.killed");
     fs::create_directories(base / "someone-elses");
     fs::create_symlink("nowhere", base / "quillmark-host.killed" / "engine");
@@ -190,7 +192,6 @@ TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
         EXPECT_TRUE(fs::exists(base / "someone-elses"));
     }
     setenv("XDG_RUNTIME_DIR", formerFolder.c_str(), 1);
-    fs::remove_all(base);
 }
 
 } // namespace

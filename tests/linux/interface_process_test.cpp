@@ -2,11 +2,11 @@
 #include "platform/linux/command_line.h"
 #include "platform/linux/interface_process.h"
 #include "platform/linux/interface_program.h"
+#include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -77,8 +77,7 @@ TEST_F(Interface, ThatCannotBeStartedHasAReason) {
 }
 
 TEST(FindInterface, SaysWhatToDoAboutAProgramThatCannotBeStarted) {
-    const auto folder = fs::temp_directory_path() / ("quillmark-programs." + std::to_string(getpid()));
-    fs::create_directory(folder);
+    const rig::TemporaryFolder folder;
     std::ofstream(folder / "plain") << "#!/bin/sh\n";
     const auto problem = [](const std::string& program) {
         std::string sentence;
@@ -89,7 +88,7 @@ TEST(FindInterface, SaysWhatToDoAboutAProgramThatCannotBeStarted) {
     EXPECT_THAT(problem("no-such-program-anywhere"), HasSubstr("there is no program"));
     EXPECT_THAT(problem(""), HasSubstr("there is no program"));
     EXPECT_THAT(problem((folder / "plain").string()), HasSubstr("chmod +x"));
-    EXPECT_THAT(problem(folder.string()), HasSubstr("is a folder"));
+    EXPECT_THAT(problem((folder / "").string()), HasSubstr("is a folder"));
 
     fs::permissions(folder / "plain", fs::perms::owner_all);
     std::string none;
@@ -97,7 +96,6 @@ TEST(FindInterface, SaysWhatToDoAboutAProgramThatCannotBeStarted) {
                 ElementsAre((folder / "plain").string(), "-x"));
     EXPECT_THAT(findInterface({"sh"}, none), ElementsAre(HasSubstr("/sh")));
     EXPECT_EQ(none, "");
-    fs::remove_all(folder);
 }
 
 TEST(CommandLine, OptionsEndWhereTheInterfaceBegins) {

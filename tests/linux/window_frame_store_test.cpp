@@ -1,8 +1,8 @@
 #include "linux/print_rect.h"
 #include "platform/linux/window_frame_store.h"
+#include "rig/temporary_folder.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -15,13 +15,11 @@ namespace fs = std::filesystem;
 
 class FrameStore : public testing::Test {
 protected:
-    FrameStore() { setenv("XDG_STATE_HOME", folder.c_str(), 1); }
-    ~FrameStore() override {
-        unsetenv("XDG_STATE_HOME");
-        fs::remove_all(folder);
-    }
+    FrameStore() { setenv("XDG_STATE_HOME", state.c_str(), 1); }
+    ~FrameStore() override { unsetenv("XDG_STATE_HOME"); }
 
-    const fs::path folder = fs::temp_directory_path() / ("quillmark-state." + std::to_string(getpid()));
+    const rig::TemporaryFolder folder;
+    const fs::path state = folder / "state";
 };
 
 TEST_F(FrameStore, FrameComesBackUnderItsNameOnly) {
@@ -36,16 +34,16 @@ TEST_F(FrameStore, FrameComesBackUnderItsNameOnly) {
 }
 
 TEST_F(FrameStore, BrokenFileIsIgnored) {
-    fs::create_directories(folder / "quillmark");
+    fs::create_directories(state / "quillmark");
     for (const char* content :
          {"", "1 2 3", "a b c d", "1 2 nan 4", "1 2 inf 4", "1 2 -3 4", "1 2 0 4", "1e300 2 3 4"}) {
-        std::ofstream(folder / "quillmark" / "Main.frame") << content;
+        std::ofstream(state / "quillmark" / "Main.frame") << content;
         EXPECT_EQ(WindowFrameStore("Main").load(), std::nullopt) << content;
     }
 }
 
 TEST_F(FrameStore, PlaceThatCannotBeWrittenIsNoError) {
-    std::ofstream(folder.string()) << "a file where the folder should be";
+    std::ofstream(state) << "a file where the folder should be";
     WindowFrameStore("Main").save({1, 2, 3, 4});
     EXPECT_EQ(WindowFrameStore("Main").load(), std::nullopt);
 }

@@ -4,18 +4,15 @@
 #include "platform/linux/toolkit.h"
 #include "platform/linux/window_native.h"
 #include "platform/window.h"
+#include "rig/temporary_folder.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 namespace platform {
 namespace {
-
-namespace fs = std::filesystem;
 
 struct Told : WindowDelegate {
     bool windowShouldClose() override { return calls += "close ", mayClose; }
@@ -33,15 +30,10 @@ protected:
 
     void SetUp() override {
         if (std::getenv("DISPLAY") == nullptr) GTEST_SKIP() << "needs a display";
-        setenv("XDG_STATE_HOME", state.c_str(), 1);
+        setenv("XDG_STATE_HOME", (state / "").c_str(), 1);
         static const bool started = startToolkit();
         ASSERT_TRUE(started);
         make();
-    }
-
-    ~RealWindow() override {
-        window.reset();
-        fs::remove_all(state);
     }
 
     void make() {
@@ -71,7 +63,7 @@ protected:
 
     Gtk::Window& gtk() { return window->native().window; }
 
-    const fs::path state = fs::temp_directory_path() / ("quillmark-windows." + std::to_string(getpid()));
+    const rig::TemporaryFolder state;
     Told told;
     std::unique_ptr<Window> window;
 };
