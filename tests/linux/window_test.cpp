@@ -4,11 +4,14 @@
 #include "platform/linux/toolkit.h"
 #include "platform/linux/window_native.h"
 #include "platform/window.h"
+#include "rig/desktop.h"
 #include "rig/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -33,7 +36,23 @@ protected:
         setenv("XDG_STATE_HOME", (state / "").c_str(), 1);
         static const bool started = startToolkit();
         ASSERT_TRUE(started);
+        desktop.emplace();
         make();
+    }
+
+    // The next test's window may well get the same number: openbox takes an old wish to be shown for that
+    // one's.
+    void TearDown() override {
+        if (!window) return;
+        if (gtk().get_visible()) runUntil([this] { return isShown(); });
+        window.reset();
+        runUntil([this] { return desktop->windows(getpid()).empty(); });
+    }
+
+    // The window manager says so, and the X server too.
+    bool isShown() {
+        const auto managed = desktop->windows(getpid());
+        return !managed.empty() && !desktop->isHidden(managed.front());
     }
 
     void make() {
@@ -53,17 +72,18 @@ protected:
     // Until the window manager itself says so, with no request of ours open.
     void untilConfirmed(const Rect& frame) {
         runUntil([&] {
-            int x = 0, y = 0, width = 0, height = 0;
-            gtk().get_position(x, y);
+            int width = 0, height = 0;
             gtk().get_size(width, height);
-            return gtk().get_mapped() && width == frame.width && window->frame() == frame;
+            return isShown() && width == frame.width && window->frame() == frame;
         });
+        settle();
         EXPECT_EQ(window->frame(), frame);
     }
 
     Gtk::Window& gtk() { return window->native().window; }
 
     const rig::TemporaryFolder state;
+    std::optional<rig::Desktop> desktop;
     Told told;
     std::unique_ptr<Window> window;
 };

@@ -47,7 +47,7 @@ void Window::Native::setFrame(const Rect& frame) {
     const auto area = toToolkit(possible);
     window.resize(std::max(1, area.get_width()), std::max(1, area.get_height() - headerHeight()));
     window.move(area.get_x(), area.get_y());
-    if (!window.get_mapped()) return;
+    if (!isPlaced_) return;
     window.get_display()->flush();
     expectAnswer();
 }
@@ -56,7 +56,7 @@ void Window::Native::setFrame(const Rect& frame) {
 void Window::Native::expectAnswer() {
     if (!wanted_) return;
     MainQueue::asyncAfter(250ms, [this, asked = *wanted_, life = std::weak_ptr(life_)] {
-        if (!life.expired() && window.get_mapped() && wanted_ == asked) wanted_.reset();
+        if (!life.expired() && isPlaced_ && wanted_ == asked) wanted_.reset();
     });
 }
 
@@ -95,7 +95,7 @@ void Window::Native::saveFrameSoon() {
 }
 
 void Window::Native::saveFrame() {
-    if (store_ && isFree() && window.get_mapped()) store_->save(shownFrame());
+    if (store_ && isFree()) store_->save(frame());
 }
 
 } // namespace platform

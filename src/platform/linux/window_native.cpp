@@ -39,6 +39,7 @@ Window::Native::Native(std::uint64_t styleMask) : styleMask_(styleMask) {
     window.signal_button_press_event().connect([this](GdkEventButton* event) { return dragged(event); });
     window.signal_window_state_event().connect(
         [this](GdkEventWindowState* event) { return stateChanged(*event), false; });
+    window.signal_map_event().connect([this](GdkEventAny*) { return placed(), false; });
     window.signal_configure_event().connect([this](GdkEventConfigure*) { return configured(), false; },
                                             false);
 }
@@ -86,10 +87,17 @@ void Window::Native::stateChanged(const GdkEventWindowState& event) {
     });
 }
 
+// Until the window manager shows it, a window wanders: openbox puts it into its frame first and that to its
+// place then.
+void Window::Native::placed() {
+    isPlaced_ = true;
+    configured();
+    expectAnswer();
+}
+
 void Window::Native::configured() {
-    if (!window.get_mapped()) return;
-    const auto shown = shownFrame();
-    if (wanted_ && wanted_->width == shown.width && wanted_->height == shown.height) wanted_.reset();
+    if (!isPlaced_) return;
+    if (wanted_ == shownFrame()) wanted_.reset();
     if (isFree()) saveFrameSoon();
 }
 
@@ -111,12 +119,12 @@ void Window::Native::present() {
     window.show();
     window.present(time);
     window.get_display()->flush();
-    expectAnswer();
 }
 
 void Window::Native::orderOut() {
     if (window.get_mapped() && isFree()) wanted_ = frame();
     if (saveQueued_) saveFrame();
+    isPlaced_ = false;
     window.hide();
     window.get_display()->flush(); // the main thread may sleep next, until the focus is back where it was
 }

@@ -56,6 +56,7 @@ private:
     void close();
     bool dragged(GdkEventButton* event);
     void stateChanged(const GdkEventWindowState& event);
+    void placed();
     void configured();
 
     bool isFullScreen() const { return (state_ & GDK_WINDOW_STATE_FULLSCREEN) != 0; }
@@ -71,6 +72,7 @@ private:
     Gtk::Label noTitle_; // stands where the title would
     std::uint64_t styleMask_;
     int state_ = 0;
+    bool isPlaced_ = false; // the window manager has shown it
     Size minSize_;
     std::optional<Rect> wanted_; // asked for, and not yet confirmed by the window manager
     std::optional<WindowFrameStore> store_;
