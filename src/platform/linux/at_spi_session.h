@@ -32,7 +32,7 @@ public:
     void keepListening();
 
 private:
-    Session() = default;
+    Session();
     bool connect();
     void registerEvents();
 
@@ -40,6 +40,7 @@ private:
     std::unique_ptr<Bus> accessibility_;
     Programs programs_;
     std::string whyNot_;
+    Milliseconds deadline_; // of each step on the way
     std::chrono::steady_clock::time_point nextAttempt_{};
     bool listening_ = false;
 };
