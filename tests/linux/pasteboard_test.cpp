@@ -210,22 +210,24 @@ TEST_F(PasteboardTest, WhatAStoppedOwnerHoldsSurvivesACopyThatCopiesNothing) {
     EXPECT_TRUE(waitUntil([] { return hostText() == "kept"; })) << "the clearing is over";
 }
 
-TEST_F(PasteboardTest, WhatAStoppedOwnerHeldComesBackAfterACopy) {
-    const Owner owner({text("kept"), {"text/html", "text/html", 8, "<i>kept</i>"}});
-    owner.program.signal(SIGSTOP);
-    const Pairs nothing = snapshot();
-    pasteboard().clearContents();
-    {
+TEST_F(PasteboardTest, WhatAStoppedOwnerHeldComesBackAfterACopyThoughTheCopyingProgramStopsToo) {
+    for (const bool both : {false, true}) {
+        const Owner owner({text("kept"), {"text/html", "text/html", 8, "<i>kept</i>"}});
+        owner.program.signal(SIGSTOP);
+        const Pairs nothing = snapshot();
+        pasteboard().clearContents();
         const Owner target({text("selected")});
-        EXPECT_EQ(hostText(), "selected");
+        if (both) target.program.signal(SIGSTOP);
+        EXPECT_EQ(hostText(), both ? std::nullopt : std::optional<std::string>("selected"));
         restore(nothing);
+        EXPECT_EQ(given("UTF8_STRING"), std::nullopt);
+        const auto before = pasteboard().changeCount();
+        owner.program.signal(SIGCONT);
+        target.program.signal(SIGCONT);
+        EXPECT_TRUE(waitUntil([] { return hostText() == "kept"; }));
+        EXPECT_EQ(given("text/html")->bytes, "<i>kept</i>");
+        EXPECT_EQ(pasteboard().changeCount(), before + 1);
     }
-    EXPECT_EQ(given("UTF8_STRING"), std::nullopt);
-    const auto before = pasteboard().changeCount();
-    owner.program.signal(SIGCONT);
-    EXPECT_TRUE(waitUntil([] { return hostText() == "kept"; }));
-    EXPECT_EQ(given("text/html")->bytes, "<i>kept</i>");
-    EXPECT_EQ(pasteboard().changeCount(), before + 1);
 }
 
 TEST_F(PasteboardTest, WhatTheUserCopiesMeanwhileIsNeverReplacedByLateAnswers) {

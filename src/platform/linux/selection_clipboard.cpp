@@ -140,7 +140,9 @@ void Clipboard::ask(const PasteboardType& target, std::int64_t changeCount, Pati
 void Clipboard::clear() {
     look();
     clearedAt_ = Clock::now();
-    if (foreign() && (hidden_ || reader_.owes(handovers_))) {
+    // Who hangs with a copy that the host itself asked for has nothing of the user's.
+    const bool copiedForUs = rescue_.isEarlierThan(handovers_);
+    if (foreign() && !copiedForUs && (hidden_ || reader_.owes(handovers_))) {
         hidden_ = true;
         ++changeCount_;
         rescue_.ask(*connection_, reader_, question(XCB_NONE));

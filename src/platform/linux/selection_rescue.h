@@ -16,6 +16,9 @@ public:
     // Gives up what was asked for.
     void drop() { found_ = nullptr; }
 
+    // True when an earlier owner than that one has been asked.
+    bool isEarlierThan(std::uint64_t owner) const { return found_ && found_->owner < owner; }
+
     // True when the owner has answered and had something.
     bool ready() const;
 
