@@ -1,11 +1,9 @@
-// A model server on loopback that answers as the test has it. Every connection is served on a thread of its
-// own.
+// A model server on loopback that answers as the test has it.
 #pragma once
 
-#include <atomic>
-#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -30,25 +28,33 @@ private:
     int socket_;
 };
 
+struct ServerBehaviour {
+    // Answers a completion.
+    std::function<void(Connection&)> chat = {};
+    // The answers to the probes: as a server with one model "m".
+    int health = 200;
+    std::string models = R"({"data":[{"id":"m"}]})";
+    // Takes connections and leaves the probes unanswered.
+    bool busy = false;
+};
+
+// Every connection is served on a thread of its own.
 class ScriptedServer {
 public:
-    using Chat = std::function<void(Connection&)>;
-
-    // Answers the probes as a server with one model "m", unless told otherwise, and completions with `chat`.
-    explicit ScriptedServer(Chat chat, int healthStatus = 200,
-                            std::string models = R"({"data":[{"id":"m"}]})");
+    explicit ScriptedServer(ServerBehaviour behaviour = {});
     ~ScriptedServer();
     ScriptedServer(const ScriptedServer&) = delete;
     ScriptedServer& operator=(const ScriptedServer&) = delete;
 
+    // From the next connection on.
+    void become(ServerBehaviour behaviour);
     std::uint16_t port() const { return port_; }
 
 private:
-    void serve(int socket) const;
+    void serve(int socket);
 
-    Chat chat_;
-    int healthStatus_;
-    std::string models_;
+    std::mutex mutex_;
+    ServerBehaviour behaviour_;
     int listener_;
     std::uint16_t port_ = 0;
     std::vector<std::thread> connections_;
