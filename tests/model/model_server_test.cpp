@@ -62,6 +62,8 @@ std::string finish(const char* reason) {
     return std::string("data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"") + reason + "\"}]}\n\n";
 }
 
+void busy(Connection& connection) { connection.waitForClose(); }
+
 constexpr auto text = "a text text=a";
 const std::string counted = "data: {\"choices\":[],\"usage\":{\"completion_tokens\":7}}\n\n",
                   done = "data: [DONE]\n\n";
@@ -212,7 +214,7 @@ TEST_F(ModelServer, IsReportedAsItIsAndNeverReplaced) {
 
 // Many a small server answers one call at a time.
 TEST_F(ModelServer, IsAskedAndWaitedForWhileItIsBusy) {
-    server.become({.chat = after(done), .busy = true});
+    server.become({.chat = after(done), .probe = busy});
     EXPECT_THAT(call("availability"), AllOf(StartsWith("state=unavailable reason=model_not_ready"),
                                             HasSubstr("does not answer at the moment")));
     respond("a");
@@ -260,12 +262,12 @@ TEST_F(WithoutServer, TheServerOfAUsualPortIsUsedAlsoWhileItIsBusy) {
     setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(server.port())).c_str(), 1);
     respond("a");
     EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
-    server.become({.chat = after(done), .busy = true});
+    server.become({.chat = after(done), .probe = busy});
     std::this_thread::sleep_for(1100ms); // for so long what was found out is not asked again
     respond("a", "teh");
     EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
 
-    const ScriptedServer stranger({.busy = true});
+    const ScriptedServer stranger({.probe = busy});
     setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(stranger.port())).c_str(), 1);
     respond("a", "teh");
     EXPECT_THAT(allEvents(), ElementsAre("a text text=the", "a done finish_reason=stop"));

@@ -25,9 +25,9 @@ void Connection::text(const std::string& piece) const {
     send(R"(data: {"choices":[{"delta":{"content":")" + piece + "\"}}]}\n\n");
 }
 
-bool Connection::waitForClose() const {
+bool Connection::waitForClose(std::chrono::milliseconds atMost) const {
     pollfd closed{socket_, POLLIN, 0};
-    return poll(&closed, 1, 10'000) == 1;
+    return poll(&closed, 1, static_cast<int>(atMost.count())) == 1;
 }
 
 ScriptedServer::ScriptedServer(ServerBehaviour behaviour)
@@ -80,8 +80,8 @@ void ScriptedServer::serve(int socket) {
     }
     if (connection.request.starts_with("POST /v1/chat/completions ")) {
         behaviour.chat(connection);
-    } else if (behaviour.busy) {
-        connection.waitForClose();
+    } else if (behaviour.probe) {
+        behaviour.probe(connection);
     } else if (connection.request.starts_with("GET /health")) {
         connection.head(behaviour.health);
         connection.send(R"({"error":{"message":"Loading model","code":503}})");

@@ -1,6 +1,7 @@
 // A model server on loopback that answers as the test has it.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <mutex>
@@ -21,8 +22,8 @@ public:
     void head(int status) const;
     // One server-sent event with a piece of text.
     void text(const std::string& piece) const;
-    // Waits until the other end closes; false when it has not in ten seconds.
-    bool waitForClose() const;
+    // Whether the other end closes in that time.
+    bool waitForClose(std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
 
 private:
     int socket_;
@@ -34,8 +35,8 @@ struct ServerBehaviour {
     // The answers to the probes: as a server with one model "m".
     int health = 200;
     std::string models = R"({"data":[{"id":"m"}]})";
-    // Takes connections and leaves the probes unanswered.
-    bool busy = false;
+    // Answers the probes in another way.
+    std::function<void(Connection&)> probe = {};
 };
 
 // Every connection is served on a thread of its own.
