@@ -37,7 +37,7 @@ std::size_t allocated() {
 
 // 10,000 generations of 20 snapshots at once; the argument is the length of each snapshot's text.
 void manyGenerations(benchmark::State& state) {
-    constexpr int snapshots = 20;
+    constexpr std::size_t snapshots = 20;
     constexpr std::size_t generations = 10'000;
     ready_model::answer(snapshots, std::string(static_cast<std::size_t>(state.range(0)), 'x'));
     Counter interface;
