@@ -8,6 +8,8 @@
 #include <glib.h>
 #include <malloc.h>
 
+#include <filesystem>
+#include <iterator>
 #include <map>
 
 namespace {
@@ -56,6 +58,8 @@ void manyGenerations(benchmark::State& state) {
         while (ready_model::held() < generations)
             g_usleep(1000);
         state.counters["bytes_waiting"] = static_cast<double>(allocated() - before) / generations;
+        const auto threads = std::filesystem::directory_iterator("/proc/self/task");
+        state.counters["threads"] = static_cast<double>(std::distance(begin(threads), end(threads)));
         interface.messages = 0;
         state.ResumeTiming();
 
