@@ -1,6 +1,7 @@
 #include "model/loop_host.h"
 
 #include "model/describe.h"
+#include "platform/main_queue.h"
 
 #include <glib.h>
 
@@ -11,6 +12,8 @@ using namespace std::chrono_literals;
 using flutter::EncodableMap;
 
 LoopHost::LoopHost() {
+    // The main thread makes the queue, as in the host: the thread sanitizer does not see GLib's own locks.
+    platform::MainQueue::async([] {});
     messenger.deliver("quillmark.quillmark/system_model/events", flutter::encodeMethodCall({"listen", {}}));
 }
 
