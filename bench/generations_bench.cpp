@@ -8,6 +8,8 @@
 #include <glib.h>
 #include <malloc.h>
 
+#include <filesystem>
+#include <iterator>
 #include <map>
 
 namespace {
@@ -37,7 +39,7 @@ std::size_t allocated() {
 
 // 10,000 generations of 20 snapshots at once; the argument is the length of each snapshot's text.
 void manyGenerations(benchmark::State& state) {
-    constexpr int snapshots = 20;
+    constexpr std::size_t snapshots = 20;
     constexpr std::size_t generations = 10'000;
     ready_model::answer(snapshots, std::string(static_cast<std::size_t>(state.range(0)), 'x'));
     Counter interface;
@@ -56,6 +58,8 @@ void manyGenerations(benchmark::State& state) {
         while (ready_model::held() < generations)
             g_usleep(1000);
         state.counters["bytes_waiting"] = static_cast<double>(allocated() - before) / generations;
+        const auto threads = std::filesystem::directory_iterator("/proc/self/task");
+        state.counters["threads"] = static_cast<double>(std::distance(begin(threads), end(threads)));
         interface.messages = 0;
         state.ResumeTiming();
 

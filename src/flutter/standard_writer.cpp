@@ -18,7 +18,9 @@ void StandardWriter::string(std::string_view text) {
     }
     type(StandardType::string);
     size(text.size());
-    bytes_.insert(bytes_.end(), text.begin(), text.end());
+    // As bytes: between char and std::uint8_t, insert() goes one by one.
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    bytes_.insert(bytes_.end(), bytes, bytes + text.size());
 }
 
 void StandardWriter::write(std::monostate) { type(StandardType::null); }

@@ -1,6 +1,5 @@
-// The built-in corrector, word by word and as a model.
-#include "platform/linux/correction_pieces.h"
-#include "platform/linux/corrector.h"
+// The built-in corrector.
+#include "platform/linux/correction.h"
 
 #include <gtest/gtest.h>
 
@@ -10,37 +9,56 @@ namespace {
 
 std::string corrected(const std::string& text) {
     static platform::Corrector corrector;
+    platform::Correction correction(text, corrector);
     std::string result;
-    for (const auto& piece : platform::correctionPieces(text)) {
-        result += piece.before;
-        result += piece.isOrdinary ? corrector.correct(piece.word) : std::string(piece.word);
-    }
+    while (const auto piece = correction.next())
+        result += *piece;
     return result;
 }
 
-TEST(Corrector, CorrectsTyposAndKeepsWhatStandsAroundThem) {
+TEST(Corrector, CorrectsWhatIsWrongBeyondDoubt) {
     const std::pair<const char*, const char*> cases[] = {
         {"teh", "the"},
         {"i recieved it,", "I received it,"},
-        {"Teh  wierd\nfreind!", "The  weird\nfriend!"},
+        {"Teh wierd\nfreind!", "The weird\nfriend!"},
         {"definately seperate", "definitely separate"},
         {"untill tommorow", "until tomorrow"},
         {"alot of thier adress", "a lot of their address"},
         {"i dont beleive wich", "I don't believe which"},
         {"didn\u2019t dont it occured", "didn\u2019t don't it occurred"},
-        {"on monday", "on Monday"},
         {"\xFF\xFEteh\xC3", "\xFF\xFEthe\xC3"},
         {"neccessary goverment", "necessary government"},
+        {"im late and i cant come", "I'm late and I can't come"},
+        {"it wont work, hes ill", "it won't work, he's ill"},
+        {"on monday , thank you .", "on Monday, thank you."},
+        {"the proofs ,thanks !\n", "the proofs, thanks!\n"},
+        {"all is well.  then we go", "All is well.  Then we go"},
+        {"read  the the letter", "read the letter"},
+        {"it is fine. alot of it! is that so? yes.\nthe end",
+         "It is fine. A lot of it! Is that so? Yes.\nThe end"},
     };
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(corrected(text), expected);
 }
 
-TEST(Corrector, LeavesAloneWhatIsNoMisspeltEnglishWord) {
+TEST(Corrector, LeavesAloneWhatMayBeMeant) {
     for (const std::string text :
          {"", "  ", "The letter's ready; isn't it?", "https://exmaple.org/teh", "teh@exmaple.org", "src/teh",
-          "teh2", "TEH", "getTeh", "file_nmae", "Mrs Okafor and Anselm", "cafe naive", "\u00e9teh",
-          "\u65e5\u672c\u8a9e", "\u0442\u0435\u0445", "qzxkvbnw"})
+          "exmaple.teh", "teh2", "TEH", "getTeh", "teh()", "std::teh", "#teh", "--teh", "a=teh", "teh-teh",
+          "run `git psuh orign main` now", "file_nmae", "Mrs Okafor and Anselm", "cafe naive", "\u00e9teh",
+          "\u65e5\u672c\u8a9e", "\u0442\u0435\u0445", "qzxkvbnw", "lol thx btw",
+          // names and words that only lie close to others
+          "a codec, a struct", "restic", "metacity", "the toolkit's globals", "unshifted", "a perl program",
+          // British
+          "my favourite grey colour", "organised behaviour in the theatre", "she travelled to the centre",
+          // layout and punctuation
+          "one   two", "wait ... what", "and :) so", "a , b", "cd . and", "3 . 5", "one\n  two",
+          "that that had had", "yes! \"no,\" he said", "this (i) and that", "for i = x",
+          // no start of a sentence for certain
+          "and so on.", "ask Mr. okay etc. and so, e.g. here", "as was his wont to do",
+          // other languages
+          "merci pour le dossier , je vous envoie les documents demain matin !",
+          "ich habe das nicht gewusst und komme morgen wieder nach hause"})
         EXPECT_EQ(corrected(text), text);
 }
 

@@ -1,79 +1,62 @@
 // Generations on the real background threads and main queue; what the thread sanitizer finds here is a fault.
-#include "flutter/arguments.h"
-#include "flutter/fake_messenger.h"
-#include "model/system_model_bridge.h"
+#include "model/loop_host.h"
 #include "support/ready_model.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>
 
-using flutter::EncodableMap;
+#include <sstream>
 
 namespace {
 
-constexpr int count = 2000, snapshots = 20;
+constexpr std::size_t count = 2000, snapshots = 20;
 
 // What the interface has seen of one request.
 struct Seen {
-    int texts = 0;
+    std::size_t texts = 0;
     std::string outcome;
 };
 
-class ManyGenerations : public testing::Test {
-protected:
-    ManyGenerations() { messenger.deliver(events, flutter::encodeMethodCall({"listen", {}})); }
-
-    void call(const char* method, int id) {
-        messenger.deliver(
-            "quillmark.quillmark/system_model",
-            flutter::encodeMethodCall({method, EncodableMap{{"request_id", std::to_string(id)}}}));
-    }
-
+struct ManyGenerations : testing::Test, LoopHost {
     // Takes the events that have come, and holds each generation to its order.
     void read() {
-        for (const auto& sent : std::exchange(messenger.sent, {})) {
-            const auto event =
-                std::get<flutter::EncodableValue>(flutter::decodeEnvelope(sent.message).value());
-            const auto text = [&](const char* key) {
-                const auto* found = flutter::asString(flutter::member(flutter::asMap(event), key));
-                return found ? *found : std::string();
-            };
-            auto& seen = requests.at(static_cast<std::size_t>(std::stoi(text("request_id"))));
+        for (const auto& event : eventsUntil([] { return true; })) {
+            std::size_t id = 0;
+            std::string kind, value;
+            std::istringstream(event) >> id >> kind >> value;
+            auto& seen = requests.at(id);
             ASSERT_EQ(seen.outcome, "") << "an event after the last one";
-            if (text("kind") == "text") {
-                ASSERT_EQ(text("text"), std::to_string(++seen.texts));
+            if (kind == "text") {
+                ASSERT_EQ(value, "text=" + std::string(++seen.texts, 'x'));
             } else {
-                seen.outcome = text("kind");
+                seen.outcome = kind + ' ' + value;
                 ++ended;
             }
         }
     }
 
-    static constexpr auto events = "quillmark.quillmark/system_model/events";
-    FakeMessenger messenger;
-    std::shared_ptr<SystemModelBridge> bridge = SystemModelBridge::create(messenger);
     std::vector<Seen> requests = std::vector<Seen>(count);
-    int ended = 0;
+    std::size_t ended = 0;
 };
 
 } // namespace
 
 TEST_F(ManyGenerations, EachComesInOrderToOneEndThoughCancelledAtAnyMoment) {
-    ready_model::answer(snapshots, "");
+    ready_model::answer(snapshots, "x");
     std::weak_ptr<SystemModelBridge> alive = bridge;
-    for (int id = 0; id < count; ++id)
-        call("respond", id);
-    for (int turn = 0; ended < count; ++turn) {
-        for (int id = turn; id < count; id += 97)
-            call("cancel", id);
+    for (std::size_t id = 0; id < count; ++id)
+        respond(std::to_string(id));
+    for (std::size_t turn = 0; ended < count; ++turn) {
+        for (std::size_t id = turn; id < count; id += 97)
+            cancel(std::to_string(id));
         g_main_context_iteration(nullptr, TRUE);
         ASSERT_NO_FATAL_FAILURE(read());
     }
     for (const auto& seen : requests) {
-        if (seen.outcome == "done")
+        if (seen.outcome == "done finish_reason=stop")
             EXPECT_EQ(seen.texts, snapshots);
         else
-            EXPECT_EQ(seen.outcome, "error");
+            EXPECT_EQ(seen.outcome, "error error=cancelled");
     }
     bridge.reset();
     while (!alive.expired())

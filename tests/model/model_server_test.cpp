@@ -1,193 +1,276 @@
-// Generations and availability against a model server that misbehaves in every way the real ones do.
+// Generations and availability against a model server that misbehaves in every way the real ones do, and
+// without one.
+#include "model/loop_host.h"
 #include "model/scripted_server.h"
 #include "platform/language_model.h"
 #include "platform/linux/model_choice.h"
 #include "platform/linux/model_server_answer.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <chrono>
 #include <cstdlib>
 #include <future>
+#include <thread>
 
 namespace {
 
 using namespace std::chrono_literals;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
 using Clock = std::chrono::steady_clock;
+using Chat = std::function<void(Connection&)>;
 
-struct Outcome {
-    std::vector<std::string> snapshots;
-    std::string failure; // empty: the answer ended
-    std::optional<std::int64_t> tokens;
-};
-
-// Shared by the test and the task, whichever lets go of them later.
-struct Promises {
-    std::promise<void> first;
-    std::promise<Outcome> done;
-};
-
-// Takes the answer as a generation does; says when the first piece is there.
-platform::Task take(std::shared_ptr<platform::Answer> answer, std::shared_ptr<Promises> promises) {
-    struct Wait {
-        platform::Answer& answer;
-        bool await_ready() const { return answer.isReady(platform::Answer::Until::nextPiece); }
-        void await_suspend(platform::Task::Suspended task) const {
-            answer.wait(platform::Answer::Until::nextPiece, task);
-        }
-        std::optional<std::string> await_resume() const { return answer.take(); }
-    };
-    Outcome outcome;
-    try {
-        while (auto piece = co_await Wait{*answer}) {
-            outcome.snapshots.push_back(*piece);
-            if (outcome.snapshots.size() == 1) promises->first.set_value();
-        }
-        outcome.tokens = answer->tokens();
-    } catch (const std::exception& error) {
-        outcome.failure = error.what();
+// A host whose server was set explicitly.
+struct ModelServer : testing::Test, LoopHost {
+    ModelServer() { set(server); }
+    ~ModelServer() override {
+        unsetenv("OPENAI_BASE_URL");
+        unsetenv("OLLAMA_HOST");
     }
-    promises->done.set_value(std::move(outcome));
-}
-
-struct Asked {
-    explicit Asked(const ScriptedServer& server, std::chrono::milliseconds silence = 10s) {
-        const platform::GenerationOptions options{platform::SamplingMode::greedy, std::nullopt, 7};
-        platform::answerFromServer({{.port = server.port()}, "m"}, {"be kind", "hello", options}, answer,
-                                   silence);
-        take(answer, promises);
+    static void set(const std::string& url) { setenv("OPENAI_BASE_URL", url.c_str(), 1); }
+    static void set(const ScriptedServer& other) {
+        set("http://127.0.0.1:" + std::to_string(other.port()) + "/v1");
     }
-    Outcome outcome() { return promises->done.get_future().get(); }
 
-    std::shared_ptr<platform::Answer> answer = std::make_shared<platform::Answer>();
-    std::shared_ptr<Promises> promises = std::make_shared<Promises>();
+    std::vector<std::string> answerTo(Chat chat) {
+        server.become({.chat = std::move(chat)});
+        respond("a");
+        return allEvents();
+    }
+
+    ScriptedServer server;
 };
 
-Outcome answerTo(ScriptedServer::Chat chat, std::chrono::milliseconds silence = 10s) {
-    const ScriptedServer server(std::move(chat));
-    return Asked(server, silence).outcome();
-}
-
-constexpr auto stop = "data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"stop\"}]}\n\n";
-constexpr auto length = "data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"length\"}]}\n\n";
-
-TEST(ModelServer, StreamsAnAnswerAndCountsIt) {
-    std::string request;
-    const auto outcome = answerTo([&](Connection& connection) {
-        request = connection.request;
-        connection.head(200);
-        connection.send(": hello\r\n\r\ndata: "
-                        "{\"choices\":[{\"delta\":{\"role\":\"assistant\",\"content\":null}}]}\r\n\r\n");
-        connection.text("caf\xC3");
-        connection.send(
-            std::string("data: {\"choices\":[],\"usage\":{\"completion_tokens\":2}}\n\ndata: [DONE]\n\n"));
-    });
-    EXPECT_NE(outcome.failure, "") << "half a character went through";
-    for (const char* part : {"\"model\":\"m\"", "\"stream\":true", "\"include_usage\":true",
-                             "\"temperature\":0", "\"max_tokens\":7", "be kind", "hello"})
-        EXPECT_NE(request.find(part), std::string::npos) << part;
-
-    const auto good = answerTo([](Connection& connection) {
+// After the first word "a".
+Chat after(std::string bytes) {
+    return [bytes](Connection& connection) {
         connection.head(200);
         connection.text("a");
-        connection.text("b");
-        connection.send(stop);
-        connection.send("data: {\"choices\":[],\"usage\":{\"completion_tokens\":2}}\n\ndata: [DONE]\n\n");
-    });
-    EXPECT_EQ(good.failure, "");
-    EXPECT_EQ(good.snapshots, (std::vector<std::string>{"a", "b"}));
-    EXPECT_EQ(good.tokens, 2);
+        connection.send(bytes);
+    };
 }
 
-TEST(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
-    const auto after = [](std::string bytes) {
-        return [bytes](Connection& connection) {
-            connection.head(200);
-            connection.text("a");
-            connection.send(bytes);
+Chat answer(std::string bytes) {
+    return [bytes](Connection& connection) { connection.send(bytes); };
+}
+
+std::string finish(const char* reason) {
+    return std::string("data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"") + reason + "\"}]}\n\n";
+}
+
+void busy(Connection& connection) { connection.waitForClose(); }
+
+constexpr auto text = "a text text=a";
+const std::string counted = "data: {\"choices\":[],\"usage\":{\"completion_tokens\":7}}\n\n",
+                  done = "data: [DONE]\n\n";
+
+TEST_F(ModelServer, StreamsAnAnswerAndCountsIt) {
+    const auto request = std::make_shared<std::promise<std::string>>();
+    const auto events = answerTo([request](Connection& connection) {
+        request->set_value(connection.request);
+        connection.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+        const auto chunk = [&](const std::string& bytes) {
+            connection.send(std::string(1, "0123456789abcdef"[bytes.size()]) + "\r\n" + bytes + "\r\n");
         };
+        const std::string stream =
+            ": hello\r\n\r\ndata: "
+            "{\"choices\":[{\"delta\":{\"role\":\"assistant\",\"content\":null}}]}\r\n\r\n"
+            "data: {\"choices\":[{\"delta\":{\"content\":\"\xC3\xA9\"}}]}\r\n\r\n"
+            "data: {\"choices\":[{\"delta\":{\"content\":\"\xF0\x9F\x98\x80 \\ud83d\\ude00\"}}]}\r\n\r\n";
+        for (std::size_t at = 0; at < stream.size(); at += 3)
+            chunk(stream.substr(at, 3));
+        connection.send("0\r\n\r\n");
+    });
+    EXPECT_THAT(events,
+                ElementsAre("a text text=\xC3\xA9", "a text text=\xC3\xA9\xF0\x9F\x98\x80 \xF0\x9F\x98\x80",
+                            HasSubstr("ended before")));
+    const auto asked = request->get_future().get();
+    for (const char* part : {"\"model\":\"m\"", "\"stream\":true", "\"include_usage\":true",
+                             "\"temperature\":0", "\"max_tokens\":7", "be kind", "hello"})
+        EXPECT_THAT(asked, HasSubstr(part));
+
+    const std::pair<std::string, const char*> ends[] = {
+        {finish("stop") + done, "stop"},      {finish("stop") + counted + done, "length"},
+        {finish("stop") + counted, "length"}, {done, "stop"},
+        {finish("length") + done, "length"}, // by a server that does not count
     };
-    const std::pair<ScriptedServer::Chat, const char*> cases[] = {
+    for (const auto& [bytes, reason] : ends)
+        EXPECT_THAT(answerTo(after(bytes)), ElementsAre(text, std::string("a done finish_reason=") + reason));
+}
+
+TEST_F(ModelServer, EndsAnAnswerThoughTheConnectionStaysOpen) {
+    const auto start = Clock::now();
+    const auto events = answerTo([](Connection& connection) {
+        after(finish("stop"))(connection);
+        EXPECT_TRUE(connection.waitForClose());
+    });
+    EXPECT_THAT(events, ElementsAre(text, "a done finish_reason=stop"));
+    EXPECT_LT(Clock::now() - start, 5s);
+}
+
+TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
+    const std::pair<Chat, const char*> table[] = {
         {after(""), "ended before"},
         {after("data: {\"choices\":[{\"del"), "ended before"},
         {after("data: {\"choices\": oops}\n\n"), "cannot be read"},
+        {after("data: {\"choices\":[{\"delta\":{\"content\":\"caf\xC3\"}}]}\n\n"), "cannot be read"},
         {after("data: {\"error\":{\"message\":\"out of memory\"}}\n\n"), "out of memory"},
         {after("data: " + std::string(2 << 20, 'x')), "without an end"},
-        {after("data: {\"choices\":[{\"delta\":{\"refusal\":\"no\"},\"finish_reason\":\"stop\"}]}\n\ndata: "
-               "[DONE]\n\n"),
-         "refusal"},
-        {after("data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"content_filter\"}]}\n\n"), "refusal"},
-        {[](Connection& connection) {
-             connection.head(500);
-             connection.send("{\"error\":{\"message\":\"no slot\"}}");
-         },
-         "no slot"},
-        {[](Connection&) {}, "ended before"},
-        {[](Connection& connection) {
-             connection.head(200);
-             connection.text("a");
-             EXPECT_TRUE(connection.waitForClose());
-         },
-         "stopped in the middle"},
+        {after(finish("abort") + done), "gave up"},
+        {answer(""), "ended before"},
+        {answer("\x16\x03\x01 not HTTP"), "ended before"},
+        {answer("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n"), "ended before"},
+        {answer("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\ndata: [DO"), "ended before"},
+        {answer("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n\r\n<html>\n\n</html>\n\n"),
+         "not a model's answer"},
+        {answer("HTTP/1.1 307 X\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n"),
+         "(HTTP 307)"},
+        {answer("HTTP/1.1 500 X\r\n\r\n{\"error\":{\"message\":\"no slot\"}}"), "(HTTP 500): no slot"},
     };
-    for (const auto& [chat, words] : cases)
-        EXPECT_NE(answerTo(chat, 300ms).failure.find(words), std::string::npos) << words;
-    const auto unmeasured = answerTo(after(length));
-    EXPECT_EQ(unmeasured.failure, "");
-    EXPECT_EQ(unmeasured.tokens, 7) << "a server that does not count, at the limit";
+    for (const auto& [chat, words] : table) {
+        const auto events = answerTo(chat);
+        ASSERT_FALSE(events.empty()) << words;
+        EXPECT_THAT(events.back(), AllOf(StartsWith("a error error=The model server at 127.0.0.1:"),
+                                         HasSubstr(words), EndsWith(".")));
+        for (std::size_t i = 0; i + 1 < events.size(); ++i)
+            EXPECT_EQ(events[i], text) << words;
+    }
+    for (const auto& refusal :
+         {finish("content_filter") + done,
+          "data: {\"choices\":[{\"delta\":{\"refusal\":\"no\"}}]}\n\n" + finish("stop")})
+        EXPECT_THAT(answerTo(after(refusal)), ElementsAre(text, HasSubstr("a refused reason=")));
+    EXPECT_THAT(answerTo(after(done)), ElementsAre(text, "a done finish_reason=stop"));
 }
 
-TEST(ModelServer, SeesTheConnectionClosedAtOnceWhenCancelledThoughNothingComes) {
-    std::promise<Clock::time_point> closed;
-    const ScriptedServer server([&](Connection& connection) {
-        connection.head(200);
-        connection.text("a");
+// With a limit of the test's own.
+TEST_F(ModelServer, HasFailedWhenItFallsSilentInMidAnswer) {
+    server.become({.chat = [](Connection& connection) {
+        after("")(connection);
         EXPECT_TRUE(connection.waitForClose());
-        closed.set_value(Clock::now());
-    });
-    Asked asked(server);
-    asked.promises->first.get_future().wait();
-    const auto cancelled = Clock::now();
-    asked.answer->cancel();
-    EXPECT_EQ(asked.outcome().failure, "CancellationError()");
-    EXPECT_LT(closed.get_future().get() - cancelled, 2s);
+    }});
+    const auto stalled = std::make_shared<platform::Answer>();
+    platform::answerFromServer({{.port = server.port()}, "m"}, {"", "", {}}, stalled, 100ms);
+    for (const auto start = Clock::now();
+         !stalled->isReady(platform::Answer::Until::end) && Clock::now() - start < 20s;)
+        std::this_thread::sleep_for(1ms);
+    EXPECT_EQ(stalled->take(), "a");
+    try {
+        stalled->take();
+        ADD_FAILURE() << "half an answer passed for a whole one";
+    } catch (const platform::LanguageModelSession::GenerationError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("stopped in the middle"));
+    }
 }
 
-class Availability : public testing::Test {
-protected:
-    static std::string now() {
-        const auto start = Clock::now();
-        const auto state = platform::SystemLanguageModel::defaultModel().availability();
-        EXPECT_LT(Clock::now() - start, 2s) << "bounded by 250 ms and a slow machine";
-        const auto* reason = std::get_if<platform::SystemLanguageModel::UnavailableReason>(&state);
-        return reason ? reason->caseName + ": " + reason->description : "available";
+TEST_F(ModelServer, SeesTheConnectionClosedWhenCancelledThoughNothingComes) {
+    for (const bool begun : {false, true}) {
+        struct Seen {
+            std::promise<void> request, close;
+        };
+        const auto seen = std::make_shared<Seen>();
+        server.become({.chat = [=](Connection& connection) {
+            if (begun) after("")(connection);
+            seen->request.set_value();
+            if (connection.waitForClose()) seen->close.set_value();
+        }});
+        respond("a");
+        const auto asked = seen->request.get_future(), closed = seen->close.get_future();
+        eventsUntil(
+            [&] { return asked.wait_for(0s) == std::future_status::ready && (!begun || hasEvents()); });
+        cancel("a");
+        cancel("a");
+        EXPECT_THAT(allEvents(), ElementsAre("a error error=cancelled"));
+        EXPECT_EQ(closed.wait_for(5s), std::future_status::ready);
     }
-    static void set(const ScriptedServer& server) {
-        setenv("OPENAI_BASE_URL", ("http://127.0.0.1:" + std::to_string(server.port()) + "/v1").c_str(), 1);
+}
+
+TEST_F(ModelServer, IsReportedAsItIsAndNeverReplaced) {
+    const auto reported = [&](const char* reason, const char* words) {
+        EXPECT_THAT(call("availability"),
+                    AllOf(StartsWith(std::string("state=unavailable reason=") + reason), HasSubstr(words)));
+        respond("a");
+        EXPECT_THAT(allEvents(), ElementsAre(AllOf(StartsWith("a error error="), HasSubstr(words))));
+    };
+    EXPECT_THAT(call("availability"), StartsWith("state=available os_build="));
+    server.become({.health = 503});
+    reported("model_not_ready", ": Loading model. Wait");
+    {
+        const ScriptedServer empty({.health = 404, .models = R"({"data":null})"});
+        set(empty);
+        reported("model_not_ready", "has no model");
+        set(ScriptedServer({.models = "<html>"}));
+        reported("not_enabled", "cannot be reached");
     }
-    void TearDown() override { unsetenv("OPENAI_BASE_URL"); }
+    const ScriptedServer other({.models = "<html>"});
+    set(other);
+    reported("not_enabled", "does not speak the language");
+    set("https://example.org/v1");
+    reported("not_enabled", "OPENAI_BASE_URL is not");
+}
+
+// Many a small server answers one call at a time.
+TEST_F(ModelServer, IsAskedAndWaitedForWhileItIsBusy) {
+    server.become({.chat = after(done), .probe = busy});
+    EXPECT_THAT(call("availability"), AllOf(StartsWith("state=unavailable reason=model_not_ready"),
+                                            HasSubstr("does not answer at the moment")));
+    respond("a");
+    EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
+}
+
+struct WithoutServer : ModelServer {
+    WithoutServer() {
+        unsetenv("OPENAI_BASE_URL");
+        const auto found = platform::chooseModel();
+        if (!std::holds_alternative<platform::BuiltInCorrector>(found))
+            skipped = "a model server runs on this computer, or hunspell-en-us is missing";
+    }
+    void SetUp() override {
+        if (!skipped.empty()) GTEST_SKIP() << skipped;
+    }
+    std::string skipped;
 };
 
-TEST_F(Availability, TellsTheTruthAboutAServerThatWasSet) {
-    const auto silent = [](Connection&) {};
-    {
-        const ScriptedServer ready(silent);
-        set(ready);
-        EXPECT_EQ(now(), "available");
-    }
-    EXPECT_TRUE(now().starts_with("appleIntelligenceNotEnabled: The model server at ")) << now();
-    {
-        const ScriptedServer loading(silent, 503);
-        set(loading);
-        EXPECT_TRUE(now().starts_with("modelNotReady: ") && now().find("Loading model") != std::string::npos);
-    }
-    {
-        const ScriptedServer empty(silent, 404, R"({"data":null})");
-        set(empty);
-        EXPECT_TRUE(now().starts_with("modelNotReady: ") && now().find("has no model") != std::string::npos);
-    }
-    setenv("OPENAI_BASE_URL", "https://example.org/v1", 1);
-    EXPECT_TRUE(now().starts_with("appleIntelligenceNotEnabled: OPENAI_BASE_URL is not"));
+TEST_F(WithoutServer, TheCorrectorStreamsTheWholeTextWordByWord) {
+    EXPECT_THAT(call("availability"), StartsWith("state=available os_build="));
+    respond("a", "Teh letter,\ni beleive. ");
+    EXPECT_THAT(allEvents(),
+                ElementsAre("a text text=The", "a text text=The letter", "a text text=The letter,\nI",
+                            "a text text=The letter,\nI believe", "a text text=The letter,\nI believe. ",
+                            "a done finish_reason=stop"));
+    respond("a", "");
+    EXPECT_THAT(allEvents(), ElementsAre("a done finish_reason=stop"));
+
+    std::string unknown; // each takes its time
+    for (int i = 0; i < 400; ++i)
+        unknown += std::string("this is qz") + static_cast<char>('a' + i % 26) +
+                   static_cast<char>('a' + i / 26) + "xk ";
+    respond("a", unknown);
+    const auto events = eventsUntil([&] { return hasEvents(); });
+    cancel("a");
+    const auto rest = allEvents();
+    ASSERT_FALSE(rest.empty());
+    EXPECT_EQ(rest.back(), "a error error=cancelled");
+    EXPECT_LT(events.size() + rest.size(), 1200u);
+}
+
+TEST_F(WithoutServer, TheServerOfAUsualPortIsUsedAlsoWhileItIsBusy) {
+    server.become({.chat = after(done)});
+    setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(server.port())).c_str(), 1);
+    respond("a");
+    EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
+    server.become({.chat = after(done), .probe = busy});
+    std::this_thread::sleep_for(1100ms); // for so long what was found out is not asked again
+    respond("a", "teh");
+    EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
+
+    const ScriptedServer stranger({.probe = busy});
+    setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(stranger.port())).c_str(), 1);
+    respond("a", "teh");
+    EXPECT_THAT(allEvents(), ElementsAre("a text text=the", "a done finish_reason=stop"));
 }
 
 } // namespace

@@ -25,14 +25,13 @@ void Connection::text(const std::string& piece) const {
     send(R"(data: {"choices":[{"delta":{"content":")" + piece + "\"}}]}\n\n");
 }
 
-bool Connection::waitForClose() const {
+bool Connection::waitForClose(std::chrono::milliseconds atMost) const {
     pollfd closed{socket_, POLLIN, 0};
-    return poll(&closed, 1, 10'000) == 1;
+    return poll(&closed, 1, static_cast<int>(atMost.count())) == 1;
 }
 
-ScriptedServer::ScriptedServer(Chat chat, int healthStatus, std::string models)
-    : chat_(std::move(chat)), healthStatus_(healthStatus), models_(std::move(models)),
-      listener_(socket(AF_INET, SOCK_STREAM, 0)) {
+ScriptedServer::ScriptedServer(ServerBehaviour behaviour)
+    : behaviour_(std::move(behaviour)), listener_(socket(AF_INET, SOCK_STREAM, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -55,7 +54,16 @@ ScriptedServer::~ScriptedServer() {
         connection.join();
 }
 
-void ScriptedServer::serve(int socket) const {
+void ScriptedServer::become(ServerBehaviour behaviour) {
+    const std::lock_guard lock(mutex_);
+    behaviour_ = std::move(behaviour);
+}
+
+void ScriptedServer::serve(int socket) {
+    const ServerBehaviour behaviour = [&] {
+        const std::lock_guard lock(mutex_);
+        return behaviour_;
+    }();
     Connection connection(socket);
     std::array<char, 4096> buffer;
     const auto complete = [&] {
@@ -70,14 +78,16 @@ void ScriptedServer::serve(int socket) const {
         got = recv(socket, buffer.data(), buffer.size(), 0);
         if (got > 0) connection.request.append(buffer.data(), static_cast<std::size_t>(got));
     }
-    if (connection.request.starts_with("GET /health")) {
-        connection.head(healthStatus_);
+    if (connection.request.starts_with("POST /v1/chat/completions ")) {
+        behaviour.chat(connection);
+    } else if (behaviour.probe) {
+        behaviour.probe(connection);
+    } else if (connection.request.starts_with("GET /health")) {
+        connection.head(behaviour.health);
         connection.send(R"({"error":{"message":"Loading model","code":503}})");
     } else if (connection.request.starts_with("GET /v1/models")) {
         connection.head(200);
-        connection.send(models_);
-    } else if (connection.request.starts_with("POST /v1/chat/completions ")) {
-        chat_(connection);
+        connection.send(behaviour.models);
     }
     close(socket);
 }

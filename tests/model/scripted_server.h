@@ -1,11 +1,10 @@
-// A model server on loopback that answers as the test has it. Every connection is served on a thread of its
-// own.
+// A model server on loopback that answers as the test has it.
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -23,32 +22,40 @@ public:
     void head(int status) const;
     // One server-sent event with a piece of text.
     void text(const std::string& piece) const;
-    // Waits until the other end closes; false when it has not in ten seconds.
-    bool waitForClose() const;
+    // Whether the other end closes in that time.
+    bool waitForClose(std::chrono::milliseconds atMost = std::chrono::seconds(10)) const;
 
 private:
     int socket_;
 };
 
+struct ServerBehaviour {
+    // Answers a completion.
+    std::function<void(Connection&)> chat = {};
+    // The answers to the probes: as a server with one model "m".
+    int health = 200;
+    std::string models = R"({"data":[{"id":"m"}]})";
+    // Answers the probes in another way.
+    std::function<void(Connection&)> probe = {};
+};
+
+// Every connection is served on a thread of its own.
 class ScriptedServer {
 public:
-    using Chat = std::function<void(Connection&)>;
-
-    // Answers the probes as a server with one model "m", unless told otherwise, and completions with `chat`.
-    explicit ScriptedServer(Chat chat, int healthStatus = 200,
-                            std::string models = R"({"data":[{"id":"m"}]})");
+    explicit ScriptedServer(ServerBehaviour behaviour = {});
     ~ScriptedServer();
     ScriptedServer(const ScriptedServer&) = delete;
     ScriptedServer& operator=(const ScriptedServer&) = delete;
 
+    // From the next connection on.
+    void become(ServerBehaviour behaviour);
     std::uint16_t port() const { return port_; }
 
 private:
-    void serve(int socket) const;
+    void serve(int socket);
 
-    Chat chat_;
-    int healthStatus_;
-    std::string models_;
+    std::mutex mutex_;
+    ServerBehaviour behaviour_;
     int listener_;
     std::uint16_t port_ = 0;
     std::vector<std::thread> connections_;

@@ -1,27 +1,41 @@
 #include "support/ready_model.h"
 
-#include "platform/language_model.h"
-#include "platform/linux/background_executor.h"
+#include "platform/linux/background_pool.h"
+#include "platform/linux/response_stream.h"
 #include "platform/process_info.h"
 
+#include <boost/asio/post.hpp>
+#include <boost/asio/thread_pool.hpp>
+
 #include <mutex>
+
+using platform::Answer;
 
 namespace {
 
 struct Gate {
     std::mutex mutex;
     bool holding = false;
-    std::vector<platform::Task::Suspended> tasks;
+    std::vector<std::shared_ptr<Answer>> answers;
 } gate;
 
-int snapshotCount = 20;
-std::string snapshotText;
+std::size_t snapshotCount = 20;
+std::string firstSnapshot;
+
+// One piece, then another answer's turn.
+void tell(std::shared_ptr<Answer> answer, std::size_t told) {
+    boost::asio::post(platform::backgroundPool(), [answer = std::move(answer), told]() mutable {
+        if (told == snapshotCount) return answer->end(std::nullopt);
+        answer->add(told == 0 ? firstSnapshot : "x");
+        tell(std::move(answer), told + 1);
+    });
+}
 
 } // namespace
 
-void ready_model::answer(int snapshots, std::string text) {
+void ready_model::answer(std::size_t snapshots, std::string text) {
     snapshotCount = snapshots;
-    snapshotText = std::move(text);
+    firstSnapshot = std::move(text);
 }
 
 void ready_model::hold() {
@@ -31,18 +45,18 @@ void ready_model::hold() {
 
 std::size_t ready_model::held() {
     const std::lock_guard lock(gate.mutex);
-    return gate.tasks.size();
+    return gate.answers.size();
 }
 
 void ready_model::release() {
-    std::vector<platform::Task::Suspended> tasks;
+    std::vector<std::shared_ptr<Answer>> answers;
     {
         const std::lock_guard lock(gate.mutex);
         gate.holding = false;
-        tasks.swap(gate.tasks);
+        answers.swap(gate.answers);
     }
-    for (const auto task : tasks)
-        platform::resumeInBackground(task);
+    for (auto& answer : answers)
+        tell(std::move(answer), 0);
 }
 
 namespace platform {
@@ -65,39 +79,16 @@ class LanguageModelSession::Native {};
 LanguageModelSession::LanguageModelSession(const SystemLanguageModel&, std::vector<Tool>, std::string) {}
 LanguageModelSession::~LanguageModelSession() = default;
 
-class ResponseStream::Native {
-public:
-    void wait(Task::Suspended task) {
-        const std::lock_guard lock(gate.mutex);
-        if (gate.holding && count == 0) {
-            gate.tasks.push_back(task);
-        } else {
-            resumeInBackground(task);
-        }
-    }
-    int count = 0;
-};
-
 ResponseStream LanguageModelSession::streamResponse(std::string, const GenerationOptions&) {
-    return ResponseStream(std::make_unique<ResponseStream::Native>());
+    auto answer = std::make_shared<Answer>();
+    const std::lock_guard lock(gate.mutex);
+    if (gate.holding) {
+        gate.answers.push_back(answer);
+    } else {
+        tell(answer, 0);
+    }
+    return streamOf(std::move(answer));
 }
 // NOLINTEND(performance-unnecessary-value-param)
-ResponseStream::ResponseStream(std::unique_ptr<Native> native) : native_(std::move(native)) {}
-ResponseStream::~ResponseStream() = default;
-ResponseStream::ResponseStream(ResponseStream&&) noexcept = default;
-ResponseStream& ResponseStream::operator=(ResponseStream&&) noexcept = default;
-
-ResponseStream::Next ResponseStream::next() { return Next(*native_); }
-bool ResponseStream::Next::await_ready() { return false; }
-void ResponseStream::Next::await_suspend(Task::Suspended task) { stream_.wait(task); }
-std::optional<ResponseStream::Snapshot> ResponseStream::Next::await_resume() {
-    if (stream_.count == snapshotCount) return std::nullopt;
-    return Snapshot{std::to_string(++stream_.count) + snapshotText};
-}
-
-ResponseStream::Collect ResponseStream::collect() { return Collect(*native_); }
-bool ResponseStream::Collect::await_ready() { return false; }
-void ResponseStream::Collect::await_suspend(Task::Suspended task) { stream_.wait(task); }
-Response ResponseStream::Collect::await_resume() { return {}; }
 
 } // namespace platform

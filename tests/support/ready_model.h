@@ -7,8 +7,9 @@
 
 namespace ready_model {
 
-// What every generation from now on is told: this many snapshots, each with this text at its end.
-void answer(int snapshots, std::string text);
+// What every generation from now on is told: this many snapshots, one after the other, the first of them this
+// text, each of the others one letter longer.
+void answer(std::size_t snapshots, std::string text);
 
 // From now on every generation waits for its first snapshot until release().
 void hold();

@@ -1,5 +1,7 @@
 #include "platform/linux/correction_pieces.h"
 
+#include "platform/linux/ascii.h"
+
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
 
@@ -14,9 +16,6 @@ namespace {
 constexpr std::string_view blanks = " \t\r\n";
 constexpr std::string_view typographicApostrophe = "\u2019";
 
-bool isLower(char c) { return c >= 'a' && c <= 'z'; }
-bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
-
 // Making an iterator loads rules and takes milliseconds, cloning one takes less than a microsecond.
 std::unique_ptr<icu::BreakIterator> wordIterator() {
     static const std::unique_ptr<const icu::BreakIterator> prototype = [] {
@@ -27,9 +26,12 @@ std::unique_ptr<icu::BreakIterator> wordIterator() {
     return std::unique_ptr<icu::BreakIterator>(prototype ? prototype->clone() : nullptr);
 }
 
-// What stands between two blanks and is an address, a path, a number or a name in code.
+// What stands between two blanks and is an address, a path, a number, an option or a name in code.
 bool isTechnical(std::string_view chunk) {
-    return chunk.find_first_of("@/\\_0123456789") != std::string_view::npos ||
+    const auto inner = chunk.size() > 2 ? chunk.substr(1, chunk.size() - 2) : std::string_view();
+    return chunk.find_first_of("@/\\_0123456789=<>{}|#$%^~`+&") != std::string_view::npos ||
+           chunk.starts_with('-') || inner.find('-') != std::string_view::npos ||
+           inner.find(':') != std::string_view::npos || chunk.find("()") != std::string_view::npos ||
            std::ranges::count_if(chunk, isUpper) > 1;
 }
 
@@ -53,7 +55,10 @@ public:
             const auto before = text_.find_last_of(blanks, at);
             const auto start = before == std::string_view::npos ? 0 : before + 1;
             end_ = std::min(text_.find_first_of(blanks, at), text_.size());
-            technical_ = isTechnical(text_.substr(start, end_ - start));
+            const auto chunk = text_.substr(start, end_ - start);
+            technical_ = isTechnical(chunk) || quoting_;
+            // `code of several words`
+            if (std::ranges::count(chunk, '`') % 2 == 1) quoting_ = !quoting_;
         }
         return technical_;
     }
@@ -62,6 +67,7 @@ private:
     std::string_view text_;
     std::size_t end_ = 0;
     bool technical_ = false;
+    bool quoting_ = false;
 };
 
 } // namespace

@@ -11,7 +11,7 @@ struct CorrectionPiece {
     std::string_view before;
     std::string_view word;
     // An ordinary English word: letters from a to z with apostrophes, at most the first one a capital, and no
-    // part of an address, a path or a number.
+    // part of an address, a path, a number or code.
     bool isOrdinary = false;
 };
 

@@ -1,6 +1,8 @@
 #include "platform/linux/corrector.h"
 
+#include "platform/linux/ascii.h"
 #include "platform/linux/edit_distance.h"
+#include "platform/linux/english_words.h"
 
 #include <hunspell/hunspell.hxx>
 
@@ -23,21 +25,10 @@ constexpr auto commonWordFile = "/usr/share/dict/american-english-small";
 
 constexpr std::string_view typographicApostrophe = "\u2019";
 
-// Beside the distance: a word that few people use, a name where none was written, and two words in one.
-constexpr double uncommon = 0.5, unexpectedCapital = 0.5, expectedCapital = 0.1;
-// A capitalised word that the dictionary does not know is mostly a name.
-constexpr double tinyDistance = 0.65;
-
-bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
-bool isAscii(char c) { return (c & 0x80) == 0; }
-char lower(char c) { return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; }
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-std::string lowered(std::string_view word) {
-    std::string result(word);
-    std::ranges::transform(result, result.begin(), lower);
-    return result;
-}
+// Beside the distance: a word that few people use.
+constexpr double uncommon = 0.5;
+// Up to here nothing else can be meant; beyond, whatever lies as close makes it a guess.
+constexpr double sure = 0.7, asClose = 0.2;
 
 std::string replaced(std::string_view text, std::string_view from, std::string_view to) {
     std::string result;
@@ -47,41 +38,11 @@ std::string replaced(std::string_view text, std::string_view from, std::string_v
     return result += text;
 }
 
-// The longer a word, the more slips still leave no doubt of what was meant.
-double farthest(std::size_t length) {
-    if (length <= 3) return 1.15;
-    return length <= 5 ? 1.55 : 2.25;
-}
-
-// "café" for "cafe".
-bool differsByAccents(std::string_view word, std::string_view suggestion) {
-    std::size_t at = 0;
-    bool accents = false;
-    for (const char c : suggestion) {
-        if ((c & 0xC0) == 0x80) continue;
-        if (at == word.size() || (isAscii(c) && lower(c) != word[at])) return false;
-        accents = accents || !isAscii(c);
-        ++at;
-    }
-    return accents && at == word.size();
-}
-
-// Every text that one slip may have been made from: it suggests what hunspell leaves out.
-std::vector<std::string> oneEditAway(const std::string& word) {
-    static constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz'";
-    std::vector<std::string> edits;
-    const auto with = [&](std::size_t at, std::size_t length, std::string_view instead) {
-        edits.push_back(std::string(word).replace(at, length, instead));
-    };
-    for (std::size_t at = 0; at <= word.size(); ++at) {
-        for (std::size_t letter = 0; letter < letters.size(); ++letter) {
-            with(at, 0, letters.substr(letter, 1));
-            if (at < word.size()) with(at, 1, letters.substr(letter, 1));
-        }
-        if (at < word.size()) with(at, 1, "");
-        if (at + 1 < word.size()) with(at, 2, std::string{word[at + 1], word[at]});
-    }
-    return edits;
+// The longer a word, the more slips still leave no doubt of what was meant. A capitalised word that the
+// dictionary does not know is mostly a name.
+double farthest(std::string_view word) {
+    if (word.size() <= 3 || isUpper(word.front())) return sure;
+    return word.size() <= 4 ? 0.85 : word.size() <= 6 ? 1.05 : 1.55;
 }
 
 std::unordered_set<std::string> commonWords() {
@@ -98,6 +59,13 @@ bool Corrector::isInstalled() { return std::ifstream(affixFile).good() && std::i
 
 class Corrector::Dictionary {
 public:
+    bool isRight(const std::string& word) {
+        const auto small = lowered(word);
+        return spelling_.spell(word) || spelling_.spell(small) || isBritish(small) ||
+               std::ranges::any_of(americanSpellings(small),
+                                   [&](const std::string& american) { return spelling_.spell(american); });
+    }
+
     std::string correct(const std::string& word) {
         const auto known = corrections_.find(word);
         if (known != corrections_.end()) return known->second;
@@ -109,24 +77,54 @@ public:
 private:
     std::string find(const std::string& word) {
         constexpr std::size_t longest = 30;
-        // The dictionary takes the one for a letter's name, and finds the other close to a rarer word.
-        if (word == "i") return "I";
-        if (word == "alot") return "a lot";
         const auto small = lowered(word);
-        if (word.size() > longest || spelling_.spell(word) || spelling_.spell(small)) return word;
         const bool capitalised = isUpper(word.front());
-        auto best = closest(small, capitalised ? tinyDistance : farthest(word.size()));
-        if (!best) return word;
-        if (capitalised) best->front() = upper(best->front());
-        return *best;
+        const auto withCapital = [&](std::string text) {
+            if (capitalised) text.front() = upper(text.front());
+            return text;
+        };
+        // "Ive" is a name too.
+        if (const auto usual = usualCorrection(small); !usual.empty() && word != "Ive")
+            return withCapital(std::string(usual));
+        if (word.size() > longest || isShorthand(small) || isRight(word) || isPossessive(small)) return word;
+        const auto best = closest(small, isMadeOfWords(small) ? sure : farthest(word));
+        return best ? withCapital(*best) : word;
     }
 
+    bool isPossessive(const std::string& word) {
+        return word.ends_with("'s") && spelling_.spell(word.substr(0, word.size() - 2));
+    }
+
+    // "toolkit", "unshifted", "globals": a dictionary cannot hold all that people make of its
+    // words.
+    bool isMadeOfWords(const std::string& word) {
+        constexpr std::size_t shortestPart = 3, shortestStem = 5;
+        if (word.size() > shortestStem && word.ends_with('s') &&
+            spelling_.spell(word.substr(0, word.size() - 1)))
+            return true;
+        for (const std::string_view prefix : {"un", "re", "de"})
+            if (word.starts_with(prefix) && word.size() >= prefix.size() + shortestStem &&
+                spelling_.spell(word.substr(prefix.size())))
+                return true;
+        const auto isPart = [&](const std::string& part) { return isCommon(part) && spelling_.spell(part); };
+        for (std::size_t at = shortestPart; at + shortestPart <= word.size(); ++at)
+            if (isPart(word.substr(0, at)) && isPart(word.substr(at))) return true;
+        return false;
+    }
+
+    // Absent when nothing is close enough, or several words are.
     std::optional<std::string> closest(const std::string& word, double limit) {
         std::optional<std::string> best;
+        double cost = limit, second = limit + asClose;
         const auto consider = [&](const std::string& candidate) {
-            const double cost = costOf(word, candidate);
-            if (cost > limit || (best && cost >= limit)) return;
-            limit = cost;
+            const double itsCost = costOf(word, candidate);
+            if (itsCost > limit || candidate == best) return;
+            if (best && itsCost >= cost) {
+                second = std::min(second, itsCost);
+                return;
+            }
+            if (best) second = cost;
+            cost = itsCost;
             best = candidate;
         };
         for (const auto& suggestion : spelling_.suggest(word)) {
@@ -135,26 +133,25 @@ private:
         }
         for (const auto& edit : oneEditAway(word))
             if (spelling_.spell(edit)) consider(edit);
+        if (second - cost < (cost > sure ? asClose : asClose / 4)) return std::nullopt;
+        // One letter for another makes a short word of many a name: "restic", "rustic".
+        if (cost > sure && word.size() <= 6 && best->size() == word.size()) return std::nullopt;
         return best;
     }
 
     double costOf(const std::string& word, const std::string& candidate) const {
+        constexpr double never = 1e9;
+        // Two words in one are mostly a name, or new.
+        if (candidate.find_first_of(" -") != std::string::npos) return never;
         const double distance = typingDistance(word, lowered(candidate));
-        // "alot": two words that both are common; others are mostly no words at all.
-        if (const auto blank = candidate.find(' '); blank != std::string::npos) {
-            const bool common = isCommon(candidate.substr(0, blank)) && isCommon(candidate.substr(blank + 1));
-            return distance + (common ? 0 : 2 * uncommon);
-        }
-        if (isUpper(candidate.front()))
-            return distance + (distance == 0 ? expectedCapital : capitalCost(candidate));
-        return distance + (isCommon(candidate) ? 0 : uncommon);
+        // "monday"; short ones are written small on purpose: "perl".
+        if (isUpper(candidate.front()) && !candidate.starts_with("I'"))
+            return distance == 0 && (word.size() > 5 || isMonth(word)) ? 0 : never;
+        if (isCommon(candidate)) return distance;
+        return distance > sure ? never : distance + uncommon;
     }
 
-    double capitalCost(const std::string& candidate) const {
-        return candidate.starts_with("I'") ? expectedCapital
-                                           : unexpectedCapital + (isCommon(candidate) ? 0 : uncommon);
-    }
-
+    static bool isMonth(std::string_view word) { return word == "april" || word == "june" || word == "july"; }
     bool isCommon(const std::string& word) const { return common_.empty() || common_.contains(word); }
 
     Hunspell spelling_{affixFile, wordFile};
@@ -164,6 +161,11 @@ private:
 
 Corrector::Corrector() : dictionary_(std::make_unique<Dictionary>()) {}
 Corrector::~Corrector() = default;
+
+bool Corrector::knows(std::string_view word) {
+    const auto plain = replaced(word, typographicApostrophe, "'");
+    return dictionary_->isRight(plain) || !usualCorrection(lowered(plain)).empty();
+}
 
 std::string Corrector::correct(std::string_view word) {
     const auto plain = replaced(word, typographicApostrophe, "'");

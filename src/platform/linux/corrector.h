@@ -19,6 +19,9 @@ public:
     Corrector(const Corrector&) = delete;
     Corrector& operator=(const Corrector&) = delete;
 
+    // Whether it is an English word as it stands, or a slip that only English has.
+    bool knows(std::string_view word);
+
     // The word as it should be written; the word itself when it is right, unknown, or too far from any other.
     // Takes an ordinary word (correction_pieces.h); tens of milliseconds when it is wrong and new.
     std::string correct(std::string_view word);

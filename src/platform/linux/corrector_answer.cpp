@@ -1,12 +1,11 @@
 #include "platform/linux/corrector_answer.h"
 
-#include "platform/linux/correction_pieces.h"
+#include "platform/linux/correction.h"
 #include "platform/linux/corrector.h"
 #include "platform/linux/worker.h"
 
-#include <cstddef>
+#include <optional>
 #include <utility>
-#include <vector>
 
 namespace platform {
 namespace {
@@ -29,12 +28,10 @@ public:
 private:
     void step() {
         if (!answer_->isWanted()) return;
-        if (next_ == 0) pieces_ = correctionPieces(text_);
-        if (next_ == pieces_.size()) return answer_->end(std::nullopt);
-        const auto& piece = pieces_[next_++];
-        std::string out(piece.before);
-        out += piece.isOrdinary ? corrector().correct(piece.word) : std::string(piece.word);
-        answer_->add(std::move(out));
+        if (!correction_) correction_.emplace(std::move(text_), corrector());
+        auto piece = correction_->next();
+        if (!piece) return answer_->end(std::nullopt);
+        answer_->add(std::move(*piece));
         goOn();
     }
 
@@ -46,8 +43,7 @@ private:
 
     std::string text_;
     std::shared_ptr<Answer> answer_;
-    std::vector<CorrectionPiece> pieces_;
-    std::size_t next_ = 0;
+    std::optional<Correction> correction_;
 };
 
 } // namespace

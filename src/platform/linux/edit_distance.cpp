@@ -1,5 +1,7 @@
 #include "platform/linux/edit_distance.h"
 
+#include "platform/linux/ascii.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <vector>
@@ -43,6 +45,35 @@ double typingDistance(std::string_view typed, std::string_view meant) {
     }
     const bool firstKept = typed.empty() || meant.empty() || typed.front() == meant.front();
     return costs.back() + (firstKept ? 0 : firstLetter);
+}
+
+bool differsByAccents(std::string_view word, std::string_view suggestion) {
+    std::size_t at = 0;
+    bool accents = false;
+    for (const char c : suggestion) {
+        if ((c & 0xC0) == 0x80) continue;
+        if (at == word.size() || (isAscii(c) && lower(c) != word[at])) return false;
+        accents = accents || !isAscii(c);
+        ++at;
+    }
+    return accents && at == word.size();
+}
+
+std::vector<std::string> oneEditAway(const std::string& word) {
+    static constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz'";
+    std::vector<std::string> edits;
+    const auto with = [&](std::size_t at, std::size_t length, std::string_view instead) {
+        edits.push_back(std::string(word).replace(at, length, instead));
+    };
+    for (std::size_t at = 0; at <= word.size(); ++at) {
+        for (std::size_t letter = 0; letter < letters.size(); ++letter) {
+            with(at, 0, letters.substr(letter, 1));
+            if (at < word.size()) with(at, 1, letters.substr(letter, 1));
+        }
+        if (at < word.size()) with(at, 1, "");
+        if (at + 1 < word.size()) with(at, 2, std::string{word[at + 1], word[at]});
+    }
+    return edits;
 }
 
 } // namespace platform

@@ -72,6 +72,7 @@ private:
 
     asio::awaitable<Outcome> exchange() {
         if (const auto error = co_await connect()) co_return failure(error, HttpEnd::unreachable);
+        receiver_->connected();
         if (const auto error = co_await send()) co_return failure(error, HttpEnd::broken);
         co_return co_await receive();
     }
@@ -120,7 +121,7 @@ private:
 
     asio::awaitable<error_code> send() {
         auto request = message();
-        stream_.expires_after(request_.silenceLimit);
+        stream_.expires_after(request_.sendLimit);
         const auto [error, sent] = co_await http::async_write(stream_, request, withError);
         co_return error;
     }
@@ -145,10 +146,11 @@ private:
             if (failed == http::error::need_buffer) failed = {};
             if (closed_) break;
             const std::string_view got(piece.data(), piece.size() - parser.get().body().size);
-            if (!got.empty()) limit = request_.silenceLimit;
-            if (!got.empty() && !receiver_->body(got)) {
-                closed_ = true;
-                break;
+            if (!got.empty()) {
+                const auto next = receiver_->body(got);
+                closed_ = !next;
+                if (closed_) break;
+                limit = *next;
             }
             if (failed) co_return failure(failed, HttpEnd::broken);
         }

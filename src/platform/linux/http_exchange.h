@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,8 +18,8 @@ struct HttpRequest {
     std::string body = {};   // JSON, sent with POST; empty: a GET
     std::string bearer = {}; // a key that goes along; empty: none
     std::chrono::milliseconds connectLimit = std::chrono::seconds(10);
+    std::chrono::milliseconds sendLimit = std::chrono::seconds(60);
     std::chrono::milliseconds firstByteLimit = std::chrono::minutes(10); // until the answer begins
-    std::chrono::milliseconds silenceLimit = std::chrono::seconds(60);   // between two pieces of it
 };
 
 enum class HttpEnd {
@@ -33,9 +34,12 @@ class HttpReceiver {
 public:
     virtual ~HttpReceiver() = default;
 
+    // Somebody took the connection.
+    virtual void connected() {}
     virtual void head(unsigned status) = 0;
-    // False: no more is needed, the connection is closed and nothing more is reported.
-    virtual bool body(std::string_view bytes) = 0;
+    // How long the next piece may take; absent: no more is needed, the connection is closed and nothing more
+    // is reported.
+    virtual std::optional<std::chrono::milliseconds> body(std::string_view bytes) = 0;
     // The last call, with the system's words for what went wrong. Left out after a close.
     virtual void finished(HttpEnd end, const std::string& reason) = 0;
 };

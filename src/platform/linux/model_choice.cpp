@@ -23,24 +23,45 @@ constexpr auto noSuchAddress =
     "http:// (https is not supported), or unset it.";
 
 // A server that the user has set is used or reported, never replaced.
-ModelChoice whenNoneIsFound(const ModelServers& servers, const std::string& sentence) {
-    if (servers.setExplicitly) return Reason{notEnabled, sentence};
+ModelChoice choiceFor(const ModelServers& servers, const ModelServerState& state) {
+    if (servers.candidates.empty()) return Reason{notEnabled, noSuchAddress};
+    if (const auto* served = std::get_if<ServedModel>(&state)) return *served;
+    if (const auto* loading = std::get_if<ModelServerNotReady>(&state))
+        return Reason{notReady, loading->sentence};
+    const auto* silent = std::get_if<ModelServerSilent>(&state);
+    if (servers.setExplicitly)
+        return silent ? Reason{notReady, silent->sentence}
+                      : Reason{notEnabled, std::get<NoModelServer>(state).sentence};
     if (Corrector::isInstalled()) return BuiltInCorrector{};
     return Reason{notEnabled, noModel};
 }
 
 // Only used by the thread that chooses.
 struct LastChoice {
+    ModelServers servers;
     ModelChoice choice;
     Clock::time_point madeAt;
 };
 
+// A server that answers one call at a time is silent while it works: what it is asked now, it takes up later.
+// Whoever is silent on a usual port may be anything, unless it was the model before.
+std::optional<ServedModel> busyModel(const ModelServers& servers, const ModelServerState& state,
+                                     const std::optional<LastChoice>& last) {
+    const auto* silent = std::get_if<ModelServerSilent>(&state);
+    const auto* before = last ? std::get_if<ServedModel>(&last->choice) : nullptr;
+    if (silent && before && before->server == silent->server) return *before;
+    if (silent && servers.setExplicitly) return ServedModel{silent->server, silent->server.model};
+    return std::nullopt;
+}
+
 const ModelChoice& recentChoice() {
     static std::optional<LastChoice> last;
-    if (!last || Clock::now() - last->madeAt > std::chrono::seconds(1)) {
-        auto choice = chooseModel();
-        last = LastChoice{std::move(choice), Clock::now()};
-    }
+    const auto servers = modelServers();
+    if (last && last->servers == servers && Clock::now() - last->madeAt < std::chrono::seconds(1))
+        return last->choice;
+    const auto state = probeModelServers(servers.candidates);
+    const auto busy = busyModel(servers, state, last);
+    last = LastChoice{servers, busy ? *busy : choiceFor(servers, state), Clock::now()};
     return last->choice;
 }
 
@@ -48,12 +69,7 @@ const ModelChoice& recentChoice() {
 
 ModelChoice chooseModel() {
     const auto servers = modelServers();
-    if (servers.candidates.empty()) return Reason{notEnabled, noSuchAddress};
-    auto state = probeModelServers(servers.candidates);
-    if (auto* served = std::get_if<ServedModel>(&state)) return std::move(*served);
-    if (auto* waiting = std::get_if<ModelServerNotReady>(&state))
-        return Reason{notReady, std::move(waiting->sentence)};
-    return whenNoneIsFound(servers, std::get<NoModelServer>(state).sentence);
+    return choiceFor(servers, probeModelServers(servers.candidates));
 }
 
 void chooseModelForGeneration(std::function<void(const ModelChoice&)> chosen) {

@@ -16,6 +16,8 @@ struct ModelServer {
     std::string key = {};     // empty: none
     std::string model = {};   // the model to ask for; empty: the server's first
 
+    bool operator==(const ModelServer&) const = default;
+
     // As the person would write it.
     std::string address() const;
 };
@@ -30,6 +32,8 @@ struct ModelServers {
     // Whether the user set the one that is to be used. Any other is on this computer, so that no text leaves
     // it.
     bool setExplicitly = false;
+
+    bool operator==(const ModelServers&) const = default;
 };
 
 // As the environment says at this moment (docs/model.md).

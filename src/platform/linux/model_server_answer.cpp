@@ -13,21 +13,28 @@ constexpr unsigned ok = 200;
 
 class ServerAnswer : public HttpReceiver {
 public:
-    ServerAnswer(std::string address, std::int64_t limit, std::shared_ptr<Answer> answer)
-        : server_("The model server at " + std::move(address)), limit_(limit), answer_(std::move(answer)) {}
+    ServerAnswer(std::string address, std::int64_t limit, std::chrono::milliseconds silenceLimit,
+                 std::shared_ptr<Answer> answer)
+        : server_("The model server at " + std::move(address)), limit_(limit), silenceLimit_(silenceLimit),
+          answer_(std::move(answer)) {}
 
     void head(unsigned status) override { status_ = status; }
 
-    bool body(std::string_view bytes) override {
+    std::optional<std::chrono::milliseconds> body(std::string_view bytes) override {
         if (status_ != ok) {
             constexpr std::size_t longestWords = 1 << 16;
             if (refusedBody_.size() < longestWords) refusedBody_ += bytes;
-            return true;
+            return silenceLimit_;
         }
         events_.feed(bytes);
-        if (!readEvents()) return false;
-        if (!events_.isTooLong()) return true;
-        return fail(" sent a line without an end. Try again, or choose another model server.");
+        if (!readEvents()) return std::nullopt;
+        if (events_.isTooLong()) {
+            fail(" sent a line without an end. Try again, or choose another model server.");
+            return std::nullopt;
+        }
+        // The count of tokens may still come, if the server counts at all.
+        constexpr std::chrono::milliseconds afterwordLimit(500);
+        return finishReason_ ? afterwordLimit : silenceLimit_;
     }
 
     void finished(HttpEnd end, const std::string& reason) override {
@@ -37,6 +44,9 @@ public:
         events_.finish();
         if (!readEvents()) return;
         if (finishReason_) return succeed();
+        if (end == HttpEnd::complete && !answering_)
+            return void(fail(" answered with something that is not a model's answer. Correct its address, or "
+                             "choose another model server."));
         if (end == HttpEnd::silent)
             return void(fail(
                 " stopped in the middle of its answer. Try again; if it happens again, restart the server."));
@@ -53,6 +63,7 @@ private:
     }
 
     bool read(std::string_view event) {
+        answering_ = true;
         if (event == "[DONE]") {
             succeed();
             return false;
@@ -69,6 +80,9 @@ private:
     }
 
     void succeed() {
+        // vLLM's words for an answer that it dropped.
+        if (finishReason_ == "abort" || finishReason_ == "error")
+            return void(fail(" gave up in the middle of its answer. Try again, or look at its messages."));
         if (!refusal_.empty() || finishReason_ == "content_filter") {
             answer_->fail("The model would not answer (refusal)" +
                           (refusal_.empty() ? "." : ": " + refusal_));
@@ -92,9 +106,11 @@ private:
 
     std::string server_;
     std::int64_t limit_;
+    std::chrono::milliseconds silenceLimit_;
     std::shared_ptr<Answer> answer_;
     unsigned status_ = 0;
     std::string refusedBody_;
+    bool answering_ = false;
     ServerSentEvents events_;
     std::optional<std::string> finishReason_;
     std::optional<std::int64_t> tokens_;
@@ -111,10 +127,9 @@ void answerFromServer(const ServedModel& model, const Prompt& prompt, std::share
         .target = model.server.path + "/chat/completions",
         .body = completionRequest(model.model, prompt.instructions, prompt.text, prompt.options),
         .bearer = model.server.key,
-        .silenceLimit = silenceLimit,
     };
-    auto receiver =
-        std::make_shared<ServerAnswer>(model.server.address(), prompt.options.maximumResponseTokens, answer);
+    auto receiver = std::make_shared<ServerAnswer>(
+        model.server.address(), prompt.options.maximumResponseTokens, silenceLimit, answer);
     answer->whenUnwanted(startHttpExchange(std::move(request), std::move(receiver)));
 }
 

@@ -17,7 +17,8 @@ struct Prompt {
 };
 
 // Has the server answer on one connection, which is closed as soon as nobody wants the answer. A server that
-// falls silent in mid-answer for longer than the limit has failed. Any thread.
+// falls silent in mid-answer for longer than the limit has failed; one that has said how its answer ends is
+// not waited for much longer. Any thread.
 void answerFromServer(const ServedModel& model, const Prompt& prompt, std::shared_ptr<Answer> answer,
                       std::chrono::milliseconds silenceLimit = std::chrono::seconds(60));
 

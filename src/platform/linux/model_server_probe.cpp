@@ -4,6 +4,7 @@
 #include "platform/linux/http_exchange.h"
 
 #include <algorithm>
+#include <array>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -17,6 +18,7 @@ using State = std::optional<ModelServerState>; // absent: not known yet
 struct Reply {
     std::optional<HttpEnd> end; // absent: not over
     std::string reason;
+    bool connected = false;
     unsigned status = 0;
     std::string body;
 };
@@ -39,15 +41,19 @@ class Collector : public HttpReceiver {
 public:
     Collector(std::shared_ptr<Board> board, Reply& reply) : board_(std::move(board)), reply_(reply) {}
 
+    void connected() override {
+        const std::lock_guard lock(board_->mutex);
+        reply_.connected = true;
+    }
     void head(unsigned status) override {
         const std::lock_guard lock(board_->mutex);
         reply_.status = status;
     }
-    bool body(std::string_view bytes) override {
+    std::optional<std::chrono::milliseconds> body(std::string_view bytes) override {
         constexpr std::size_t longest = 1 << 20;
         const std::lock_guard lock(board_->mutex);
         if (reply_.body.size() < longest) reply_.body += bytes;
-        return true;
+        return std::chrono::seconds(10); // far longer than anybody waits for it
     }
     void finished(HttpEnd end, const std::string& reason) override {
         {
@@ -85,6 +91,13 @@ ModelServerState noAnswer(const Probe& probe, const std::string& what) {
     return NoModelServer{"The model server at " + probe.server.address() + ' ' + what};
 }
 
+ModelServerState silent(const Probe& probe) {
+    return ModelServerSilent{probe.server,
+                             "The model server at " + probe.server.address() +
+                                 " takes calls and does not answer at the moment. Wait until it "
+                                 "has finished its other work, or restart it."};
+}
+
 constexpr unsigned ok = 200, unauthorized = 401, forbidden = 403, unavailable = 503;
 
 State stateOf(const Probe& probe, bool inTime) {
@@ -92,8 +105,9 @@ State stateOf(const Probe& probe, bool inTime) {
     if (probe.health.end == HttpEnd::complete && probe.health.status == unavailable)
         return loading(probe, probe.health);
     if (inTime && (!models.end || !probe.health.end)) return std::nullopt;
+    if (!models.end && models.connected) return silent(probe);
     if (!models.end || models.end == HttpEnd::silent)
-        return noAnswer(probe, "does not answer. Check that it is running and not overloaded.");
+        return noAnswer(probe, "does not answer. Check that it is running, or correct its address.");
     if (models.end == HttpEnd::unreachable)
         return noAnswer(probe,
                         "cannot be reached (" + models.reason + "). Start it, or correct its address.");
@@ -105,17 +119,17 @@ State stateOf(const Probe& probe, bool inTime) {
     return chosenModel(probe, *names);
 }
 
-// The first that is ready decides, once all before it are known.
+// The first that is ready decides, once all before it are known; else the first of the best there is.
 State decide(const std::vector<Probe>& probes, bool inTime) {
-    State notReady, none;
+    std::array<State, std::variant_size_v<ModelServerState>> first; // of each kind, the best kind first
     for (const auto& probe : probes) {
         auto state = stateOf(probe, inTime);
         if (!state || std::holds_alternative<ServedModel>(*state)) return state;
-        auto& kept = std::holds_alternative<ModelServerNotReady>(*state) ? notReady : none;
+        auto& kept = first.at(state->index());
         if (!kept) kept = std::move(state);
     }
-    if (notReady) return notReady;
-    return none ? none : NoModelServer{"No model server is set."};
+    const auto best = std::ranges::find_if(first, [](const State& kept) { return kept.has_value(); });
+    return best != first.end() ? *best : NoModelServer{"No model server is set."};
 }
 
 std::function<void()> ask(const ModelServer& server, std::string target, const std::shared_ptr<Board>& board,
