@@ -26,7 +26,8 @@ std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver
     return event;
 }
 
-// Tk's windows, for one, do not: they only hear the keys that the X server gives them.
+// Tk's windows, for one, do not: they only hear the keys that the X server gives them. Asked each time, since
+// a GTK plug says so only after it has been embedded.
 bool takesForwardedKeys(GdkWindow* view) {
     GdkDisplay* display = gdk_window_get_display(view);
     const Atom protocol = gdk_x11_get_xatom_by_name_for_display(display, "_XEMBED_INFO");
@@ -45,10 +46,7 @@ bool takesForwardedKeys(GdkWindow* view) {
 } // namespace
 
 InterfaceView::InterfaceView() {
-    socket_.signal_plug_added().connect([this] {
-        takesForwardedKeys_ = takesForwardedKeys(gtk_socket_get_plug_window(socket_.gobj()));
-        socket_.grab_focus();
-    });
+    socket_.signal_plug_added().connect([this] { socket_.grab_focus(); });
     socket_.signal_plug_removed().connect([] { return true; }); // else the socket goes with its first plug
     // A socket paints nothing itself, and its window would stay black.
     socket_.get_style_context()->add_class("view");
@@ -64,8 +62,8 @@ InterfaceView::InterfaceView() {
 unsigned long InterfaceView::embeddingWindow() const { return socket_.get_id(); }
 
 bool InterfaceView::takesKeys() const {
-    return takesForwardedKeys_ && socket_.has_focus() &&
-           gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj())) != nullptr;
+    GdkWindow* view = gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj()));
+    return view != nullptr && socket_.has_focus() && takesForwardedKeys(view);
 }
 
 // The socket passes on what it is given (XEMBED); the view reads key code and state.

@@ -22,7 +22,6 @@ public:
 
 private:
     Gtk::Socket socket_;
-    bool takesForwardedKeys_ = false;
 };
 
 } // namespace platform
