@@ -73,15 +73,25 @@ public:
         XSync(display, False);
     }
 
+    struct Family {
+        WindowId parent = None;
+        std::vector<WindowId> children;
+    };
+
+    Family family(WindowId window) const {
+        Family result;
+        WindowId unused = None;
+        WindowId* children = nullptr;
+        unsigned count = 0;
+        if (XQueryTree(display, window, &unused, &result.parent, &children, &count) == 0) return {};
+        if (children != nullptr) result.children.assign(children, children + count);
+        XFree(children);
+        return result;
+    }
+
     bool isAncestor(WindowId ancestor, WindowId window) const {
-        while (window != None && window != root && window != ancestor) {
-            WindowId parent = None, unused = None;
-            WindowId* children = nullptr;
-            unsigned count = 0;
-            if (XQueryTree(display, window, &unused, &parent, &children, &count) == 0) return false;
-            XFree(children);
-            window = parent;
-        }
+        while (window != None && window != root && window != ancestor)
+            window = family(window).parent;
         return window == ancestor;
     }
 
@@ -145,6 +155,16 @@ Desktop::Place Desktop::place(WindowId window) {
     place.width = attributes.width;
     place.height = attributes.height;
     return place;
+}
+
+std::optional<Desktop::Place> Desktop::openMenu() {
+    for (const WindowId window : server_->family(server_->root).children) {
+        const auto types = server_->values(window, "_NET_WM_WINDOW_TYPE");
+        for (const char* menu : {"_NET_WM_WINDOW_TYPE_DROPDOWN_MENU", "_NET_WM_WINDOW_TYPE_POPUP_MENU"})
+            if (!types.empty() && types.front() == server_->atom(menu) && !isHidden(window))
+                return place(window);
+    }
+    return std::nullopt;
 }
 
 void Desktop::close(WindowId window) {

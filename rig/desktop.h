@@ -40,6 +40,8 @@ public:
         int x = 0, y = 0, width = 0, height = 0;
     };
     Place place(WindowId window);
+    // Where a menu stands open (of several, any of them); absent when none does.
+    std::optional<Place> openMenu();
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 

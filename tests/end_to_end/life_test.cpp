@@ -2,11 +2,13 @@
 #include "rig/desktop.h"
 #include "rig/fields.h"
 #include "rig/host.h"
+#include "rig/session.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <cstring>
+#include <memory>
 
 namespace e2e {
 
@@ -89,6 +91,58 @@ TEST(HostLife, TheQuitKeyIsPutToTheInterfaceOnceHoweverOftenItIsPressed) {
     desktop.keyboard.press("Control+q");
     EXPECT_FALSE(host.nextCall("quit", milliseconds(300)));
     EXPECT_EQ(host.call("quit"), null);
+    EXPECT_EQ(host.process().exitStatus(), 0);
+}
+
+TEST(HostLife, TheEndOfTheSessionIsPutToTheInterfaceFirst) {
+    Session session;
+    Host host(session.environment());
+    host.call("initialize");
+    ASSERT_EQ(session.next(), "joined") << host.process().output();
+    EXPECT_EQ(session.next(), "agrees") << "to be saved, without asking anybody";
+
+    session.askToEnd(false);
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.call("cancelQuit"), null);
+    EXPECT_EQ(session.next(), "does not agree");
+
+    session.askToEnd();
+    EXPECT_EQ(session.next(), "asks to interact");
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.call("cancelQuit"), null);
+    EXPECT_EQ(session.next(), "refuses");
+    EXPECT_EQ(session.next(), "does not agree");
+    EXPECT_EQ(host.call("pin", false), null) << "it ended although the interface refused";
+
+    session.askToEnd();
+    EXPECT_EQ(session.next(), "asks to interact");
+    ASSERT_TRUE(host.nextCall("quit"));
+    EXPECT_EQ(host.call("quit"), null);
+    host.exitInterface(0);
+    EXPECT_EQ(session.next(), "has interacted");
+    EXPECT_EQ(session.next(), "agrees");
+    EXPECT_EQ(session.next(), "leaves");
+    EXPECT_EQ(host.process().exitStatus(), 0);
+    EXPECT_EQ(host.process().output(), "");
+}
+
+TEST(HostLife, AnEndCalledOffByOthersIsAnsweredOnceAndALostManagerIsNotMissed) {
+    auto session = std::make_unique<Session>();
+    Host host(session->environment());
+    host.call("initialize");
+    for (const char* expected : {"joined", "agrees"})
+        ASSERT_EQ(session->next(), expected);
+    session->askToEnd();
+    EXPECT_EQ(session->next(), "asks to interact");
+    ASSERT_TRUE(host.nextCall("quit"));
+    session->callOff();
+    EXPECT_EQ(session->next(), "has interacted");
+    EXPECT_EQ(session->next(), "does not agree");
+    EXPECT_EQ(host.call("cancelQuit"), null);
+
+    session.reset();
+    EXPECT_EQ(host.call("pin", false), null);
+    host.exitInterface(0);
     EXPECT_EQ(host.process().exitStatus(), 0);
 }
 

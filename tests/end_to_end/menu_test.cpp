@@ -46,11 +46,34 @@ TEST_F(HostMenu, EditItemsReachTheViewThatTakesTheKeys) {
     EXPECT_TRUE(shows("one twoone two")) << "nothing was pasted: " << view.dump();
 }
 
-TEST_F(HostMenu, FullScreenAndBackByItsKeyAndMinimizeByItsItem) {
+TEST_F(HostMenu, FullScreenAndBackByKeyAndByItemRelabelsTheItemEachTime) {
+    const std::string longLabel = "Leave the full screen and go back to the ordinary window";
+    host.call("localize",
+              flutter::EncodableMap{{"nativeFullScreen", "Fill"}, {"nativeExitFullScreen", longLabel}});
+    // By its width: the other menus on the way are neither so narrow nor so wide. Opened again and again,
+    // since one that is open when its label changes stays as wide as it was.
+    const auto viewMenuIs = [&](int least, int most) {
+        return waitUntil([&] {
+            for (const char* key : {"F10", "Right", "Right"})
+                desktop.keyboard.press(key);
+            const bool shown = waitUntil(
+                [&] {
+                    const auto menu = desktop.openMenu();
+                    return menu && menu->width >= least && menu->width <= most;
+                },
+                milliseconds(500));
+            desktop.keyboard.press("Escape");
+            return waitUntil([&] { return !desktop.openMenu(); }) && shown;
+        });
+    };
+    const auto fillsTheScreen = [&] { return desktop.hasState(window, "_NET_WM_STATE_FULLSCREEN"); };
+    EXPECT_TRUE(viewMenuIs(50, 180));
     desktop.keyboard.press("F11");
-    EXPECT_TRUE(waitUntil([&] { return desktop.hasState(window, "_NET_WM_STATE_FULLSCREEN"); }));
-    desktop.keyboard.press("F11");
-    EXPECT_TRUE(waitUntil([&] { return !desktop.hasState(window, "_NET_WM_STATE_FULLSCREEN"); }));
+    EXPECT_TRUE(waitUntil(fillsTheScreen));
+    EXPECT_TRUE(viewMenuIs(300, 1000)) << "it still says how to enter";
+    choose(2, 0);
+    EXPECT_TRUE(waitUntil([&] { return !fillsTheScreen(); }));
+    EXPECT_TRUE(viewMenuIs(50, 180)) << "it still says how to leave";
     choose(3, 0);
     EXPECT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
 }

@@ -84,29 +84,5 @@ TEST_F(HostWindow, ItsCloseButtonQuitsBeforeTheInterfaceIsReady) {
     EXPECT_FALSE(host.nextCall("quit", milliseconds(0)));
 }
 
-TEST(HostOpens, FilesAndLinksWithTheProgramForThemAndSaysWhenAFileIsGone) {
-    TemporaryFolder folder;
-    std::filesystem::create_directories(folder / "applications");
-    writeFile(folder / "applications/note.sh",
-              "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + (folder / "opened").string() + "\n");
-    std::filesystem::permissions(folder / "applications/note.sh", std::filesystem::perms::owner_all);
-    writeFile(
-        folder / "applications/note.desktop",
-        "[Desktop Entry]\nType=Application\nName=Note\nMimeType=text/plain;x-scheme-handler/https;\nExec=" +
-            (folder / "applications/note.sh").string() + " %u\n");
-    writeFile(folder / "applications/mimeapps.list",
-              "[Default Applications]\ntext/plain=note.desktop\nx-scheme-handler/https=note.desktop\n");
-    writeFile(folder / "letter.txt", "Dear Anna");
-    Host host({{"XDG_DATA_HOME", folder / ""}});
-
-    EXPECT_EQ(host.call("openUrl", "https://example.org/"), null);
-    EXPECT_TRUE(waitUntil([&] { return readFile(folder / "opened").find("https://example.org/\n") == 0; }));
-    EXPECT_EQ(host.call("openPath", (folder / "letter.txt").string()), null);
-    EXPECT_TRUE(
-        waitUntil([&] { return readFile(folder / "opened").find("letter.txt") != std::string::npos; }));
-    EXPECT_EQ(host.call("openPath", (folder / "gone.txt").string()),
-              CallOutcome(flutter::FlutterError{"open_path", "Could not open the file or folder", {}}));
-}
-
 } // namespace
 } // namespace e2e

@@ -3,6 +3,7 @@
 #include "platform/linux/application_native.h"
 #include "platform/linux/main_loop.h"
 #include "platform/linux/menu_native.h"
+#include "platform/linux/session_manager.h"
 #include "platform/linux/window_native.h"
 
 #include <utility>
@@ -16,6 +17,7 @@ struct State {
     std::unique_ptr<Gtk::MenuBar> menuBar;
     Glib::RefPtr<Gtk::AccelGroup> menuKeys;
     std::weak_ptr<Window> mainWindow;
+    std::unique_ptr<SessionManager> session;
 };
 
 State& state() {
@@ -28,6 +30,11 @@ void placeMenuBar() {
     if (!window || !state().menuBar) return;
     window->native().setMenuBar(*state().menuBar);
     window->native().window.add_accel_group(state().menuKeys);
+}
+
+void settle(ApplicationTerminateReply reply) {
+    if (reply == ApplicationTerminateReply::terminateNow) endMainLoop(0);
+    if (reply == ApplicationTerminateReply::terminateCancel && state().session) state().session->refuse();
 }
 
 } // namespace
@@ -61,13 +68,13 @@ void Application::activate() {
 }
 
 void Application::terminate() {
-    const auto reply = state().delegate ? state().delegate->applicationShouldTerminate()
-                                        : ApplicationTerminateReply::terminateNow;
-    if (reply == ApplicationTerminateReply::terminateNow) endMainLoop(0);
+    settle(state().delegate ? state().delegate->applicationShouldTerminate()
+                            : ApplicationTerminateReply::terminateNow);
 }
 
 void Application::replyToApplicationShouldTerminate(bool shouldTerminate) {
-    if (shouldTerminate) endMainLoop(0);
+    settle(shouldTerminate ? ApplicationTerminateReply::terminateNow
+                           : ApplicationTerminateReply::terminateCancel);
 }
 
 void setMainWindow(const std::shared_ptr<Window>& window) {
@@ -76,5 +83,11 @@ void setMainWindow(const std::shared_ptr<Window>& window) {
 }
 
 std::shared_ptr<Window> mainWindow() { return state().mainWindow.lock(); }
+
+void joinSession() {
+    state().session = std::make_unique<SessionManager>([] { Application::sharedApplication().terminate(); });
+}
+
+void leaveSession() { state().session.reset(); }
 
 } // namespace platform

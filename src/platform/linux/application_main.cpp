@@ -78,6 +78,7 @@ int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance
     application.setMainMenu(std::move(interface.mainMenu));
     interface.mainWindow->awakeFromNib();
     interface.mainWindow->makeKeyAndOrderFront();
+    joinSession();
 
     const int status = runMainLoop();
     instance.reset(); // who starts the program from now on gets a host of their own
@@ -85,6 +86,7 @@ int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance
     interface.mainWindow.reset();
     application.setMainMenu(nullptr);
     application.setDelegate(nullptr);
+    leaveSession(); // only now: the interface may have something to put away
     return status;
 }
 

@@ -10,19 +10,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path guide() {
-    std::error_code unknown;
-    const auto program = fs::read_symlink("/proc/self/exe", unknown);
-    return program.parent_path().parent_path() / "share/doc/quillmark-host/README.md";
+// Empty when there is none.
+fs::path helpPage() {
+    std::error_code missing;
+    const auto folder = fs::read_symlink("/proc/self/exe", missing).parent_path();
+    for (const auto& place : {folder.parent_path(), folder}) {
+        // By its own name: a browser may be kept from following links out of a folder.
+        auto page = fs::canonical(place / "share/doc/quillmark-host/docs/help.html", missing);
+        if (!page.empty()) return page;
+    }
+    return {};
 }
 
 } // namespace
 
-bool hasHelpPages() {
-    std::error_code missing;
-    return fs::is_regular_file(guide(), missing);
-}
+bool hasHelpPages() { return !helpPage().empty(); }
 
-void showHelpPages() { Workspace::sharedWorkspace().openURL(URL::fileURLWithPath(guide().string())); }
+void showHelpPages() {
+    if (!Workspace::sharedWorkspace().openURL(URL::fileURLWithPath(helpPage().string()))) beep();
+}
 
 } // namespace platform

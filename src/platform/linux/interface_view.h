@@ -14,7 +14,7 @@ public:
     // The X window to embed in. The view must be in a window already.
     unsigned long embeddingWindow() const;
 
-    // Whether a view is there and has the keyboard.
+    // Whether a view is there, has the keyboard, and gets its keys from here (XEMBED).
     bool takesKeys() const;
 
     // Gives the view that takes the keys one more, as if it had been pressed and released.

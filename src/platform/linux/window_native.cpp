@@ -32,11 +32,12 @@ Window::Native::Native(std::uint64_t styleMask) : styleMask_(styleMask) {
     window.add(column_);
     window.get_style_context()->add_class("quillmark-window");
     window.set_resizable((styleMask & WindowStyleMaskResizable) != 0);
-    window.add_events(Gdk::BUTTON_PRESS_MASK | Gdk::PROPERTY_CHANGE_MASK);
+    window.add_events(Gdk::PROPERTY_CHANGE_MASK);
     gtk_widget_realize(GTK_WIDGET(window.gobj())); // so that its measures are known before it is shown
 
     window.signal_delete_event().connect([this](GdkEventAny*) { return close(), true; });
-    window.signal_button_press_event().connect([this](GdkEventButton* event) { return dragged(event); });
+    drag_->set_button(GDK_BUTTON_PRIMARY);
+    drag_->signal_drag_update().connect([this](double right, double down) { dragged(right, down); });
     window.signal_window_state_event().connect(
         [this](GdkEventWindowState* event) { return stateChanged(*event), false; });
     window.signal_map_event().connect([this](GdkEventAny*) { return placed(), false; });
@@ -69,12 +70,16 @@ void Window::Native::close() {
     });
 }
 
-bool Window::Native::dragged(GdkEventButton* event) {
-    if (!movableByBackground || event->type != GDK_BUTTON_PRESS || event->button != GDK_BUTTON_PRIMARY)
-        return false;
-    window.begin_move_drag(static_cast<int>(event->button), whole(event->x_root), whole(event->y_root),
-                           event->time);
-    return true;
+// Not at the press: xfwm4, asked to move a window whose button is up again by then, goes on moving it.
+void Window::Native::dragged(double right, double down) {
+    double x = 0, y = 0;
+    if (!movableByBackground || !drag_->get_start_point(x, y) ||
+        !window.drag_check_threshold(0, 0, whole(right), whole(down)))
+        return;
+    int onScreenX = 0, onScreenY = 0;
+    window.get_window()->get_root_coords(whole(x), whole(y), onScreenX, onScreenY);
+    window.begin_move_drag(GDK_BUTTON_PRIMARY, onScreenX, onScreenY, gtk_get_current_event_time());
+    drag_->reset(); // the window manager has the pointer now, and its release too
 }
 
 void Window::Native::stateChanged(const GdkEventWindowState& event) {

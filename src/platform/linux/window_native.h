@@ -7,6 +7,7 @@
 
 #include <gtkmm/accelgroup.h>
 #include <gtkmm/box.h>
+#include <gtkmm/gesturedrag.h>
 #include <gtkmm/headerbar.h>
 #include <gtkmm/label.h>
 #include <gtkmm/menubar.h>
@@ -54,7 +55,7 @@ public:
 
 private:
     void close();
-    bool dragged(GdkEventButton* event);
+    void dragged(double right, double down);
     void stateChanged(const GdkEventWindowState& event);
     void placed();
     void configured();
@@ -69,6 +70,7 @@ private:
 
     Gtk::Box column_{Gtk::ORIENTATION_VERTICAL};
     Gtk::MenuBar* menuBar_ = nullptr;
+    Glib::RefPtr<Gtk::GestureDrag> drag_ = Gtk::GestureDrag::create(window);
     Gtk::Label noTitle_; // stands where the title would
     std::uint64_t styleMask_;
     int state_ = 0;

@@ -1,0 +1,33 @@
+// The manager of a desktop session, as the host meets it (X session management).
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace rig {
+
+class Session {
+public:
+    Session();
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // What a program of this session has in its environment.
+    std::map<std::string, std::string> environment() const;
+
+    // What the program says next: "joined", "asks to interact" (and is let), "refuses", "has interacted",
+    // "agrees", "does not agree", "leaves"; empty when it says nothing in time.
+    std::string next();
+
+    // To a program that has joined.
+    void askToEnd(bool mayInteract = true);
+    void callOff();
+
+private:
+    struct Server;
+    std::unique_ptr<Server> server_;
+};
+
+} // namespace rig

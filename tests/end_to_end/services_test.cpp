@@ -1,0 +1,114 @@
+// What the host does for the interface outside its window, as the programs concerned see it.
+#include "rig/desktop.h"
+#include "rig/host.h"
+#include "rig/process.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/xattr.h>
+
+#include <array>
+#include <filesystem>
+
+namespace e2e {
+
+using namespace rig;
+
+namespace {
+
+using flutter::CallOutcome;
+using flutter::EncodableValue;
+using testing::HasSubstr;
+
+const CallOutcome null = EncodableValue();
+
+CallOutcome error(const char* code, const char* message) { return flutter::FlutterError{code, message, {}}; }
+
+// A machine with one program, for plain text, pages and https, which notes what it is given to open.
+class SparseMachine {
+public:
+    SparseMachine() {
+        std::filesystem::create_directories(folder / "applications");
+        std::filesystem::create_symlink("/usr/share/mime", folder / "mime");
+        const auto program = folder / "applications/note.sh";
+        writeFile(program, "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + (folder / "opened").string() + "\n");
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        writeFile(folder / "applications/note.desktop",
+                  "[Desktop Entry]\nType=Application\nName=Note\nExec=" + program.string() +
+                      " %u\nMimeType=text/plain;text/html;x-scheme-handler/https;\n");
+        writeFile(folder / "applications/mimeinfo.cache",
+                  "[MIME Cache]\ntext/plain=note.desktop;\ntext/html=note.desktop;\n"
+                  "x-scheme-handler/https=note.desktop;\n");
+        writeFile(folder / "letter.txt", "Dear Anna");
+    }
+
+    bool opened(const std::string& what) {
+        return waitUntil([&] { return readFile(folder / "opened").find(what + "\n") != std::string::npos; });
+    }
+
+    TemporaryFolder folder;
+};
+
+class HostOpens : public testing::Test, public SparseMachine {
+protected:
+    Desktop desktop;
+    Host host{{{"XDG_DATA_HOME", folder / ""}, {"XDG_DATA_DIRS", folder / ""}}};
+};
+
+TEST_F(HostOpens, FilesAndLinksWithTheProgramForThemAndSaysWhenThereIsNone) {
+    EXPECT_EQ(host.call("openUrl", "https://example.org/"), null);
+    EXPECT_TRUE(opened("https://example.org/"));
+    EXPECT_EQ(host.call("openUrl", "mailto:anna@example.org"), error("open_url", "Could not open the link"));
+
+    EXPECT_EQ(host.call("openPath", (folder / "letter.txt").string()), null);
+    EXPECT_TRUE(opened("letter.txt"));
+    const auto noSuchFile = error("open_path", "Could not open the file or folder");
+    EXPECT_EQ(host.call("openPath", (folder / "gone.txt").string()), noSuchFile);
+    EXPECT_EQ(host.call("openPath", (folder / "").string()), noSuchFile) << "no program opens folders here";
+}
+
+TEST_F(HostOpens, ItsHelpFromTheMenu) {
+    host.bringToFront(desktop);
+    for (const char* key : {"F10", "Left", "Down", "Return"})
+        desktop.keyboard.press(key);
+    EXPECT_TRUE(opened("docs/help.html"));
+}
+
+TEST(HostServices, AModelFolderIsMarkedForBackupProgramsOrTheSystemSaysWhyNot) {
+    TemporaryFolder folder;
+    Host host;
+    EXPECT_EQ(host.call("excludeModelBackups", (folder / "").string()), null);
+    EXPECT_EQ(readFile(folder / "CACHEDIR.TAG").find("Signature: 8a477f597d28d172789f06886806bc55\n"), 0U);
+    std::array<char, 6> value{};
+    if (getxattr((folder / "").c_str(), "user.xdg.robots.backup", value.data(), 5) >= 0) {
+        EXPECT_STREQ(value.data(), "false"); // where the file system has attributes
+    }
+
+    const auto failure =
+        std::get<flutter::FlutterError>(host.call("excludeModelBackups", (folder / "gone").string()));
+    EXPECT_EQ(failure.code, "backup");
+    EXPECT_THAT(failure.message.value_or(""), HasSubstr("No such file or directory"));
+    EXPECT_EQ(host.call("excludeModelBackups", 7), error("path", "Missing model directory"));
+}
+
+TEST(HostServices, AskingForPermissionTurnsAccessibilityOnWhereItIsOff) {
+    const auto status = [](const std::string& method, const std::string& value) {
+        std::vector<std::string> command{
+            "gdbus",           "call",         "--session",
+            "--dest",          "org.a11y.Bus", "--object-path",
+            "/org/a11y/bus",   "--method",     "org.freedesktop.DBus.Properties." + method,
+            "org.a11y.Status", "IsEnabled"};
+        if (!value.empty()) command.push_back(value);
+        Process asked(command);
+        asked.exitStatus();
+        return asked.output();
+    };
+    Host host;
+    status("Set", "<false>");
+    ASSERT_EQ(status("Get", ""), "(<false>,)\n");
+    EXPECT_EQ(host.call("requestPermission"), null);
+    EXPECT_EQ(status("Get", ""), "(<true>,)\n");
+}
+
+} // namespace
+} // namespace e2e
