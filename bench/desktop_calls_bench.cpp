@@ -10,9 +10,9 @@
 
 namespace {
 
-using rig::Clock;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
+using rig::Clock;
 
 constexpr std::size_t rounds = 200;
 

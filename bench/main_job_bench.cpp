@@ -1,10 +1,10 @@
 // The main job, timed on a real desktop beside what it must cost at the very least: from the hot key to the
 // interface, and from the interface's "paste" to the text in the field. Also what the host costs at rest.
 #include "bench/bare_round_trips.h"
+#include "flutter/arguments.h"
 #include "rig/desktop.h"
 #include "rig/fields.h"
 #include "rig/host.h"
-#include "flutter/arguments.h"
 
 #include <unistd.h>
 
@@ -18,9 +18,9 @@
 namespace {
 
 using namespace std::chrono_literals;
-using rig::Clock;
 using flutter::EncodableMap;
 using flutter::member;
+using rig::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int rounds = 100;
