@@ -43,6 +43,12 @@ private:
     std::vector<double> milliseconds_;
 };
 
+std::string answerText(const flutter::CallOutcome& answer) {
+    const auto* value = std::get_if<flutter::EncodableValue>(&answer);
+    const auto* text = value != nullptr ? flutter::asString(*value) : nullptr;
+    return text != nullptr ? *text : "no text";
+}
+
 struct Stage {
     rig::Desktop desktop;
     rig::Host host;
@@ -75,10 +81,12 @@ struct Stage {
     void paste(const std::string& token, const std::string& word, Samples& samples) {
         const auto start = Clock::now();
         const auto call = host.startCall("paste", EncodableMap{{"text", word}, {"token", token}});
-        while (fields.command("dump").find("for " + word + " letter") == std::string::npos) {
-            if (Clock::now() - start > 5s) throw std::runtime_error("The text never changed.");
+        try {
+            samples.add(fields.awaitText("for " + word + " letter") - start);
+        } catch (const std::exception&) {
+            throw std::runtime_error("The text never changed. The host's answer: " +
+                                     answerText(host.answer(call)));
         }
-        samples.add(Clock::now() - start);
         host.answer(call);
     }
 };

@@ -33,6 +33,10 @@ std::string Fields::command(const std::string& line) {
     return nextLine();
 }
 
+Clock::time_point Fields::awaitText(const std::string& text) {
+    return Clock::time_point(std::chrono::nanoseconds(std::stoll(command("await 0 " + text))));
+}
+
 std::string Fields::nextLine() {
     std::string output;
     std::size_t end = std::string::npos;

@@ -3,6 +3,7 @@
 
 #include "rig/desktop.h"
 #include "rig/process.h"
+#include "rig/wait.h"
 
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ public:
 
     // Sends one command and returns the program's answer to it.
     std::string command(const std::string& line);
+    // When the first field had this text in it, however late the answer is seen; throws when it never has.
+    Clock::time_point awaitText(const std::string& text);
     // What the program says its fields hold.
     std::string dump() { return command("dump"); }
 

@@ -16,13 +16,16 @@
 //   minimize
 //   present
 //   hang SECONDS       answers first, then serves nobody
+//   await N TEXT       answers once field N has TEXT in it, with the nanoseconds of the monotonic clock then
 //   dump               answers {"title", "active", "focus", "fields": [{"kind", "text", "selection": [start,
-//   end]}]} quit               ends the program, as does the end of its input
+//                      end]}]}
+//   quit               ends the program, as does the end of its input
 #include <gtkmm.h>
 #include <gtkmm/plug.h>
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -74,6 +77,7 @@ public:
     virtual std::array<int, 2> selection() { return {0, 0}; }
     virtual void select(int, int) {}
     virtual void setHidden(bool) {}
+    virtual void onChange(const sigc::slot<void>&) {}
 
 private:
     std::string kind_;
@@ -106,6 +110,7 @@ public:
         entry_->set_visibility(!hidden);
         entry_->set_input_purpose(hidden ? Gtk::INPUT_PURPOSE_PASSWORD : Gtk::INPUT_PURPOSE_FREE_FORM);
     }
+    void onChange(const sigc::slot<void>& slot) override { entry_->signal_changed().connect(slot); }
 
 private:
     std::unique_ptr<Gtk::ComboBoxText> combo_;
@@ -131,6 +136,9 @@ public:
     void select(int start, int end) override {
         const auto buffer = view_.get_buffer();
         buffer->select_range(buffer->get_iter_at_offset(end), buffer->get_iter_at_offset(start));
+    }
+    void onChange(const sigc::slot<void>& slot) override {
+        view_.get_buffer()->signal_changed().connect(slot);
     }
 
 private:
@@ -165,6 +173,7 @@ public:
             const auto equals = each.find('=');
             fields_.push_back(makeField(each.substr(0, equals)));
             if (equals != std::string::npos) fields_.back()->setText(unescaped(each.substr(equals + 1)));
+            fields_.back()->onChange([this] { answerWhatIsAwaited(); });
             box_.pack_start(fields_.back()->outer(), Gtk::PACK_SHRINK);
         }
         Glib::signal_io().connect(sigc::mem_fun(*this, &Program::readInput), STDIN_FILENO,
@@ -222,7 +231,14 @@ private:
         return out.str();
     }
 
-    // The answer to one command.
+    void answerWhatIsAwaited() {
+        if (awaitedIn_ == nullptr || awaitedIn_->text().find(awaited_) == std::string::npos) return;
+        awaitedIn_ = nullptr;
+        const std::chrono::nanoseconds now = std::chrono::steady_clock::now().time_since_epoch();
+        std::cout << now.count() << std::endl;
+    }
+
+    // The answer to one command; empty when it comes later.
     std::string obey(const std::string& line) {
         std::istringstream words(line);
         std::string verb;
@@ -258,6 +274,11 @@ private:
             bool hidden = false;
             words >> hidden;
             target.setHidden(hidden);
+        } else if (verb == "await") {
+            awaitedIn_ = &field(words);
+            awaited_ = rest();
+            answerWhatIsAwaited();
+            return {};
         } else
             return "error: unknown command " + verb;
         return "ok";
@@ -287,7 +308,8 @@ private:
             return;
         }
         try {
-            std::cout << obey(line) << std::endl;
+            const std::string said = obey(line);
+            if (!said.empty()) std::cout << said << std::endl;
         } catch (const std::out_of_range&) {
             std::cout << "error: there is no such field" << std::endl;
         }
@@ -296,6 +318,8 @@ private:
     Gtk::Box box_;
     std::vector<std::unique_ptr<Field>> fields_;
     std::string input_;
+    Field* awaitedIn_ = nullptr;
+    std::string awaited_;
     bool ready_ = false;
 };
 

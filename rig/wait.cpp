@@ -1,14 +1,18 @@
 #include "rig/wait.h"
 
+#include <algorithm>
 #include <thread>
 
 namespace rig {
 
 bool waitUntil(const std::function<bool()>& condition, milliseconds limit) {
     const auto end = Clock::now() + limit;
+    // Soon at first, so that what comes at once is seen at once; then at ease, for two slow cores.
+    Clock::duration pause = std::chrono::microseconds(250);
     while (!condition()) {
         if (Clock::now() >= end) return false;
-        std::this_thread::sleep_for(milliseconds(5));
+        std::this_thread::sleep_for(pause);
+        pause = std::min<Clock::duration>(2 * pause, milliseconds(5));
     }
     return true;
 }
