@@ -39,13 +39,13 @@ bool isInside(Connection& connection, ::Window window, ::Window ancestor) {
 std::optional<FrontWindow> frontWindow() {
     Connection* connection = Connection::shared();
     if (connection == nullptr) return std::nullopt;
-    const ::Window focus = focusedWindow();
-    if (focus == None) return std::nullopt;
-
     ::Window window = activeWindow();
-    if (window == None && !hasWindowManager(*connection)) window = programWindow(focus);
+    if (window == None && !hasWindowManager(*connection)) window = programWindow(focusedWindow());
+    // Asked before the focus: a window number is given anew once its program has ended, and only the window
+    // that has the focus afterwards is certainly still the one whose process this is.
     const auto process = windowProcess(window);
-    if (!process) return std::nullopt;
+    const ::Window focus = focusedWindow();
+    if (!process || focus == None) return std::nullopt;
 
     // Toolkits put the focus on a child of their window, some window managers on the frame around it, and a
     // popup that is no child of anything still belongs to the same program.
