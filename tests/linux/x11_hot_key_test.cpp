@@ -1,6 +1,7 @@
 #include "linux/x11_programs.h"
 #include "platform/hot_key.h"
 #include "platform/linux/server_time.h"
+#include "platform/linux/x11_connection.h"
 
 #include <X11/XKBlib.h>
 #include <X11/keysym.h>
@@ -26,6 +27,10 @@ protected:
     void SetUp() override {
         if (!hasDisplay()) GTEST_SKIP() << "no display";
         run("setxkbmap us -option ''");
+        // Without a focus, as between a window's end and the window manager's next choice, the server offers
+        // a key to no grab.
+        auto* connection = x11::Connection::shared();
+        XSetInputFocus(connection->display(), PointerRoot, RevertToPointerRoot, CurrentTime);
         handler_ = InstallEventHandler(
             GetApplicationEventTarget(),
             [this] {
