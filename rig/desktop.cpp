@@ -60,6 +60,11 @@ public:
         return result;
     }
 
+    std::optional<unsigned long> value(WindowId window, const char* name) const {
+        const auto all = values(window, name);
+        return all.empty() ? std::nullopt : std::optional(all.front());
+    }
+
     // Asks the window manager, as a task bar does.
     void request(const char* message, WindowId window, long first, long second) const {
         XEvent event{};
@@ -126,9 +131,21 @@ std::vector<WindowId> Desktop::windows(pid_t pid) {
 }
 
 std::optional<WindowId> Desktop::activeWindow() {
-    const auto active = server_->values(server_->root, "_NET_ACTIVE_WINDOW");
-    if (active.empty() || active.front() == None) return std::nullopt;
-    return active.front();
+    const auto active = server_->value(server_->root, "_NET_ACTIVE_WINDOW");
+    return active == None ? std::nullopt : active;
+}
+
+std::optional<unsigned long> Desktop::workspace() {
+    return server_->value(server_->root, "_NET_CURRENT_DESKTOP");
+}
+
+std::optional<unsigned long> Desktop::workspace(WindowId window) {
+    return server_->value(window, "_NET_WM_DESKTOP");
+}
+
+bool Desktop::goToWorkspace(unsigned long number) {
+    server_->request("_NET_CURRENT_DESKTOP", server_->root, static_cast<long>(number), CurrentTime);
+    return waitUntil([&] { return workspace() == number; });
 }
 
 std::string Desktop::title(WindowId window) {

@@ -42,6 +42,11 @@ public:
     Place place(WindowId window);
     // Where a menu stands open (of several, any of them); absent when none does.
     std::optional<Place> openMenu();
+    // The workspace the person sees, or the one a window is on; they count from 0.
+    std::optional<unsigned long> workspace();
+    std::optional<unsigned long> workspace(WindowId window);
+    // Waits until it is the one the person sees; false when it does not exist.
+    bool goToWorkspace(unsigned long number);
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 

@@ -41,6 +41,20 @@ TEST_F(HostWindow, HidesAndComesBackInFrontOfOthers) {
     EXPECT_TRUE(waitUntil([&] { return isActive() && !desktop.isHidden(window); }));
 }
 
+TEST_F(HostWindow, ComesToTheWorkspaceThePersonIsOn) {
+    const auto isHereOn = [&](unsigned long workspace) {
+        return desktop.workspace() == workspace && desktop.workspace(window) == workspace && isActive();
+    };
+    ASSERT_TRUE(desktop.goToWorkspace(1));
+    host.call("show");
+    EXPECT_TRUE(waitUntil([&] { return isHereOn(1); })) << "an open window did not come";
+    host.call("hide");
+    EXPECT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
+    ASSERT_TRUE(desktop.goToWorkspace(0));
+    host.call("show");
+    EXPECT_TRUE(waitUntil([&] { return isHereOn(0); })) << "a minimised window did not come";
+}
+
 TEST_F(HostWindow, StaysAboveWhileItIsPinned) {
     host.call("pin", true);
     EXPECT_TRUE(waitUntil([&] { return desktop.hasState(window, "_NET_WM_STATE_ABOVE"); }));

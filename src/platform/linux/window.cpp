@@ -62,9 +62,10 @@ void Window::center() {
 
 void Window::setFrameAutosaveName(std::string_view name) { native_->keepFrameAs(name); }
 
-// X11 window managers show a window on the active desktop when it is presented, and keep others above a
-// full-screen one when these are shown later: nothing to ask for.
-void Window::setCollectionBehavior(std::uint64_t) {}
+// X11 window managers keep a window above a full-screen one when it is shown later: nothing to ask for.
+void Window::setCollectionBehavior(std::uint64_t behavior) {
+    native_->movesToActiveSpace = (behavior & WindowCollectionBehaviorMoveToActiveSpace) != 0;
+}
 
 // Closing only hides: whoever owns the window releases it.
 void Window::setReleasedWhenClosed(bool) {}

@@ -122,6 +122,8 @@ void Window::Native::present() {
     const guint32 time = serverTime(window);
     gdk_x11_window_set_user_time(window.get_window()->gobj(), time);
     window.show();
+    // Else openbox takes the person to the window's workspace, and metacity lets it ask for attention there.
+    if (movesToActiveSpace) gdk_x11_window_move_to_current_desktop(window.get_window()->gobj());
     window.present(time);
     window.get_display()->flush();
 }

@@ -52,6 +52,7 @@ public:
     std::unique_ptr<flutter::ViewController> controller;
     WindowDelegate* delegate = nullptr;
     bool movableByBackground = false;
+    bool movesToActiveSpace = false; // to the workspace the person is on, when presented
 
 private:
     void close();
