@@ -1,4 +1,5 @@
 #include "linux/x11_programs.h"
+#include "platform/linux/interface_process.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/workspace.h"
 
@@ -77,6 +78,13 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
         EXPECT_EQ(application->bundleIdentifier().value_or(""), identity);
         EXPECT_EQ(application->localizedName().value_or(""), name);
     }
+}
+
+TEST_F(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
+    const Program program("settings", "settings");
+    ASSERT_TRUE(inFront(program));
+    const InterfaceProcess interface(program.process(), [] {});
+    EXPECT_EQ(front(), RunningApplication::currentApplication());
 }
 
 } // namespace

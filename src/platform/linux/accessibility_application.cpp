@@ -1,8 +1,7 @@
 #include "platform/linux/accessibility_element.h"
 #include "platform/linux/at_spi_session.h"
+#include "platform/linux/interface_process.h"
 #include "platform/linux/x11_connection.h"
-
-#include <unistd.h>
 
 #include <algorithm>
 
@@ -34,7 +33,7 @@ at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
 AXUIElementRef bareWindow(pid_t process) {
     ::Window window = x11::focusedWindow();
     const auto owner = x11::windowProcess(window);
-    if (owner == getpid())
+    if (owner && isOwnProcess(*owner))
         window = topmostWindow(process);
     else if (owner != process)
         window = x11::activeWindow();
@@ -75,7 +74,7 @@ std::vector<Program*> sandboxed(Bus& bus, pid_t process) {
 
 // The programs of a process, when it may be asked; absent when nothing can be known.
 std::optional<std::vector<Program*>> programsOf(Bus* bus, pid_t process) {
-    if (bus == nullptr || process == getpid()) return std::nullopt;
+    if (bus == nullptr || isOwnProcess(process)) return std::nullopt;
     auto found = programs().of(*bus, process);
     if (found && found->empty()) return sandboxed(*bus, process);
     return found;
@@ -128,7 +127,7 @@ AXUIElementRef focusedElement(pid_t process) {
 
 AXUIElementRef focusedWindow(pid_t process) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
-    if (bus == nullptr || process == getpid()) return {};
+    if (bus == nullptr || isOwnProcess(process)) return {};
     const Bus::Budget budget(*bus, wholeQuery);
     auto window = firstAmong(*bus, process, [&](Program& program) {
         auto object = at_spi::activeWindow(*bus, program);
@@ -157,7 +156,7 @@ bool askToShow(pid_t process) {
 
 AXUIElementRef systemWideFocusedElement() {
     const auto active = x11::windowProcess(x11::activeWindow());
-    if (active && *active != getpid())
+    if (active && !isOwnProcess(*active))
         if (auto element = focusedElement(*active)) return element;
 
     Bus* bus = at_spi::Session::shared().accessibilityBus();

@@ -18,10 +18,7 @@ bool startAccessibility(std::string& whyNot) {
 
 bool AXIsProcessTrustedWithOptions(AXTrustedCheckOptions options) {
     auto& session = at_spi::Session::shared();
-    if (session.isEnabled()) return true;
-    if (!options.kAXTrustedCheckOptionPrompt || !session.enable()) return false;
-    session.enableForGood();
-    return session.isEnabled();
+    return session.isEnabled() || (options.kAXTrustedCheckOptionPrompt && session.enable());
 }
 
 } // namespace platform

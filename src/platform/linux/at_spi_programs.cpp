@@ -1,6 +1,6 @@
 #include "platform/linux/at_spi_programs.h"
 
-#include <unistd.h>
+#include "platform/linux/interface_process.h"
 
 #include <fstream>
 
@@ -37,7 +37,7 @@ std::vector<Program*> Programs::all(Bus& bus) {
     std::vector<Program*> result;
     if (!refresh(bus)) return result;
     for (auto& [name, program] : programs_)
-        if (program.process != getpid()) result.push_back(&program);
+        if (!isOwnProcess(program.process)) result.push_back(&program);
     return result;
 }
 

@@ -112,19 +112,6 @@ bool Session::enable() {
     return answer.failure == Failure::none;
 }
 
-void Session::enableForGood() {
-    constexpr const char* schemaName = "org.gnome.desktop.interface";
-    constexpr const char* key = "toolkit-accessibility";
-    GSettingsSchemaSource* source = g_settings_schema_source_get_default();
-    if (source == nullptr) return;
-    const std::unique_ptr<GSettingsSchema, Releaser<g_settings_schema_unref>> schema(
-        g_settings_schema_source_lookup(source, schemaName, TRUE));
-    if (!schema || g_settings_schema_has_key(schema.get(), key) == FALSE) return;
-    const std::unique_ptr<GSettings, Releaser<g_object_unref>> settings(g_settings_new(schemaName));
-    if (g_settings_get_boolean(settings.get(), key) == FALSE)
-        g_settings_set_boolean(settings.get(), key, TRUE);
-}
-
 void Session::keepListening() {
     listening_ = true;
     if (accessibilityBus() != nullptr) registerEvents();

@@ -22,10 +22,9 @@ public:
 
     // Whether programs show their objects on the bus.
     bool isEnabled();
-    // Has programs show their objects. True when they do.
+    // Has programs show their objects. True when they do. It lasts: the bus's launcher keeps it among the
+    // desktop's own settings.
     bool enable();
-    // Turns the desktop's own setting on, too, where there is one, so that it lasts.
-    void enableForGood();
 
     // Has programs tell of focus changes for as long as the host lives, because Chromium marks a window
     // active only while somebody asked for that. Nothing of it is delivered to this connection.

@@ -20,6 +20,8 @@ constexpr int firstSignalStatus = 128;
 // Not through <sys/pidfd.h>: glibc 2.36 declares the function for C only.
 int openProcess(pid_t process) { return static_cast<int>(syscall(SYS_pidfd_open, process, 0)); }
 
+pid_t runningInterface = 0;
+
 // Runs in the child, between fork and exec.
 void prepareChild(pid_t host) {
     signal(SIGPIPE, SIG_DFL);
@@ -28,6 +30,10 @@ void prepareChild(pid_t host) {
 }
 
 } // namespace
+
+bool isOwnProcess(pid_t process) {
+    return process == getpid() || (process != 0 && process == runningInterface);
+}
 
 std::unique_ptr<InterfaceProcess> InterfaceProcess::start(const std::vector<std::string>& command,
                                                           const std::vector<std::string>& environment,
@@ -46,6 +52,7 @@ std::unique_ptr<InterfaceProcess> InterfaceProcess::start(const std::vector<std:
 
 InterfaceProcess::InterfaceProcess(pid_t process, std::function<void()> ended)
     : process_(process), descriptor_(openProcess(process)) {
+    runningInterface = process;
     watch_ = Glib::signal_io().connect(
         [this, ended = std::move(ended)](Glib::IOCondition) {
             if (!waitFor({})) return true;
@@ -55,7 +62,10 @@ InterfaceProcess::InterfaceProcess(pid_t process, std::function<void()> ended)
         descriptor_.number(), Glib::IO_IN);
 }
 
-InterfaceProcess::~InterfaceProcess() { end({}); }
+InterfaceProcess::~InterfaceProcess() {
+    end({});
+    if (runningInterface == process_) runningInterface = 0;
+}
 
 bool InterfaceProcess::end(std::chrono::milliseconds grace) {
     constexpr std::chrono::milliseconds graceAfterAsking{2000};

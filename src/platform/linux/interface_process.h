@@ -14,6 +14,9 @@
 
 namespace platform {
 
+// True for the host's process and for that of its running interface: windows of either are the host's own.
+bool isOwnProcess(pid_t process);
+
 // The running interface. Never outlives this object, nor the host. Main thread only.
 class InterfaceProcess {
 public:

@@ -49,10 +49,13 @@ ViewController::Native::~Native() {
 }
 
 void ViewController::Native::start() {
-    auto environment =
-        Glib::ArrayHandler<std::string>::array_to_vector(g_get_environ(), Glib::OWNERSHIP_DEEP);
-    environment.push_back("QUILLMARK_SOCKET=" + socket_->path());
-    if (view_) environment.push_back("QUILLMARK_VIEW=" + std::to_string(*view_));
+    // In place of those the host itself may have inherited, being started from another host's interface.
+    char** variables = g_environ_setenv(g_get_environ(), "QUILLMARK_SOCKET", socket_->path().c_str(), TRUE);
+    variables =
+        view_ ? g_environ_setenv(variables, "QUILLMARK_VIEW", std::to_string(*view_).c_str(), TRUE)
+              : g_environ_unsetenv(variables, "QUILLMARK_VIEW");
+    const auto environment =
+        Glib::ArrayHandler<std::string>::array_to_vector(variables, Glib::OWNERSHIP_DEEP);
     std::string whyNot;
     process_ = platform::InterfaceProcess::start(
         platform::interfaceCommand(), environment, [this] { processEnded(); }, whyNot);

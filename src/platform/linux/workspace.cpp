@@ -1,6 +1,7 @@
 #include "platform/workspace.h"
 
 #include "platform/linux/front_window.h"
+#include "platform/linux/interface_process.h"
 #include "platform/linux/process.h"
 #include "platform/linux/x11_connection.h"
 
@@ -36,6 +37,7 @@ Workspace& Workspace::sharedWorkspace() {
 std::optional<RunningApplication> Workspace::frontmostApplication() const {
     const auto front = x11::frontWindow();
     if (!front) return std::nullopt;
+    if (isOwnProcess(front->process)) return RunningApplication::currentApplication();
     // Asked every few milliseconds during a paste: as long as nothing changes, the answer is the same object.
     static std::shared_ptr<const RunningApplication::Process> last;
     if (!last || last->id() != front->process || last->window() != front->window || last->isTerminated())
