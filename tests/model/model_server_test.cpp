@@ -66,6 +66,7 @@ void busy(Connection& connection) { connection.waitForClose(); }
 
 constexpr auto text = "a text text=a";
 const std::string counted = "data: {\"choices\":[],\"usage\":{\"completion_tokens\":7}}\n\n",
+                  countedFewer = "data: {\"choices\":[],\"usage\":{\"completion_tokens\":2}}\n\n",
                   done = "data: [DONE]\n\n";
 
 TEST_F(ModelServer, StreamsAnAnswerAndCountsIt) {
@@ -94,9 +95,13 @@ TEST_F(ModelServer, StreamsAnAnswerAndCountsIt) {
         EXPECT_THAT(asked, HasSubstr(part));
 
     const std::pair<std::string, const char*> ends[] = {
-        {finish("stop") + done, "stop"},      {finish("stop") + counted + done, "length"},
-        {finish("stop") + counted, "length"}, {done, "stop"},
-        {finish("length") + done, "length"}, // by a server that does not count
+        {finish("stop") + done, "stop"},
+        {finish("stop") + counted + done, "length"},
+        {finish("stop") + counted, "length"},
+        {done, "stop"},
+        {finish("length") + done, "length"},                // by a server that does not count
+        {finish("length") + countedFewer + done, "length"}, // its context is full
+        {finish("eos_token") + done, "stop"},
     };
     for (const auto& [bytes, reason] : ends)
         EXPECT_THAT(answerTo(after(bytes)), ElementsAre(text, std::string("a done finish_reason=") + reason));
@@ -121,6 +126,7 @@ TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
         {after("data: {\"error\":{\"message\":\"out of memory\"}}\n\n"), "out of memory"},
         {after("data: " + std::string(2 << 20, 'x')), "without an end"},
         {after(finish("abort") + done), "gave up"},
+        {after(finish("tool_calls") + done), "(tool_calls)"},
         {answer(""), "ended before"},
         {answer("\x16\x03\x01 not HTTP"), "ended before"},
         {answer("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n"), "ended before"},

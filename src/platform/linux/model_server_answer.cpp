@@ -4,12 +4,27 @@
 #include "platform/linux/http_exchange.h"
 #include "platform/linux/server_sent_events.h"
 
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace platform {
 namespace {
 
 constexpr unsigned ok = 200;
+
+// Text Generation Inference says "eos_token" or "stop_sequence" where others say "stop".
+constexpr std::array<std::string_view, 4> ownEnds{"stop", "eos", "eos_token", "stop_sequence"};
+constexpr auto cutOff = "length", filtered = "content_filter";
+
+// Whether the answer is whole as far as it goes. Any other reason means that it is not: "abort" and "error"
+// are vLLM's for an answer that it dropped, "tool_calls" is a question to a program that is not there, and
+// "load" is Ollama's for no answer at all. Without a reason the answer has been closed in due form.
+bool isWhole(const std::optional<std::string>& reason) {
+    return !reason || reason == cutOff || std::ranges::find(ownEnds, *reason) != ownEnds.end();
+}
 
 class ServerAnswer : public HttpReceiver {
 public:
@@ -80,16 +95,16 @@ private:
     }
 
     void succeed() {
-        // vLLM's words for an answer that it dropped.
-        if (finishReason_ == "abort" || finishReason_ == "error")
-            return void(fail(" gave up in the middle of its answer. Try again, or look at its messages."));
-        if (!refusal_.empty() || finishReason_ == "content_filter") {
+        if (!refusal_.empty() || finishReason_ == filtered) {
             answer_->fail("The model would not answer (refusal)" +
                           (refusal_.empty() ? "." : ": " + refusal_));
             return;
         }
-        // Not every server counts.
-        if (!tokens_ && finishReason_ == "length") tokens_ = limit_;
+        if (!isWhole(finishReason_))
+            return void(fail(" gave up in the middle of its answer (" + *finishReason_ +
+                             "). Try again, or look at its messages."));
+        // A full context cuts an answer off too, and not every server counts.
+        if (finishReason_ == cutOff) tokens_ = limit_;
         answer_->end(tokens_);
     }
 
