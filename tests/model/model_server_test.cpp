@@ -58,6 +58,18 @@ Chat answer(std::string bytes) {
     return [bytes](Connection& connection) { connection.send(bytes); };
 }
 
+// Until the other end has had enough.
+Chat endless(const std::string& start, const std::string& piece) {
+    return [start, piece](Connection& connection) {
+        connection.send(start);
+        const auto begin = Clock::now();
+        bool closed = false;
+        while (!(closed = connection.waitForClose(1ms)) && Clock::now() - begin < 5s)
+            connection.send(piece);
+        EXPECT_TRUE(closed);
+    };
+}
+
 std::string finish(const char* reason) {
     return std::string("data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"") + reason + "\"}]}\n\n";
 }
@@ -108,13 +120,13 @@ TEST_F(ModelServer, StreamsAnAnswerAndCountsIt) {
 }
 
 TEST_F(ModelServer, EndsAnAnswerThoughTheConnectionStaysOpen) {
-    const auto start = Clock::now();
-    const auto events = answerTo([](Connection& connection) {
-        after(finish("stop"))(connection);
-        EXPECT_TRUE(connection.waitForClose());
-    });
-    EXPECT_THAT(events, ElementsAre(text, "a done finish_reason=stop"));
-    EXPECT_LT(Clock::now() - start, 5s);
+    for (const char* ping : {"", ": ping\n\n"}) {
+        const auto events = answerTo([ping](Connection& connection) {
+            after("")(connection);
+            endless(finish("stop"), ping)(connection);
+        });
+        EXPECT_THAT(events, ElementsAre(text, "a done finish_reason=stop"));
+    }
 }
 
 TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
@@ -136,6 +148,10 @@ TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
         {answer("HTTP/1.1 307 X\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n"),
          "(HTTP 307)"},
         {answer("HTTP/1.1 500 X\r\n\r\n{\"error\":{\"message\":\"no slot\"}}"), "(HTTP 500): no slot"},
+        {endless("HTTP/1.1 500 X\r\n\r\n", std::string(5000, '.')), "(HTTP 500)"},
+        {endless("HTTP/1.1 200 OK\r\n\r\n", std::string(50'000, '\n')), "not a model's answer"},
+        {endless("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1;", std::string(5000, 'x')),
+         "ended before"},
     };
     for (const auto& [chat, words] : table) {
         const auto events = answerTo(chat);
@@ -152,24 +168,35 @@ TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
     EXPECT_THAT(answerTo(after(done)), ElementsAre(text, "a done finish_reason=stop"));
 }
 
-// With a limit of the test's own.
-TEST_F(ModelServer, HasFailedWhenItFallsSilentInMidAnswer) {
-    server.become({.chat = [](Connection& connection) {
-        after("")(connection);
+// With limits of the test's own.
+TEST_F(ModelServer, HasFailedWhenItFallsSilentButMayThinkForLong) {
+    const auto failureOf = [&](Chat chat, const platform::SilenceLimits& limits) {
+        server.become({.chat = std::move(chat)});
+        const auto answer = std::make_shared<platform::Answer>();
+        platform::answerFromServer({{.port = server.port()}, "m"}, {"", "", {}}, answer, limits);
+        for (const auto start = Clock::now();
+             !answer->isReady(platform::Answer::Until::end) && Clock::now() - start < 20s;)
+            std::this_thread::sleep_for(1ms);
+        std::string seen;
+        try {
+            while (const auto piece = answer->take())
+                seen += *piece + ' ';
+            ADD_FAILURE() << "half an answer passed for a whole one";
+        } catch (const platform::LanguageModelSession::GenerationError& error) {
+            seen += error.what();
+        }
+        return seen;
+    };
+    const Chat stalls = [](Connection& connection) {
+        connection.head(200);
+        connection.send(": ping\n\ndata: {\"choices\":[{\"delta\":{\"role\":\"assistant\"}}]}\n\n");
+        EXPECT_FALSE(connection.waitForClose(300ms));
+        connection.text("a");
         EXPECT_TRUE(connection.waitForClose());
-    }});
-    const auto stalled = std::make_shared<platform::Answer>();
-    platform::answerFromServer({{.port = server.port()}, "m"}, {"", "", {}}, stalled, 100ms);
-    for (const auto start = Clock::now();
-         !stalled->isReady(platform::Answer::Until::end) && Clock::now() - start < 20s;)
-        std::this_thread::sleep_for(1ms);
-    EXPECT_EQ(stalled->take(), "a");
-    try {
-        stalled->take();
-        ADD_FAILURE() << "half an answer passed for a whole one";
-    } catch (const platform::LanguageModelSession::GenerationError& error) {
-        EXPECT_THAT(error.what(), HasSubstr("stopped in the middle"));
-    }
+    };
+    EXPECT_THAT(failureOf(stalls, {.beforeText = 20s, .inMidAnswer = 100ms}),
+                AllOf(StartsWith("a The model server"), HasSubstr("stopped in the middle")));
+    EXPECT_THAT(failureOf(busy, {.beforeText = 100ms}), HasSubstr("did not answer in time"));
 }
 
 TEST_F(ModelServer, SeesTheConnectionClosedWhenCancelledThoughNothingComes) {

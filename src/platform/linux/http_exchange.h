@@ -19,13 +19,13 @@ struct HttpRequest {
     std::string bearer = {}; // a key that goes along; empty: none
     std::chrono::milliseconds connectLimit = std::chrono::seconds(10);
     std::chrono::milliseconds sendLimit = std::chrono::seconds(60);
-    std::chrono::milliseconds firstByteLimit = std::chrono::minutes(10); // until the answer begins
+    std::chrono::milliseconds headLimit = std::chrono::minutes(10); // until the answer begins
 };
 
 enum class HttpEnd {
     complete,
     unreachable, // nothing took the connection
-    silent,      // a limit passed
+    silent,      // a later limit passed
     broken,      // the connection ended early, or what came is not HTTP
 };
 
@@ -36,7 +36,8 @@ public:
 
     // Somebody took the connection.
     virtual void connected() {}
-    virtual void head(unsigned status) = 0;
+    // How long the first piece of the body may take.
+    virtual std::chrono::milliseconds head(unsigned status) = 0;
     // How long the next piece may take; absent: no more is needed, the connection is closed and nothing more
     // is reported.
     virtual std::optional<std::chrono::milliseconds> body(std::string_view bytes) = 0;

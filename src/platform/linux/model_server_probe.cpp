@@ -45,15 +45,16 @@ public:
         const std::lock_guard lock(board_->mutex);
         reply_.connected = true;
     }
-    void head(unsigned status) override {
+    std::chrono::milliseconds head(unsigned status) override {
         const std::lock_guard lock(board_->mutex);
         reply_.status = status;
+        return limit;
     }
     std::optional<std::chrono::milliseconds> body(std::string_view bytes) override {
         constexpr std::size_t longest = 1 << 20;
         const std::lock_guard lock(board_->mutex);
         if (reply_.body.size() < longest) reply_.body += bytes;
-        return std::chrono::seconds(10); // far longer than anybody waits for it
+        return limit;
     }
     void finished(HttpEnd end, const std::string& reason) override {
         {
@@ -65,6 +66,8 @@ public:
     }
 
 private:
+    static constexpr std::chrono::seconds limit{10}; // far longer than anybody waits for it
+
     std::shared_ptr<Board> board_;
     Reply& reply_;
 };
