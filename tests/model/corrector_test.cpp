@@ -46,7 +46,7 @@ TEST(Corrector, LeavesAloneWhatMayBeMeant) {
          {"", "  ", "The letter's ready; isn't it?", "https://exmaple.org/teh", "teh@exmaple.org", "src/teh",
           "exmaple.teh", "teh2", "TEH", "getTeh", "teh()", "std::teh", "#teh", "--teh", "a=teh", "teh-teh",
           "run `git psuh orign main` now", "file_nmae", "Mrs Okafor and Anselm", "cafe naive", "\u00e9teh",
-          "\u65e5\u672c\u8a9e", "\u0442\u0435\u0445", "qzxkvbnw", "lol thx btw",
+          "\u65e5\u672c\u8a9e", "\u0442\u0435\u0445", "qzxkvbnw", "vuqi", "lol thx btw",
           // names and words that only lie close to others
           "a codec, a struct", "restic", "metacity", "the toolkit's globals", "unshifted", "a perl program",
           // British
