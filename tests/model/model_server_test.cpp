@@ -300,10 +300,13 @@ TEST_F(WithoutServer, TheServerOfAUsualPortIsUsedAlsoWhileItIsBusy) {
     respond("a", "teh");
     EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
 
-    const ScriptedServer stranger({.probe = busy});
-    setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(stranger.port())).c_str(), 1);
-    respond("a", "teh");
-    EXPECT_THAT(allEvents(), ElementsAre("a text text=the", "a done finish_reason=stop"));
+    for (const auto& probe : {Chat(busy), answer("HTTP/1.1 503 X\r\n\r\n<html>")}) {
+        const ScriptedServer stranger({.probe = probe});
+        setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(stranger.port())).c_str(), 1);
+        EXPECT_THAT(call("availability"), StartsWith("state=available"));
+        respond("a", "teh");
+        EXPECT_THAT(allEvents(), ElementsAre("a text text=the", "a done finish_reason=stop"));
+    }
 }
 
 } // namespace

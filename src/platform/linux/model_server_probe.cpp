@@ -72,10 +72,15 @@ private:
     Reply& reply_;
 };
 
-ModelServerState loading(const Probe& probe, const Reply& reply) {
+constexpr unsigned ok = 200, unauthorized = 401, forbidden = 403, unavailable = 503;
+
+// Any program may say that it is unavailable; a model server says so in its own words.
+State loading(const Probe& probe, const Reply& reply) {
+    if (!reply.end || reply.status != unavailable) return std::nullopt;
     const auto words = readErrorMessage(reply.body);
-    return ModelServerNotReady{"The model server at " + probe.server.address() + " is not ready" +
-                               (words.empty() ? "" : ": " + words) + ". Wait a moment, then try again."};
+    if (words.empty()) return std::nullopt;
+    return ModelServerNotReady{"The model server at " + probe.server.address() + " is not ready: " + words +
+                               ". Wait a moment, then try again."};
 }
 
 ModelServerState chosenModel(const Probe& probe, const std::vector<std::string>& names) {
@@ -101,12 +106,9 @@ ModelServerState silent(const Probe& probe) {
                                  "has finished its other work, or restart it."};
 }
 
-constexpr unsigned ok = 200, unauthorized = 401, forbidden = 403, unavailable = 503;
-
 State stateOf(const Probe& probe, bool inTime) {
     const auto& models = probe.models;
-    if (probe.health.end == HttpEnd::complete && probe.health.status == unavailable)
-        return loading(probe, probe.health);
+    if (auto state = loading(probe, probe.health)) return state;
     if (inTime && (!models.end || !probe.health.end)) return std::nullopt;
     if (!models.end && models.connected) return silent(probe);
     if (!models.end || models.end == HttpEnd::silent)
@@ -114,7 +116,8 @@ State stateOf(const Probe& probe, bool inTime) {
     if (models.end == HttpEnd::unreachable)
         return noAnswer(probe,
                         "cannot be reached (" + models.reason + "). Start it, or correct its address.");
-    if (models.status == unavailable) return loading(probe, models);
+    if (auto state = loading(probe, models)) return state;
+    if (models.status == unavailable) return silent(probe);
     if (models.status == unauthorized || models.status == forbidden)
         return noAnswer(probe, "wants a key. Set OPENAI_API_KEY to one that it accepts.");
     const auto names = models.status == ok ? readModelNames(models.body) : std::nullopt;
