@@ -3,9 +3,12 @@
 #include "model/loop_host.h"
 #include "model/scripted_server.h"
 #include "platform/language_model.h"
+#include "platform/linux/background_pool.h"
 #include "platform/linux/model_choice.h"
 #include "platform/linux/model_server_answer.h"
 
+#include <boost/asio/post.hpp>
+#include <boost/asio/thread_pool.hpp>
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -243,6 +246,15 @@ TEST_F(ModelServer, IsReportedAsItIsAndNeverReplaced) {
     reported("not_enabled", "does not speak the language");
     set("https://example.org/v1");
     reported("not_enabled", "OPENAI_BASE_URL is not");
+}
+
+TEST_F(ModelServer, IsFoundThoughOtherAnswersKeepTheBackgroundThreadsBusy) {
+    std::promise<void> found;
+    const auto wait = found.get_future().share();
+    for (int i = 0; i < 100; ++i)
+        boost::asio::post(platform::backgroundPool(), [wait] { wait.wait(); });
+    EXPECT_TRUE(std::holds_alternative<platform::ServedModel>(platform::chooseModel()));
+    found.set_value();
 }
 
 // Many a small server answers one call at a time.

@@ -16,6 +16,7 @@
 #include <boost/beast/http.hpp>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -46,11 +47,17 @@ Outcome failure(error_code error) {
     return {error == beast::error::timeout ? HttpEnd::silent : HttpEnd::broken, error.message()};
 }
 
+asio::thread_pool& threadsFor(const HttpRequest& request) {
+    if (!request.urgent) return backgroundPool();
+    static auto& thread = *std::make_unique<asio::thread_pool>(1).release();
+    return thread;
+}
+
 class HttpExchange : public std::enable_shared_from_this<HttpExchange> {
 public:
     HttpExchange(HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
         : request_(std::move(request)), receiver_(std::move(receiver)),
-          stream_(asio::make_strand(backgroundPool())), resolver_(stream_.get_executor()) {}
+          stream_(asio::make_strand(threadsFor(request_))), resolver_(stream_.get_executor()) {}
 
     void start() {
         asio::co_spawn(

@@ -1,4 +1,4 @@
-// One request to an HTTP server and its answer as it comes, on the background threads; no encryption.
+// One request to an HTTP server and its answer as it comes, on background threads; no encryption.
 #pragma once
 
 #include <chrono>
@@ -17,6 +17,7 @@ struct HttpRequest {
     std::string target = {};
     std::string body = {};   // JSON, sent with POST; empty: a GET
     std::string bearer = {}; // a key that goes along; empty: none
+    bool urgent = false;     // on a thread that no flood of other answers delays
     std::chrono::milliseconds connectLimit = std::chrono::seconds(10);
     std::chrono::milliseconds sendLimit = std::chrono::seconds(60);
     std::chrono::milliseconds headLimit = std::chrono::minutes(10); // until the answer begins

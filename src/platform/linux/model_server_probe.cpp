@@ -140,8 +140,11 @@ State decide(const std::vector<Probe>& probes, bool inTime) {
 
 std::function<void()> ask(const ModelServer& server, std::string target, const std::shared_ptr<Board>& board,
                           Reply& reply) {
-    HttpRequest request{
-        .host = server.host, .port = server.port, .target = std::move(target), .bearer = server.key};
+    HttpRequest request{.host = server.host,
+                        .port = server.port,
+                        .target = std::move(target),
+                        .bearer = server.key,
+                        .urgent = true};
     return startHttpExchange(std::move(request), std::make_shared<Collector>(board, reply));
 }
 
