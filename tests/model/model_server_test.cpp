@@ -266,6 +266,19 @@ TEST_F(ModelServer, IsAskedAndWaitedForWhileItIsBusy) {
     EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
 }
 
+TEST(ModelServers, AreOnThisComputerUnlessSetExplicitly) {
+    unsetenv("OPENAI_BASE_URL");
+    for (const auto& [set, used] : {std::pair("127.0.0.2:81", "127.0.0.2:81"),
+                                    {"http://[::1]:81", "[::1]:81"},
+                                    {"0.0.0.0:81", "localhost:81"},
+                                    {"127.example.com:81", "localhost:11434"},
+                                    {"192.0.2.1", "localhost:11434"}}) {
+        setenv("OLLAMA_HOST", set, 1);
+        EXPECT_EQ(platform::modelServers().candidates.front().address(), used);
+    }
+    unsetenv("OLLAMA_HOST");
+}
+
 struct WithoutServer : ModelServer {
     WithoutServer() {
         unsetenv("OPENAI_BASE_URL");
