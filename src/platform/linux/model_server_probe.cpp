@@ -110,7 +110,8 @@ State stateOf(const Probe& probe, bool inTime) {
     const auto& models = probe.models;
     if (auto state = loading(probe, probe.health)) return state;
     if (inTime && (!models.end || !probe.health.end)) return std::nullopt;
-    if (!models.end && models.connected) return silent(probe);
+    // On one computer a call that is neither taken nor refused waits in the queue of a program that is there.
+    if (!models.end && (models.connected || probe.server.isOnThisComputer())) return silent(probe);
     if (!models.end || models.end == HttpEnd::silent)
         return noAnswer(probe, "does not answer. Check that it is running, or correct its address.");
     if (models.end == HttpEnd::unreachable)
