@@ -34,6 +34,7 @@ TEST(Corrector, CorrectsWhatIsWrongBeyondDoubt) {
         {"the proofs ,thanks !\n", "the proofs, thanks!\n"},
         {"all is well.  then we go", "All is well.  Then we go"},
         {"read  the the letter", "read the letter"},
+        {"`2 teh` teh\n```\nteh\n```\nteh `teh", "`2 teh` the\n```\nteh\n```\nthe `teh"},
         {"it is fine. alot of it! is that so? yes.\nthe end",
          "It is fine. A lot of it! Is that so? Yes.\nThe end"},
     };
@@ -45,8 +46,9 @@ TEST(Corrector, LeavesAloneWhatMayBeMeant) {
     for (const std::string text :
          {"", "  ", "The letter's ready; isn't it?", "https://exmaple.org/teh", "teh@exmaple.org", "src/teh",
           "exmaple.teh", "teh2", "TEH", "getTeh", "teh()", "std::teh", "#teh", "--teh", "a=teh", "teh-teh",
-          "run `git psuh orign main` now", "file_nmae", "Mrs Okafor and Anselm", "cafe naive", "\u00e9teh",
-          "\u65e5\u672c\u8a9e", "\u0442\u0435\u0445", "qzxkvbnw", "lol thx btw",
+          "run `git psuh orign main` now", "`2 teh wrod`", "``a ` teh``", "```\nteh wrod",
+          "```\n`\nteh wrod\n```", "file_nmae", "Mrs Okafor and Anselm", "cafe naive", "\u00e9teh",
+          "\u65e5\u672c\u8a9e", "\u0442\u0435\u0445", "qzxkvbnw", "vuqi", "lol thx btw",
           // names and words that only lie close to others
           "a codec, a struct", "restic", "metacity", "the toolkit's globals", "unshifted", "a perl program",
           // British

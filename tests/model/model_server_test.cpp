@@ -3,9 +3,12 @@
 #include "model/loop_host.h"
 #include "model/scripted_server.h"
 #include "platform/language_model.h"
+#include "platform/linux/background_pool.h"
 #include "platform/linux/model_choice.h"
 #include "platform/linux/model_server_answer.h"
 
+#include <boost/asio/post.hpp>
+#include <boost/asio/thread_pool.hpp>
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -58,6 +61,18 @@ Chat answer(std::string bytes) {
     return [bytes](Connection& connection) { connection.send(bytes); };
 }
 
+// Until the other end has had enough.
+Chat endless(const std::string& start, const std::string& piece) {
+    return [start, piece](Connection& connection) {
+        connection.send(start);
+        const auto begin = Clock::now();
+        bool closed = false;
+        while (!(closed = connection.waitForClose(1ms)) && Clock::now() - begin < 5s)
+            connection.send(piece);
+        EXPECT_TRUE(closed);
+    };
+}
+
 std::string finish(const char* reason) {
     return std::string("data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"") + reason + "\"}]}\n\n";
 }
@@ -66,6 +81,7 @@ void busy(Connection& connection) { connection.waitForClose(); }
 
 constexpr auto text = "a text text=a";
 const std::string counted = "data: {\"choices\":[],\"usage\":{\"completion_tokens\":7}}\n\n",
+                  countedFewer = "data: {\"choices\":[],\"usage\":{\"completion_tokens\":2}}\n\n",
                   done = "data: [DONE]\n\n";
 
 TEST_F(ModelServer, StreamsAnAnswerAndCountsIt) {
@@ -94,22 +110,26 @@ TEST_F(ModelServer, StreamsAnAnswerAndCountsIt) {
         EXPECT_THAT(asked, HasSubstr(part));
 
     const std::pair<std::string, const char*> ends[] = {
-        {finish("stop") + done, "stop"},      {finish("stop") + counted + done, "length"},
-        {finish("stop") + counted, "length"}, {done, "stop"},
-        {finish("length") + done, "length"}, // by a server that does not count
+        {finish("stop") + done, "stop"},
+        {finish("stop") + counted + done, "length"},
+        {finish("stop") + counted, "length"},
+        {done, "stop"},
+        {finish("length") + done, "length"},                // by a server that does not count
+        {finish("length") + countedFewer + done, "length"}, // its context is full
+        {finish("eos_token") + done, "stop"},
     };
     for (const auto& [bytes, reason] : ends)
         EXPECT_THAT(answerTo(after(bytes)), ElementsAre(text, std::string("a done finish_reason=") + reason));
 }
 
 TEST_F(ModelServer, EndsAnAnswerThoughTheConnectionStaysOpen) {
-    const auto start = Clock::now();
-    const auto events = answerTo([](Connection& connection) {
-        after(finish("stop"))(connection);
-        EXPECT_TRUE(connection.waitForClose());
-    });
-    EXPECT_THAT(events, ElementsAre(text, "a done finish_reason=stop"));
-    EXPECT_LT(Clock::now() - start, 5s);
+    for (const char* ping : {"", ": ping\n\n"}) {
+        const auto events = answerTo([ping](Connection& connection) {
+            after("")(connection);
+            endless(finish("stop"), ping)(connection);
+        });
+        EXPECT_THAT(events, ElementsAre(text, "a done finish_reason=stop"));
+    }
 }
 
 TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
@@ -121,6 +141,7 @@ TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
         {after("data: {\"error\":{\"message\":\"out of memory\"}}\n\n"), "out of memory"},
         {after("data: " + std::string(2 << 20, 'x')), "without an end"},
         {after(finish("abort") + done), "gave up"},
+        {after(finish("tool_calls") + done), "(tool_calls)"},
         {answer(""), "ended before"},
         {answer("\x16\x03\x01 not HTTP"), "ended before"},
         {answer("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n"), "ended before"},
@@ -130,6 +151,10 @@ TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
         {answer("HTTP/1.1 307 X\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n"),
          "(HTTP 307)"},
         {answer("HTTP/1.1 500 X\r\n\r\n{\"error\":{\"message\":\"no slot\"}}"), "(HTTP 500): no slot"},
+        {endless("HTTP/1.1 500 X\r\n\r\n", std::string(5000, '.')), "(HTTP 500)"},
+        {endless("HTTP/1.1 200 OK\r\n\r\n", std::string(50'000, '\n')), "not a model's answer"},
+        {endless("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1;", std::string(5000, 'x')),
+         "ended before"},
     };
     for (const auto& [chat, words] : table) {
         const auto events = answerTo(chat);
@@ -146,24 +171,35 @@ TEST_F(ModelServer, EndsWithExactlyOneHelpfulFailureWhateverGoesWrong) {
     EXPECT_THAT(answerTo(after(done)), ElementsAre(text, "a done finish_reason=stop"));
 }
 
-// With a limit of the test's own.
-TEST_F(ModelServer, HasFailedWhenItFallsSilentInMidAnswer) {
-    server.become({.chat = [](Connection& connection) {
-        after("")(connection);
+// With limits of the test's own.
+TEST_F(ModelServer, HasFailedWhenItFallsSilentButMayThinkForLong) {
+    const auto failureOf = [&](Chat chat, const platform::SilenceLimits& limits) {
+        server.become({.chat = std::move(chat)});
+        const auto answer = std::make_shared<platform::Answer>();
+        platform::answerFromServer({{.port = server.port()}, "m"}, {"", "", {}}, answer, limits);
+        for (const auto start = Clock::now();
+             !answer->isReady(platform::Answer::Until::end) && Clock::now() - start < 20s;)
+            std::this_thread::sleep_for(1ms);
+        std::string seen;
+        try {
+            while (const auto piece = answer->take())
+                seen += *piece + ' ';
+            ADD_FAILURE() << "half an answer passed for a whole one";
+        } catch (const platform::LanguageModelSession::GenerationError& error) {
+            seen += error.what();
+        }
+        return seen;
+    };
+    const Chat stalls = [](Connection& connection) {
+        connection.head(200);
+        connection.send(": ping\n\ndata: {\"choices\":[{\"delta\":{\"role\":\"assistant\"}}]}\n\n");
+        EXPECT_FALSE(connection.waitForClose(300ms));
+        connection.text("a");
         EXPECT_TRUE(connection.waitForClose());
-    }});
-    const auto stalled = std::make_shared<platform::Answer>();
-    platform::answerFromServer({{.port = server.port()}, "m"}, {"", "", {}}, stalled, 100ms);
-    for (const auto start = Clock::now();
-         !stalled->isReady(platform::Answer::Until::end) && Clock::now() - start < 20s;)
-        std::this_thread::sleep_for(1ms);
-    EXPECT_EQ(stalled->take(), "a");
-    try {
-        stalled->take();
-        ADD_FAILURE() << "half an answer passed for a whole one";
-    } catch (const platform::LanguageModelSession::GenerationError& error) {
-        EXPECT_THAT(error.what(), HasSubstr("stopped in the middle"));
-    }
+    };
+    EXPECT_THAT(failureOf(stalls, {.beforeText = 20s, .inMidAnswer = 100ms}),
+                AllOf(StartsWith("a The model server"), HasSubstr("stopped in the middle")));
+    EXPECT_THAT(failureOf(busy, {.beforeText = 100ms}), HasSubstr("did not answer in time"));
 }
 
 TEST_F(ModelServer, SeesTheConnectionClosedWhenCancelledThoughNothingComes) {
@@ -212,6 +248,15 @@ TEST_F(ModelServer, IsReportedAsItIsAndNeverReplaced) {
     reported("not_enabled", "OPENAI_BASE_URL is not");
 }
 
+TEST_F(ModelServer, IsFoundThoughOtherAnswersKeepTheBackgroundThreadsBusy) {
+    std::promise<void> found;
+    const auto wait = found.get_future().share();
+    for (int i = 0; i < 100; ++i)
+        boost::asio::post(platform::backgroundPool(), [wait] { wait.wait(); });
+    EXPECT_TRUE(std::holds_alternative<platform::ServedModel>(platform::chooseModel()));
+    found.set_value();
+}
+
 // Many a small server answers one call at a time.
 TEST_F(ModelServer, IsAskedAndWaitedForWhileItIsBusy) {
     server.become({.chat = after(done), .probe = busy});
@@ -219,6 +264,19 @@ TEST_F(ModelServer, IsAskedAndWaitedForWhileItIsBusy) {
                                             HasSubstr("does not answer at the moment")));
     respond("a");
     EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
+}
+
+TEST(ModelServers, AreOnThisComputerUnlessSetExplicitly) {
+    unsetenv("OPENAI_BASE_URL");
+    for (const auto& [set, used] : {std::pair("127.0.0.2:81", "127.0.0.2:81"),
+                                    {"http://[::1]:81", "[::1]:81"},
+                                    {"0.0.0.0:81", "localhost:81"},
+                                    {"127.example.com:81", "localhost:11434"},
+                                    {"192.0.2.1", "localhost:11434"}}) {
+        setenv("OLLAMA_HOST", set, 1);
+        EXPECT_EQ(platform::modelServers().candidates.front().address(), used);
+    }
+    unsetenv("OLLAMA_HOST");
 }
 
 struct WithoutServer : ModelServer {
@@ -267,10 +325,13 @@ TEST_F(WithoutServer, TheServerOfAUsualPortIsUsedAlsoWhileItIsBusy) {
     respond("a", "teh");
     EXPECT_THAT(allEvents(), ElementsAre(text, "a done finish_reason=stop"));
 
-    const ScriptedServer stranger({.probe = busy});
-    setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(stranger.port())).c_str(), 1);
-    respond("a", "teh");
-    EXPECT_THAT(allEvents(), ElementsAre("a text text=the", "a done finish_reason=stop"));
+    for (const auto& probe : {Chat(busy), answer("HTTP/1.1 503 X\r\n\r\n<html>")}) {
+        const ScriptedServer stranger({.probe = probe});
+        setenv("OLLAMA_HOST", ("127.0.0.1:" + std::to_string(stranger.port())).c_str(), 1);
+        EXPECT_THAT(call("availability"), StartsWith("state=available"));
+        respond("a", "teh");
+        EXPECT_THAT(allEvents(), ElementsAre("a text text=the", "a done finish_reason=stop"));
+    }
 }
 
 } // namespace

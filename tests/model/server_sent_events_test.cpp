@@ -59,7 +59,11 @@ TEST(CompletionChunk, ReadsTheDialectsOfServers) {
     EXPECT_EQ(
         read(R"({"choices":[{"delta":{"role":"assistant","content":null},"finish_reason":null}]})").text, "");
     EXPECT_EQ(read(R"({"choices":[{"delta":{"role":"assistant","content":"a"}}]})").text, "a");
-    EXPECT_EQ(read(R"({"choices":[{"delta":{"reasoning_content":"r","reasoning":"r"}}]})").text, "");
+    for (const char* thinking : {R"({"choices":[{"delta":{"reasoning_content":"r"}}]})",
+                                 R"({"choices":[{"delta":{"content":"","reasoning":"r"}}]})"}) {
+        EXPECT_EQ(read(thinking).text, "");
+        EXPECT_TRUE(read(thinking).thinking);
+    }
     EXPECT_EQ(read(R"({"choices":[{"delta":{},"finish_reason":"stop"}]})").finishReason, "stop");
     for (const char* usage :
          {R"({"choices":[],"usage":{"completion_tokens":9}})",

@@ -35,7 +35,9 @@ std::string errorMessageIn(const json::object& body) {
 
 void readChoice(const json::object& choice, CompletionChunk& chunk) {
     if (const auto* delta = objectIn(choice, "delta")) {
-        chunk.text = textIn(*delta, "content"); // "reasoning" beside it is thinking, not text
+        chunk.text = textIn(*delta, "content");
+        // llama-server's name and Ollama's.
+        chunk.thinking = !textIn(*delta, "reasoning_content").empty() || !textIn(*delta, "reasoning").empty();
         chunk.refusal = textIn(*delta, "refusal");
     }
     if (auto reason = textIn(choice, "finish_reason"); !reason.empty())

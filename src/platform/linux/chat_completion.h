@@ -19,7 +19,8 @@ std::string completionRequest(const std::string& model, const std::string& instr
 // What one event of a streamed answer adds.
 struct CompletionChunk {
     std::string text;
-    std::string refusal; // the model's words for why it will not answer
+    bool thinking = false; // the model thinks, which is no text
+    std::string refusal;   // the model's words for why it will not answer
     std::optional<std::string> finishReason;
     std::optional<std::int64_t> tokens; // of the whole answer
     std::optional<std::string> error;   // the server's own words

@@ -18,10 +18,10 @@ constexpr std::string_view typographicApostrophe = "\u2019";
 
 // Making an iterator loads rules and takes milliseconds, cloning one takes less than a microsecond.
 std::unique_ptr<icu::BreakIterator> wordIterator() {
-    static const std::unique_ptr<const icu::BreakIterator> prototype = [] {
+    // Never destroyed: the corrector's thread still runs when the program ends.
+    static const icu::BreakIterator* const prototype = [] {
         UErrorCode status = U_ZERO_ERROR;
-        return std::unique_ptr<const icu::BreakIterator>(
-            icu::BreakIterator::createWordInstance(icu::Locale::getEnglish(), status));
+        return icu::BreakIterator::createWordInstance(icu::Locale::getEnglish(), status);
     }();
     return std::unique_ptr<icu::BreakIterator>(prototype ? prototype->clone() : nullptr);
 }
@@ -45,29 +45,70 @@ bool isPlainWord(std::string_view word) {
     return true;
 }
 
+// Code in a text, as Markdown marks it: between two runs of as many backticks; behind a run of three or more
+// that nothing closes, all of the rest. Asked for places in rising order, it reads the text once.
+class Code {
+public:
+    explicit Code(std::string_view text) : text_(text) {}
+
+    bool contains(std::size_t at) {
+        while (at >= end_ && start_ < text_.size())
+            findNext();
+        return at >= start_;
+    }
+
+private:
+    void findNext() {
+        constexpr std::size_t fence = 3;
+        start_ = std::min(text_.find('`', end_), text_.size());
+        const std::size_t length = lengthOfRun(start_);
+        end_ = start_ + length;
+        const std::size_t closing = findRun(length, end_);
+        if (closing < text_.size())
+            end_ = closing + length;
+        else if (length >= fence)
+            end_ = text_.size();
+    }
+
+    // The end of the text when there is none.
+    std::size_t findRun(std::size_t length, std::size_t from) const {
+        std::size_t at = from;
+        while ((at = std::min(text_.find('`', at), text_.size())) < text_.size()) {
+            const std::size_t found = lengthOfRun(at);
+            if (found == length) break;
+            at += found;
+        }
+        return at;
+    }
+
+    std::size_t lengthOfRun(std::size_t at) const {
+        return std::min(text_.find_first_not_of('`', at), text_.size()) - at;
+    }
+
+    std::string_view text_;
+    std::size_t start_ = 0, end_ = 0; // of the piece of code that was found last
+};
+
 // The chunk around a place in the text. Asked for places in rising order, it reads the text once.
 class Chunks {
 public:
-    explicit Chunks(std::string_view text) : text_(text) {}
+    explicit Chunks(std::string_view text) : text_(text), code_(text) {}
 
     bool isTechnicalAt(std::size_t at) {
         if (at >= end_) {
             const auto before = text_.find_last_of(blanks, at);
             const auto start = before == std::string_view::npos ? 0 : before + 1;
             end_ = std::min(text_.find_first_of(blanks, at), text_.size());
-            const auto chunk = text_.substr(start, end_ - start);
-            technical_ = isTechnical(chunk) || quoting_;
-            // `code of several words`
-            if (std::ranges::count(chunk, '`') % 2 == 1) quoting_ = !quoting_;
+            technical_ = isTechnical(text_.substr(start, end_ - start));
         }
-        return technical_;
+        return technical_ || code_.contains(at);
     }
 
 private:
     std::string_view text_;
     std::size_t end_ = 0;
     bool technical_ = false;
-    bool quoting_ = false;
+    Code code_;
 };
 
 } // namespace

@@ -133,7 +133,7 @@ private:
         }
         for (const auto& edit : oneEditAway(word))
             if (spelling_.spell(edit)) consider(edit);
-        if (second - cost < (cost > sure ? asClose : asClose / 4)) return std::nullopt;
+        if (!best || second - cost < (cost > sure ? asClose : asClose / 4)) return std::nullopt;
         // One letter for another makes a short word of many a name: "restic", "rustic".
         if (cost > sure && word.size() <= 6 && best->size() == word.size()) return std::nullopt;
         return best;

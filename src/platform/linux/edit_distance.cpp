@@ -70,7 +70,7 @@ std::vector<std::string> oneEditAway(const std::string& word) {
             with(at, 0, letters.substr(letter, 1));
             if (at < word.size()) with(at, 1, letters.substr(letter, 1));
         }
-        if (at < word.size()) with(at, 1, "");
+        if (at < word.size() && word.size() > 1) with(at, 1, "");
         if (at + 1 < word.size()) with(at, 2, std::string{word[at + 1], word[at]});
     }
     return edits;

@@ -16,6 +16,7 @@
 #include <boost/beast/http.hpp>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -37,15 +38,26 @@ struct Outcome {
     std::string reason = {};
 };
 
-Outcome failure(error_code error, HttpEnd otherwise) {
-    return {error == beast::error::timeout ? HttpEnd::silent : otherwise, error.message()};
+Outcome unreachable(error_code error) {
+    if (error == beast::error::timeout) error = asio::error::timed_out; // in words that say what was tried
+    return {HttpEnd::unreachable, error.message()};
+}
+
+Outcome failure(error_code error) {
+    return {error == beast::error::timeout ? HttpEnd::silent : HttpEnd::broken, error.message()};
+}
+
+asio::thread_pool& threadsFor(const HttpRequest& request) {
+    if (!request.urgent) return backgroundPool();
+    static auto& thread = *std::make_unique<asio::thread_pool>(1).release();
+    return thread;
 }
 
 class HttpExchange : public std::enable_shared_from_this<HttpExchange> {
 public:
     HttpExchange(HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
         : request_(std::move(request)), receiver_(std::move(receiver)),
-          stream_(asio::make_strand(backgroundPool())), resolver_(stream_.get_executor()) {}
+          stream_(asio::make_strand(threadsFor(request_))), resolver_(stream_.get_executor()) {}
 
     void start() {
         asio::co_spawn(
@@ -71,9 +83,9 @@ private:
     }
 
     asio::awaitable<Outcome> exchange() {
-        if (const auto error = co_await connect()) co_return failure(error, HttpEnd::unreachable);
+        if (const auto error = co_await connect()) co_return unreachable(error);
         receiver_->connected();
-        if (const auto error = co_await send()) co_return failure(error, HttpEnd::broken);
+        if (const auto error = co_await send()) co_return failure(error);
         co_return co_await receive();
     }
 
@@ -127,16 +139,14 @@ private:
     }
 
     asio::awaitable<Outcome> receive() {
-        beast::flat_buffer buffer;
+        constexpr std::size_t longestLine = 1 << 16; // of the protocol's own
+        beast::flat_buffer buffer(longestLine);
         http::response_parser<http::buffer_body> parser;
         parser.body_limit(boost::none);
-        stream_.expires_after(request_.firstByteLimit);
+        stream_.expires_after(request_.headLimit);
         const auto [error, headBytes] = co_await http::async_read_header(stream_, buffer, parser, withError);
-        if (error || closed_) co_return failure(error, HttpEnd::broken);
-        receiver_->head(parser.get().result_int());
-        // Before its first token a model thinks for as long as before the head: some servers send the head at
-        // once.
-        auto limit = request_.firstByteLimit;
+        if (error || closed_) co_return failure(error);
+        auto limit = receiver_->head(parser.get().result_int());
         std::array<char, 8192> piece;
         while (!parser.is_done()) {
             parser.get().body().data = piece.data();
@@ -152,7 +162,7 @@ private:
                 if (closed_) break;
                 limit = *next;
             }
-            if (failed) co_return failure(failed, HttpEnd::broken);
+            if (failed) co_return failure(failed);
         }
         co_return Outcome{};
     }

@@ -1,4 +1,4 @@
-// One request to an HTTP server and its answer as it comes, on the background threads; no encryption.
+// One request to an HTTP server and its answer as it comes, on background threads; no encryption.
 #pragma once
 
 #include <chrono>
@@ -17,15 +17,16 @@ struct HttpRequest {
     std::string target = {};
     std::string body = {};   // JSON, sent with POST; empty: a GET
     std::string bearer = {}; // a key that goes along; empty: none
+    bool urgent = false;     // on a thread that no flood of other answers delays
     std::chrono::milliseconds connectLimit = std::chrono::seconds(10);
     std::chrono::milliseconds sendLimit = std::chrono::seconds(60);
-    std::chrono::milliseconds firstByteLimit = std::chrono::minutes(10); // until the answer begins
+    std::chrono::milliseconds headLimit = std::chrono::minutes(10); // until the answer begins
 };
 
 enum class HttpEnd {
     complete,
     unreachable, // nothing took the connection
-    silent,      // a limit passed
+    silent,      // a later limit passed
     broken,      // the connection ended early, or what came is not HTTP
 };
 
@@ -36,7 +37,8 @@ public:
 
     // Somebody took the connection.
     virtual void connected() {}
-    virtual void head(unsigned status) = 0;
+    // How long the first piece of the body may take.
+    virtual std::chrono::milliseconds head(unsigned status) = 0;
     // How long the next piece may take; absent: no more is needed, the connection is closed and nothing more
     // is reported.
     virtual std::optional<std::chrono::milliseconds> body(std::string_view bytes) = 0;

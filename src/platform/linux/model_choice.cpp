@@ -4,6 +4,7 @@
 #include "platform/linux/worker.h"
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -55,7 +56,8 @@ std::optional<ServedModel> busyModel(const ModelServers& servers, const ModelSer
 }
 
 const ModelChoice& recentChoice() {
-    static std::optional<LastChoice> last;
+    // Never destroyed: the thread still runs when the program ends.
+    static auto& last = *std::make_unique<std::optional<LastChoice>>().release();
     const auto servers = modelServers();
     if (last && last->servers == servers && Clock::now() - last->madeAt < std::chrono::seconds(1))
         return last->choice;

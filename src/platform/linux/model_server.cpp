@@ -1,5 +1,8 @@
 #include "platform/linux/model_server.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -17,10 +20,6 @@ std::string variable(const char* name) {
 constexpr std::uint16_t ollamaPort = 11434;
 // llama-server's, and what other front ends start it on; LM Studio's; vLLM's.
 constexpr std::array<std::uint16_t, 4> otherPorts{8080, 9931, 1234, 8000};
-
-bool isLoopback(std::string_view host) {
-    return host == "localhost" || host == "::1" || host.starts_with("127.");
-}
 
 std::optional<std::uint16_t> portIn(std::string_view digits) {
     std::uint16_t port = 0;
@@ -55,7 +54,7 @@ ModelServer ollama() {
     if (host.starts_with("http://")) host.remove_prefix(7);
     host = host.substr(0, host.find('/'));
     const auto server = authority(host, ollamaPort);
-    return server && isLoopback(server->host) ? *server : ModelServer{.port = ollamaPort};
+    return server && server->isOnThisComputer() ? *server : ModelServer{.port = ollamaPort};
 }
 
 } // namespace
@@ -63,6 +62,14 @@ ModelServer ollama() {
 std::string ModelServer::address() const {
     const bool bracketed = host.find(':') != std::string::npos;
     return (bracketed ? '[' + host + ']' : host) + ':' + std::to_string(port);
+}
+
+// "127.example.com" is a name.
+bool ModelServer::isOnThisComputer() const {
+    in_addr address{};
+    if (inet_pton(AF_INET, host.c_str(), &address) == 1)
+        return ntohl(address.s_addr) >> IN_CLASSA_NSHIFT == IN_LOOPBACKNET;
+    return host == "localhost" || host == "::1";
 }
 
 std::optional<ModelServer> modelServerAt(std::string_view url) {

@@ -20,6 +20,7 @@ struct ModelServer {
 
     // As the person would write it.
     std::string address() const;
+    bool isOnThisComputer() const;
 };
 
 // The server at an address such as "http://127.0.0.1:8080/v1"; absent when that is no HTTP address, encrypted

@@ -16,10 +16,16 @@ struct Prompt {
     GenerationOptions options;
 };
 
-// Has the server answer on one connection, which is closed as soon as nobody wants the answer. A server that
-// falls silent in mid-answer for longer than the limit has failed; one that has said how its answer ends is
-// not waited for much longer. Any thread.
+// How long a server may be silent before it has failed.
+struct SilenceLimits {
+    // It may have others to answer first, and models think before they write.
+    std::chrono::milliseconds beforeText = std::chrono::minutes(10);
+    std::chrono::milliseconds inMidAnswer = std::chrono::seconds(60);
+};
+
+// Has the server answer on one connection, which is closed as soon as nobody wants the answer. One that has
+// said how its answer ends is not waited for much longer. Any thread.
 void answerFromServer(const ServedModel& model, const Prompt& prompt, std::shared_ptr<Answer> answer,
-                      std::chrono::milliseconds silenceLimit = std::chrono::seconds(60));
+                      const SilenceLimits& limits = {});
 
 } // namespace platform

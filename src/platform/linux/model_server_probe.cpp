@@ -45,15 +45,16 @@ public:
         const std::lock_guard lock(board_->mutex);
         reply_.connected = true;
     }
-    void head(unsigned status) override {
+    std::chrono::milliseconds head(unsigned status) override {
         const std::lock_guard lock(board_->mutex);
         reply_.status = status;
+        return limit;
     }
     std::optional<std::chrono::milliseconds> body(std::string_view bytes) override {
         constexpr std::size_t longest = 1 << 20;
         const std::lock_guard lock(board_->mutex);
         if (reply_.body.size() < longest) reply_.body += bytes;
-        return std::chrono::seconds(10); // far longer than anybody waits for it
+        return limit;
     }
     void finished(HttpEnd end, const std::string& reason) override {
         {
@@ -65,14 +66,21 @@ public:
     }
 
 private:
+    static constexpr std::chrono::seconds limit{10}; // far longer than anybody waits for it
+
     std::shared_ptr<Board> board_;
     Reply& reply_;
 };
 
-ModelServerState loading(const Probe& probe, const Reply& reply) {
+constexpr unsigned ok = 200, unauthorized = 401, forbidden = 403, unavailable = 503;
+
+// Any program may say that it is unavailable; a model server says so in its own words.
+State loading(const Probe& probe, const Reply& reply) {
+    if (!reply.end || reply.status != unavailable) return std::nullopt;
     const auto words = readErrorMessage(reply.body);
-    return ModelServerNotReady{"The model server at " + probe.server.address() + " is not ready" +
-                               (words.empty() ? "" : ": " + words) + ". Wait a moment, then try again."};
+    if (words.empty()) return std::nullopt;
+    return ModelServerNotReady{"The model server at " + probe.server.address() + " is not ready: " + words +
+                               ". Wait a moment, then try again."};
 }
 
 ModelServerState chosenModel(const Probe& probe, const std::vector<std::string>& names) {
@@ -98,20 +106,19 @@ ModelServerState silent(const Probe& probe) {
                                  "has finished its other work, or restart it."};
 }
 
-constexpr unsigned ok = 200, unauthorized = 401, forbidden = 403, unavailable = 503;
-
 State stateOf(const Probe& probe, bool inTime) {
     const auto& models = probe.models;
-    if (probe.health.end == HttpEnd::complete && probe.health.status == unavailable)
-        return loading(probe, probe.health);
+    if (auto state = loading(probe, probe.health)) return state;
     if (inTime && (!models.end || !probe.health.end)) return std::nullopt;
-    if (!models.end && models.connected) return silent(probe);
+    // On one computer a call that is neither taken nor refused waits in the queue of a program that is there.
+    if (!models.end && (models.connected || probe.server.isOnThisComputer())) return silent(probe);
     if (!models.end || models.end == HttpEnd::silent)
         return noAnswer(probe, "does not answer. Check that it is running, or correct its address.");
     if (models.end == HttpEnd::unreachable)
         return noAnswer(probe,
                         "cannot be reached (" + models.reason + "). Start it, or correct its address.");
-    if (models.status == unavailable) return loading(probe, models);
+    if (auto state = loading(probe, models)) return state;
+    if (models.status == unavailable) return silent(probe);
     if (models.status == unauthorized || models.status == forbidden)
         return noAnswer(probe, "wants a key. Set OPENAI_API_KEY to one that it accepts.");
     const auto names = models.status == ok ? readModelNames(models.body) : std::nullopt;
@@ -134,8 +141,11 @@ State decide(const std::vector<Probe>& probes, bool inTime) {
 
 std::function<void()> ask(const ModelServer& server, std::string target, const std::shared_ptr<Board>& board,
                           Reply& reply) {
-    HttpRequest request{
-        .host = server.host, .port = server.port, .target = std::move(target), .bearer = server.key};
+    HttpRequest request{.host = server.host,
+                        .port = server.port,
+                        .target = std::move(target),
+                        .bearer = server.key,
+                        .urgent = true};
     return startHttpExchange(std::move(request), std::make_shared<Collector>(board, reply));
 }
 

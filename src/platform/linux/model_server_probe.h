@@ -21,8 +21,8 @@ struct ModelServerNotReady {
     std::string sentence;
 };
 
-// A server takes connections and says nothing in time: it may be busy with another answer, or no model server
-// at all.
+// A server takes connections and says nothing in time, or that it cannot and no more: it may be busy with
+// another answer, or no model server at all.
 struct ModelServerSilent {
     ModelServer server;
     std::string sentence;
