@@ -24,6 +24,8 @@ using rig::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int rounds = 100;
+// Before a hand has reached the last key, programs have drawn what was pasted last and read this keyboard anew.
+constexpr auto handsPause = 50ms;
 
 class Samples {
 public:
@@ -65,6 +67,7 @@ struct Stage {
     // The capture's token, and the time from the key to the message.
     std::string capture(Samples& samples) {
         desktop.keyboard.hold("Alt+Shift");
+        std::this_thread::sleep_for(handsPause);
         const auto start = Clock::now();
         desktop.keyboard.press("space");
         host.awaitBytes();
