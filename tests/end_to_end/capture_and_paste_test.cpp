@@ -97,6 +97,17 @@ TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
     EXPECT_EQ(desktop.text("CLIPBOARD"), "2");
 }
 
+TEST_F(CaptureAndPaste, ReachesAFieldThatWasLeftOnAnotherWorkspace) {
+    Fields fields(desktop, {"entry=one two three"});
+    fields.command("select 0 4 7");
+    const EncodableValue got = capture();
+    ASSERT_TRUE(desktop.goToWorkspace(1));
+    EXPECT_EQ(paste("2", textOf(got, "token")), "pasted");
+    EXPECT_EQ(desktop.workspace(), 0U);
+    EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one 2 three") != std::string::npos; }))
+        << fields.dump();
+}
+
 TEST_F(CaptureAndPaste, PasswordsAndExcludedProgramsAreLeftAlone) {
     Fields fields(desktop, {"password=secret", "entry=open"});
     EXPECT_EQ(capture(milliseconds(500)), EncodableValue());
