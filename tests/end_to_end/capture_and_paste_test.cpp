@@ -34,10 +34,13 @@ protected:
         ASSERT_EQ(reply, CallOutcome(EncodableMap{{"hotkey_registered", true}}));
     }
 
-    // What the host sends when the hot key is pressed; null when it sends nothing in time.
+    // What the host sends when the hot key is pressed; null when it sends nothing in time. Fingers are slow:
+    // the key is still down then.
     EncodableValue capture(milliseconds limit = patience) {
-        desktop.keyboard.press("Alt+Shift+space");
-        return host.nextCall("capture", limit).value_or(EncodableValue());
+        desktop.keyboard.hold("Alt+Shift+space");
+        const auto sent = host.nextCall("capture", limit);
+        desktop.keyboard.letGo("space+Shift+Alt");
+        return sent.value_or(EncodableValue());
     }
 
     // "pasted", "copied-only" or the error's code.

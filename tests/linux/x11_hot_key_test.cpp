@@ -131,6 +131,9 @@ TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
     keyboard.letGo("space"); // what a repeat looks like here: the key's press with no modifiers
     keyboard.hold("space");
     settle();
+    keyboard.letGo("space+Alt_L"); // the user lifts one finger before the others
+    keyboard.hold("space");
+    settle();
     keyboard.letGoAll();
     EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
     EXPECT_TRUE(runUntil([&] {

@@ -23,8 +23,8 @@ public:
     void release();
 
     KeyCode key() const { return key_; }
+    unsigned modifiers() const { return modifiers_; }
     unsigned locks() const { return locks_; }
-    bool isHeld() const { return held_; }
     // The key alone.
     bool isBare() const { return modifiers_ == 0; }
     // True for a press of this combination.
