@@ -146,6 +146,17 @@ TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
     EXPECT_THAT(window.presses(), ElementsAre("Control+c", "space", "Control+c"));
 }
 
+TEST_F(HotKey, MayBeTheKeystrokeThatTheHostTypes) {
+    const EventHotKeyRef hotKey = registerHotKey(8, controlKey);
+    Keyboard keyboard;
+    KeyWindow window;
+    post(8, kCGEventFlagMaskCommand);
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
+    EXPECT_EQ(settled(), 0);
+    keyboard.press("Control+c");
+    EXPECT_EQ(settled(), 1);
+}
+
 TEST_F(HotKey, MayBeAKeyAlone) {
     const EventHotKeyRef hotKey = registerHotKey(0x6D, 0); // F10
     Keyboard keyboard;

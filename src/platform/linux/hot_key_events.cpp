@@ -154,8 +154,14 @@ void HotKeyEvents::keyboardChanged() {
         grabOn(*map, *combination);
 }
 
-void HotKeyEvents::letKeyboardGo(const KeysDown& keys) {
+void HotKeyEvents::keystrokeComes(const KeysDown& keys) {
     if (!events_) return;
+    letKeyboardGo(keys);
+    for (const auto& combination : combinations())
+        combination->grab.pause();
+}
+
+void HotKeyEvents::letKeyboardGo(const KeysDown& keys) {
     for (const auto& combination : combinations()) {
         if (!combination->down || !keys.has(combination->grab.key())) continue;
         combination->letGo = true;
@@ -166,6 +172,8 @@ void HotKeyEvents::letKeyboardGo(const KeysDown& keys) {
 
 void HotKeyEvents::keystrokeDone() {
     if (!events_) return;
+    for (const auto& combination : combinations())
+        combination->grab.resume();
     events_->handlePending(); // repeats from before the keystroke
     for (const auto& combination : combinations()) {
         if (!combination->letGo) continue;

@@ -36,18 +36,19 @@ public:
     // A press runs the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
 
-    // As long as the user keeps a hot key down, the server sends every key to the host and takes the focus
-    // from the other program. That ends here; before a synthetic keystroke, once the held modifiers are
-    // released. The hot key's own key would soon repeat, without its modifiers or some of them, as plain
-    // typing into the other program, so it alone is kept away until it comes up. `keys` are those down now.
-    // Waits for no answer, so that the keystroke can follow in the same breath.
-    void letKeyboardGo(const KeysDown& keys);
+    // Around a synthetic keystroke, once the held modifiers are released: it may itself be a hot key. `keys` are
+    // those down now. Waits for no answer, so that the keystroke can follow in the same breath.
+    void keystrokeComes(const KeysDown& keys);
     void keystrokeDone();
 
 private:
     HotKeyEvents() = default;
     void handle(const XEvent& event);
     void pressed(const XKeyEvent& event);
+    // As long as the user keeps a hot key down, the server sends every key to the host and takes the focus
+    // from the other program. That ends here. The hot key's own key would soon repeat, without its modifiers
+    // or some of them, as plain typing into the other program, so it alone is kept away until it comes up.
+    void letKeyboardGo(const KeysDown& keys);
     void run(const std::weak_ptr<HotKeyCombination>& combination);
     void released(const XKeyEvent& event);
     void keyboardChanged();

@@ -21,6 +21,9 @@ public:
     // Without asking: whatever of it another program holds stays with that program.
     void grabWhatIsFree(unsigned modifiers, unsigned locks);
     void release();
+    // Lets go for a moment. Neither waits for the server.
+    void pause() const;
+    void resume() const;
 
     KeyCode key() const { return key_; }
     unsigned modifiers() const { return modifiers_; }
