@@ -17,7 +17,7 @@ struct HotKeyCombination {
 
     KeyGrab grab;
     std::vector<std::unique_ptr<KeyGrab>> lesser; // its key with fewer modifiers, while kept from programs
-    std::uint32_t modifiers; // as registered, whatever keys carry them at the moment
+    std::uint32_t modifiers;                      // as registered, whatever keys carry them at the moment
     ::Time pressedAt = 0;
     bool down = false;  // its key, since a press of it
     bool letGo = false; // the keyboard, meanwhile: the key's release comes to somebody else
@@ -36,8 +36,8 @@ public:
     // A press runs the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
 
-    // Around a synthetic keystroke, once the held modifiers are released: it may itself be a hot key. `keys` are
-    // those down now. Waits for no answer, so that the keystroke can follow in the same breath.
+    // Around a synthetic keystroke, once the held modifiers are released: it may itself be a hot key. `keys`
+    // are those down now. Waits for no answer, so that the keystroke can follow in the same breath.
     void keystrokeComes(const KeysDown& keys);
     void keystrokeDone();
 
