@@ -24,7 +24,8 @@ using rig::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int rounds = 100;
-// Before a hand has reached the last key, programs have drawn what was pasted last and read this keyboard anew.
+// Before a hand has reached the last key, programs have drawn what was pasted last and read this keyboard
+// anew.
 constexpr auto handsPause = 50ms;
 
 class Samples {

@@ -34,10 +34,13 @@ protected:
         ASSERT_EQ(reply, CallOutcome(EncodableMap{{"hotkey_registered", true}}));
     }
 
-    // What the host sends when the hot key is pressed; null when it sends nothing in time.
+    // What the host sends when the hot key is pressed; null when it sends nothing in time. Fingers are slow:
+    // the key is still down then.
     EncodableValue capture(milliseconds limit = patience) {
-        desktop.keyboard.press("Alt+Shift+space");
-        return host.nextCall("capture", limit).value_or(EncodableValue());
+        desktop.keyboard.hold("Alt+Shift+space");
+        const auto sent = host.nextCall("capture", limit);
+        desktop.keyboard.letGo("space+Shift+Alt");
+        return sent.value_or(EncodableValue());
     }
 
     // "pasted", "copied-only" or the error's code.
@@ -95,6 +98,17 @@ TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
     EXPECT_EQ(paste("2", textOf(got, "token")), "copied-only");
     EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
     EXPECT_EQ(desktop.text("CLIPBOARD"), "2");
+}
+
+TEST_F(CaptureAndPaste, ReachesAFieldThatWasLeftOnAnotherWorkspace) {
+    Fields fields(desktop, {"entry=one two three"});
+    fields.command("select 0 4 7");
+    const EncodableValue got = capture();
+    ASSERT_TRUE(desktop.goToWorkspace(1));
+    EXPECT_EQ(paste("2", textOf(got, "token")), "pasted");
+    EXPECT_EQ(desktop.workspace(), 0U);
+    EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one 2 three") != std::string::npos; }))
+        << fields.dump();
 }
 
 TEST_F(CaptureAndPaste, PasswordsAndExcludedProgramsAreLeftAlone) {

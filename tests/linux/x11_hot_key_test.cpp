@@ -131,6 +131,9 @@ TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
     keyboard.letGo("space"); // what a repeat looks like here: the key's press with no modifiers
     keyboard.hold("space");
     settle();
+    keyboard.letGo("space+Alt_L"); // the user lifts one finger before the others
+    keyboard.hold("space");
+    settle();
     keyboard.letGoAll();
     EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
     EXPECT_TRUE(runUntil([&] {
@@ -141,6 +144,17 @@ TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
     holdDown(keyboard);
     EXPECT_EQ(settled(), 2);
     EXPECT_THAT(window.presses(), ElementsAre("Control+c", "space", "Control+c"));
+}
+
+TEST_F(HotKey, MayBeTheKeystrokeThatTheHostTypes) {
+    const EventHotKeyRef hotKey = registerHotKey(8, controlKey);
+    Keyboard keyboard;
+    KeyWindow window;
+    post(8, kCGEventFlagMaskCommand);
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
+    EXPECT_EQ(settled(), 0);
+    keyboard.press("Control+c");
+    EXPECT_EQ(settled(), 1);
 }
 
 TEST_F(HotKey, MayBeAKeyAlone) {

@@ -48,7 +48,7 @@ public:
         releaseModifiers(*map, held);
         unlockModifiers(map->lockMask());
         if (latin) chooseGroup(*map, *latin, event.keyCode);
-        x11::HotKeyEvents::shared().letKeyboardGo(held);
+        x11::HotKeyEvents::shared().keystrokeComes(held);
         for (const Keystroke& keystroke : keystrokes) {
             release(std::exchange(down_, keystroke));
             for (const KeyCode key : down_)

@@ -37,6 +37,26 @@ bool grabOn(const Keymap& map, HotKeyCombination& combination) {
     return combination.grab.holds(*modifiers, locks) || combination.grab.grab(*modifiers, locks);
 }
 
+// Whatever of them another program holds stays with that program.
+std::vector<std::unique_ptr<KeyGrab>> grabsWithLess(const KeyGrab& grab) {
+    std::vector<std::unique_ptr<KeyGrab>> grabs;
+    for (unsigned fewer = grab.modifiers(); fewer != 0;) {
+        fewer = (fewer - 1) & grab.modifiers();
+        grabs.push_back(std::make_unique<KeyGrab>(grab.key()));
+        grabs.back()->grabWhatIsFree(fewer, grab.locks());
+    }
+    return grabs;
+}
+
+// No key repeats as soon as that: its release went to another program.
+bool cameUpUnseen(const HotKeyCombination& combination, ::Time time) {
+    unsigned delay = 0;
+    unsigned interval = 0;
+    return combination.letGo &&
+           XkbGetAutoRepeatRate(Connection::shared()->display(), XkbUseCoreKbd, &delay, &interval) != False &&
+           time - combination.pressedAt < delay;
+}
+
 template <class T>
 std::vector<std::shared_ptr<T>> living(const std::vector<std::weak_ptr<T>>& all) {
     std::vector<std::shared_ptr<T>> found;
@@ -102,14 +122,23 @@ void HotKeyEvents::handle(const XEvent& event) {
 
 void HotKeyEvents::pressed(const XKeyEvent& event) {
     for (const auto& combination : combinations()) {
-        if (!combination->grab.matches(event) || std::exchange(combination->down, true)) continue;
-        MainQueue::async([this, time = event.time, pressed = std::weak_ptr(combination)] {
-            if (pressed.expired()) return;
-            setLastUserTime(time);
-            for (const auto& handler : living(handlers_))
-                (*handler)();
-        });
+        if (!combination->grab.matches(event)) continue;
+        const bool isNew = !combination->down || cameUpUnseen(*combination, event.time);
+        if (!isNew) continue;
+        combination->down = true;
+        combination->pressedAt = event.time;
+        MainQueue::async([this, pressed = std::weak_ptr(combination)] { run(pressed); });
     }
+}
+
+void HotKeyEvents::run(const std::weak_ptr<HotKeyCombination>& combination) {
+    if (combination.expired()) return;
+    setLastUserTime(combination.lock()->pressedAt);
+    // GTK shows no focused element while the keyboard is the host's.
+    letKeyboardGo(KeysDown(Connection::shared()->display()));
+    for (const auto& handler : living(handlers_))
+        (*handler)();
+    watchHeldKey(combination);
 }
 
 void HotKeyEvents::released(const XKeyEvent& event) {
@@ -125,22 +154,29 @@ void HotKeyEvents::keyboardChanged() {
         grabOn(*map, *combination);
 }
 
-void HotKeyEvents::letKeyboardGo(const KeysDown& keys) {
+void HotKeyEvents::keystrokeComes(const KeysDown& keys) {
     if (!events_) return;
+    letKeyboardGo(keys);
+    for (const auto& combination : combinations())
+        combination->grab.pause();
+}
+
+void HotKeyEvents::letKeyboardGo(const KeysDown& keys) {
     for (const auto& combination : combinations()) {
         if (!combination->down || !keys.has(combination->grab.key())) continue;
-        combination->interrupted = true;
-        if (!combination->grab.isBare() && !combination->bareKey.isHeld())
-            combination->bareKey.grabWhatIsFree(0, combination->grab.locks());
+        combination->letGo = true;
+        if (combination->lesser.empty()) combination->lesser = grabsWithLess(combination->grab);
     }
     XUngrabKeyboard(Connection::shared()->display(), CurrentTime);
 }
 
 void HotKeyEvents::keystrokeDone() {
     if (!events_) return;
+    for (const auto& combination : combinations())
+        combination->grab.resume();
     events_->handlePending(); // repeats from before the keystroke
     for (const auto& combination : combinations()) {
-        if (!combination->interrupted) continue;
+        if (!combination->letGo) continue;
         // It repeats without modifiers now, so that with them it has been pressed anew.
         if (!combination->grab.isBare()) combination->down = false;
         watchHeldKey(combination);
@@ -149,11 +185,11 @@ void HotKeyEvents::keystrokeDone() {
 
 void HotKeyEvents::watchHeldKey(const std::weak_ptr<HotKeyCombination>& combination) {
     const auto held = combination.lock();
-    if (!held || !held->interrupted) return;
+    if (!held || !held->letGo) return;
     if (KeysDown(Connection::shared()->display()).has(held->grab.key()))
         return MainQueue::asyncAfter(heldKeyInterval, [this, combination] { watchHeldKey(combination); });
-    held->interrupted = held->down = false;
-    held->bareKey.release();
+    held->letGo = held->down = false;
+    held->lesser.clear();
 }
 
 } // namespace platform::x11

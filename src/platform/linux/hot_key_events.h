@@ -13,13 +13,14 @@ namespace platform::x11 {
 
 // A registered combination.
 struct HotKeyCombination {
-    HotKeyCombination(KeyCode key, std::uint32_t wanted) : grab(key), bareKey(key), modifiers(wanted) {}
+    HotKeyCombination(KeyCode key, std::uint32_t wanted) : grab(key), modifiers(wanted) {}
 
     KeyGrab grab;
-    KeyGrab bareKey;          // its key without modifiers, while that is kept away from other programs
-    std::uint32_t modifiers;  // as registered, whatever keys carry them at the moment
-    bool down = false;        // its key, since a press of it
-    bool interrupted = false; // a keystroke went out meanwhile
+    std::vector<std::unique_ptr<KeyGrab>> lesser; // its key with fewer modifiers, while kept from programs
+    std::uint32_t modifiers;                      // as registered, whatever keys carry them at the moment
+    ::Time pressedAt = 0;
+    bool down = false;  // its key, since a press of it
+    bool letGo = false; // the keyboard, meanwhile: the key's release comes to somebody else
 };
 
 using HotKeyHandler = std::function<OSStatus()>;
@@ -35,17 +36,20 @@ public:
     // A press runs the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
 
-    // Before a synthetic keystroke, once the held modifiers are released: as long as the user keeps a hot
-    // key down, the server sends every key to the host. The hot key's own key would soon repeat, without its
-    // modifiers, as plain typing into the other program, so it alone is kept away until it comes up. `keys`
+    // Around a synthetic keystroke, once the held modifiers are released: it may itself be a hot key. `keys`
     // are those down now. Waits for no answer, so that the keystroke can follow in the same breath.
-    void letKeyboardGo(const KeysDown& keys);
+    void keystrokeComes(const KeysDown& keys);
     void keystrokeDone();
 
 private:
     HotKeyEvents() = default;
     void handle(const XEvent& event);
     void pressed(const XKeyEvent& event);
+    // As long as the user keeps a hot key down, the server sends every key to the host and takes the focus
+    // from the other program. That ends here. The hot key's own key would soon repeat, without its modifiers
+    // or some of them, as plain typing into the other program, so it alone is kept away until it comes up.
+    void letKeyboardGo(const KeysDown& keys);
+    void run(const std::weak_ptr<HotKeyCombination>& combination);
     void released(const XKeyEvent& event);
     void keyboardChanged();
     void watchHeldKey(const std::weak_ptr<HotKeyCombination>& combination);

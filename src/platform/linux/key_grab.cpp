@@ -51,6 +51,14 @@ void KeyGrab::release() {
     XSync(connection->display(), False); // another program may have it as soon as this returns
 }
 
+void KeyGrab::pause() const {
+    if (held_) request(false);
+}
+
+void KeyGrab::resume() const {
+    if (held_) request(true);
+}
+
 bool KeyGrab::matches(const XKeyEvent& event) const {
     return held_ && event.keycode == key_ && (event.state & allModifiers & ~locks_) == modifiers_;
 }

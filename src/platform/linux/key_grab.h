@@ -21,10 +21,13 @@ public:
     // Without asking: whatever of it another program holds stays with that program.
     void grabWhatIsFree(unsigned modifiers, unsigned locks);
     void release();
+    // Lets go for a moment. Neither waits for the server.
+    void pause() const;
+    void resume() const;
 
     KeyCode key() const { return key_; }
+    unsigned modifiers() const { return modifiers_; }
     unsigned locks() const { return locks_; }
-    bool isHeld() const { return held_; }
     // The key alone.
     bool isBare() const { return modifiers_ == 0; }
     // True for a press of this combination.

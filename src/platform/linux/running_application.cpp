@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace platform {
@@ -27,20 +28,37 @@ using x11::Connection;
     return topmost == windows.rend() ? None : *topmost;
 }
 
-// Asks the window manager as a pager or taskbar does (source 2), which is not held against rules that keep
-// programs from stealing the focus; metacity wants a current time all the same.
-bool askToActivate(Connection& connection, ::Window window) {
+// Asks the window manager as a pager or taskbar does.
+bool ask(Connection& connection, ::Window window, const char* request, long first, long second) {
     XEvent message{};
     message.xclient.type = ClientMessage;
     message.xclient.window = window;
-    message.xclient.message_type = connection.atom("_NET_ACTIVE_WINDOW");
+    message.xclient.message_type = connection.atom(request);
     message.xclient.format = 32;
-    message.xclient.data.l[0] = 2;
-    message.xclient.data.l[1] = static_cast<long>(x11::serverTime());
+    message.xclient.data.l[0] = first;
+    message.xclient.data.l[1] = second;
     return connection.succeeds([&] {
         XSendEvent(connection.display(), connection.root(), False,
                    SubstructureNotifyMask | SubstructureRedirectMask, &message);
     });
+}
+
+// Openbox and metacity only mark a window on another workspace as urgent, and xfwm4 fetches it from there.
+void goToWorkspaceOf(Connection& connection, ::Window window) {
+    constexpr std::uint32_t everywhere = 0xFFFFFFFF;
+    const auto there = connection.values(window, connection.atom("_NET_WM_DESKTOP"));
+    const auto here = connection.values(connection.root(), connection.atom("_NET_CURRENT_DESKTOP"));
+    if (there.empty() || here.empty() || there.front() == here.front() ||
+        static_cast<std::uint32_t>(there.front()) == everywhere)
+        return;
+    ask(connection, connection.root(), "_NET_CURRENT_DESKTOP", static_cast<long>(there.front()),
+        static_cast<long>(x11::serverTime()));
+}
+
+// As the user's own wish (source 2), which is not held against rules that keep programs from stealing the
+// focus; metacity wants a current time all the same.
+bool askToActivate(Connection& connection, ::Window window) {
+    return ask(connection, window, "_NET_ACTIVE_WINDOW", 2, static_cast<long>(x11::serverTime()));
 }
 
 } // namespace
@@ -65,7 +83,9 @@ bool RunningApplication::activateFromApplication(const RunningApplication&) cons
     Connection* connection = Connection::shared();
     if (connection == nullptr || process_->isTerminated()) return false;
     const ::Window window = windowToShow(*connection, *process_);
-    return window != None && askToActivate(*connection, window);
+    if (window == None) return false;
+    goToWorkspaceOf(*connection, window);
+    return askToActivate(*connection, window);
 }
 
 bool RunningApplication::operator==(const RunningApplication& other) const {

@@ -51,9 +51,8 @@ ViewController::Native::~Native() {
 void ViewController::Native::start() {
     // In place of those the host itself may have inherited, being started from another host's interface.
     char** variables = g_environ_setenv(g_get_environ(), "QUILLMARK_SOCKET", socket_->path().c_str(), TRUE);
-    variables =
-        view_ ? g_environ_setenv(variables, "QUILLMARK_VIEW", std::to_string(*view_).c_str(), TRUE)
-              : g_environ_unsetenv(variables, "QUILLMARK_VIEW");
+    variables = view_ ? g_environ_setenv(variables, "QUILLMARK_VIEW", std::to_string(*view_).c_str(), TRUE)
+                      : g_environ_unsetenv(variables, "QUILLMARK_VIEW");
     const auto environment =
         Glib::ArrayHandler<std::string>::array_to_vector(variables, Glib::OWNERSHIP_DEEP);
     std::string whyNot;
