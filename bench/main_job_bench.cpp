@@ -70,14 +70,14 @@ struct Stage {
         desktop.keyboard.hold("Alt+Shift");
         std::this_thread::sleep_for(handsPause);
         const auto start = Clock::now();
-        desktop.keyboard.press("space");
+        desktop.keyboard.hold("space");
         host.awaitBytes();
         const auto arguments = host.nextCall("capture");
         if (!arguments)
             throw std::runtime_error("The hot key brought nothing. The host printed: " +
                                      host.process().output());
         samples.add(host.received().back().at - start);
-        desktop.keyboard.letGo("Alt+Shift");
+        desktop.keyboard.letGoAll();
         return *flutter::asString(member(flutter::asMap(*arguments), "token"));
     }
 
