@@ -46,7 +46,8 @@ void CGEventSetFlags(KeyboardEvent& event, CGEventFlags flags);
 
 // Posts the event to the program that has the focus. That program sees exactly the event's own modifiers,
 // whatever the user holds at this moment, and no modifier stays pressed after the key-up event. A keystroke
-// that would not copy or paste there but do harm (Command keys in a terminal) is withheld.
+// that would not copy or paste there but do harm (Command keys in a terminal) is withheld, and so is one that
+// would reach another window than the one last known to be in front.
 void CGEventPost(CGEventTapLocation tap, const KeyboardEvent& event);
 
 class Event {

@@ -87,5 +87,16 @@ TEST_F(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
     EXPECT_EQ(front(), RunningApplication::currentApplication());
 }
 
+TEST_F(Frontmost, AKeystrokeMeantForItReachesNoOtherWindow) {
+    const Program program("editor", "editor");
+    ASSERT_TRUE(inFront(program));
+    KeyWindow other; // takes the focus
+    post(8, kCGEventFlagMaskCommand);
+    EXPECT_THAT(other.presses(), testing::IsEmpty());
+    EXPECT_TRUE(runUntil([] { return front() == RunningApplication::currentApplication(); }));
+    post(8, kCGEventFlagMaskCommand);
+    EXPECT_THAT(other.presses(), testing::ElementsAre("Control+c"));
+}
+
 } // namespace
 } // namespace platform::x11test

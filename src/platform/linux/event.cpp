@@ -38,7 +38,7 @@ public:
     void keyDown(const KeyboardEvent& event) {
         keyUp(); // of an earlier one that never came up
         const auto map = x11::Keymap::read(x11::syntheticKeyboard());
-        if (!map || goesToTerminal(event)) return;
+        if (!map || goesToTerminal(event) || !x11::isStillInFront()) return;
         const x11::KeysDown held(display_);
         XkbGetState(display_, XkbUseCoreKbd, &before_);
         const auto latin = map->latinGroup(before_.group);

@@ -26,17 +26,7 @@ bool isInside(Connection& connection, ::Window window, ::Window ancestor) {
     return false;
 }
 
-} // namespace
-
-::Window programWindow(::Window window) {
-    Connection* connection = Connection::shared();
-    if (connection == nullptr) return None;
-    for (; window != None && window != connection->root(); window = parentOf(*connection, window))
-        if (windowClass(window)) return window;
-    return None;
-}
-
-std::optional<FrontWindow> frontWindow() {
+std::optional<FrontWindow> windowInFront() {
     Connection* connection = Connection::shared();
     if (connection == nullptr) return std::nullopt;
     ::Window window = activeWindow();
@@ -54,5 +44,25 @@ std::optional<FrontWindow> frontWindow() {
         return FrontWindow{window, *process};
     return std::nullopt;
 }
+
+std::optional<FrontWindow> lastNamed;
+
+} // namespace
+
+::Window programWindow(::Window window) {
+    Connection* connection = Connection::shared();
+    if (connection == nullptr) return None;
+    for (; window != None && window != connection->root(); window = parentOf(*connection, window))
+        if (windowClass(window)) return window;
+    return None;
+}
+
+std::optional<FrontWindow> frontWindow() {
+    auto front = windowInFront();
+    if (front) lastNamed = front;
+    return front;
+}
+
+bool isStillInFront() { return !lastNamed || windowInFront() == lastNamed; }
 
 } // namespace platform::x11

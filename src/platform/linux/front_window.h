@@ -11,12 +11,18 @@ namespace platform::x11 {
 struct FrontWindow {
     ::Window window = None;
     pid_t process = 0;
+
+    bool operator==(const FrontWindow&) const = default;
 };
 
 // The active window, provided that the keyboard focus is with its program too: then a keystroke posted now
 // arrives there. Absent in between, while one of the two has moved and the other has not yet, and when no
 // program has the focus.
 std::optional<FrontWindow> frontWindow();
+
+// False once another window has come to the front than the one that frontWindow() last named: a keystroke meant
+// for that one would arrive elsewhere.
+bool isStillInFront();
 
 // The window, or the nearest one around it, that says what program it is of (`WM_CLASS`); 0 for none. The
 // focus is often on a nameless child of it.
