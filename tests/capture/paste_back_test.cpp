@@ -205,7 +205,7 @@ TEST_F(PasteBack, ChecksOnceMoreAfterTheTargetCheck) {
         world.bringToFront(writer);
         token = textOf(*capture(), "token");
         writer.reactionTime = 5ms;
-        world.after(12ms, [&] { change(*this); });
+        world.after(12ms, [this, change = change] { change(*this); });
         EXPECT_EQ(paste().text(), "copied-only");
         expectNothingTyped();
         world.heldModifiers = 0;

@@ -20,8 +20,8 @@ struct FrontWindow {
 // program has the focus.
 std::optional<FrontWindow> frontWindow();
 
-// False once another window has come to the front than the one that frontWindow() last named: a keystroke meant
-// for that one would arrive elsewhere.
+// False once another window has come to the front than the one that frontWindow() last named: a keystroke
+// meant for that one would arrive elsewhere.
 bool isStillInFront();
 
 // The window, or the nearest one around it, that says what program it is of (`WM_CLASS`); 0 for none. The
