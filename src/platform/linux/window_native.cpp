@@ -118,12 +118,18 @@ std::uint64_t Window::Native::styleMask() const {
 }
 
 void Window::Native::present() {
+    // Once is enough: openbox takes a wish that comes while it fulfils the one before for one that it cannot
+    // grant, makes the window flash, and crashes when a window goes while it flashes.
+    if (std::exchange(presented_, true)) return;
+    MainQueue::async([this, life = std::weak_ptr(life_)] {
+        if (!life.expired()) presented_ = false;
+    });
     if (!window.get_mapped() && wanted_) setFrame(*wanted_); // else the window manager chooses a new place
     const guint32 time = serverTime(window);
     gdk_x11_window_set_user_time(window.get_window()->gobj(), time);
-    window.show();
     // Else openbox takes the person to the window's workspace, and metacity lets it ask for attention there.
     if (movesToActiveSpace) gdk_x11_window_move_to_current_desktop(window.get_window()->gobj());
+    window.show();
     window.present(time);
     window.get_display()->flush();
 }
@@ -131,7 +137,7 @@ void Window::Native::present() {
 void Window::Native::orderOut() {
     if (window.get_mapped() && isFree()) wanted_ = frame();
     if (saveQueued_) saveFrame();
-    isPlaced_ = false;
+    isPlaced_ = presented_ = false;
     window.hide();
     window.get_display()->flush(); // the main thread may sleep next, until the focus is back where it was
 }

@@ -75,7 +75,8 @@ private:
     Gtk::Label noTitle_; // stands where the title would
     std::uint64_t styleMask_;
     int state_ = 0;
-    bool isPlaced_ = false; // the window manager has shown it
+    bool isPlaced_ = false;  // the window manager has shown it
+    bool presented_ = false; // in this turn of the main loop
     Size minSize_;
     std::optional<Rect> wanted_; // asked for, and not yet confirmed by the window manager
     std::optional<WindowFrameStore> store_;
