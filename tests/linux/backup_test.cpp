@@ -3,7 +3,6 @@
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/xattr.h>
 
 #include <filesystem>

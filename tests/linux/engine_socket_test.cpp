@@ -1,16 +1,12 @@
 #include "linux/run_until.h"
 #include "platform/linux/engine_socket.h"
+#include "rig/host.h"
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <thread>
 
@@ -20,15 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using Bytes = std::vector<std::uint8_t>;
-
-FileDescriptor connectTo(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
-    FileDescriptor client(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const auto* generic = reinterpret_cast<const sockaddr*>(&address);
-    return connect(client.number(), generic, sizeof(address)) == 0 ? std::move(client) : FileDescriptor();
-}
 
 // An engine socket whose bytes, and end, are kept.
 class Engine : public testing::Test {
@@ -49,7 +36,7 @@ protected:
     }
 
     void connectClient() {
-        client = connectTo(socket->path());
+        client = FileDescriptor(rig::connectTo(socket->path()));
         runUntil([this] { return socket->connected(); });
     }
 
@@ -59,12 +46,10 @@ protected:
 
     // Everything until the host's end of the connection; an error counts as a byte that nobody sent.
     Bytes clientReadsToTheEnd() const {
-        Bytes all;
-        Bytes piece(1 << 20);
+        Bytes all, piece(1 << 20);
         ssize_t count = 0;
-        while ((count = recv(client.number(), piece.data(), piece.size(), 0)) > 0) {
+        while ((count = recv(client.number(), piece.data(), piece.size(), 0)) > 0)
             all.insert(all.end(), piece.begin(), piece.begin() + count);
-        }
         if (count < 0) all.push_back(0xEE);
         return all;
     }
@@ -79,17 +64,15 @@ protected:
 };
 
 TEST_F(Engine, OnlyThisUserCanReachTheSocketAndNothingOfItStays) {
-    const std::string path = socket->path();
-    struct stat folder {};
-    ASSERT_EQ(stat(fs::path(path).parent_path().c_str(), &folder), 0);
-    EXPECT_EQ(folder.st_mode & 0777u, 0700u);
+    const auto folder = fs::path(socket->path()).parent_path();
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     socket.reset();
-    EXPECT_FALSE(fs::exists(fs::path(path).parent_path()));
+    EXPECT_FALSE(fs::exists(folder));
 }
 
 TEST_F(Engine, SecondConnectionIsRefusedAndTheFirstServedOn) {
     connectClient();
-    EXPECT_FALSE(connectTo(socket->path()));
+    EXPECT_EQ(rig::connectTo(socket->path()), -1);
     clientSends({1, 2, 3});
     runUntil([this] { return received.size() == 3; });
 }

@@ -5,7 +5,6 @@
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <csignal>

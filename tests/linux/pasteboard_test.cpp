@@ -2,7 +2,6 @@
 #include "platform/pasteboard.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <gtk/gtk.h>
 #include <signal.h>
 #include <unistd.h>
@@ -61,10 +60,7 @@ std::optional<std::string> hostText() { return pasteboard().stringForType(Pasteb
 
 class PasteboardTest : public testing::Test {
 protected:
-    void SetUp() override {
-        if (!std::getenv("DISPLAY")) GTEST_SKIP() << "needs an X server: run under script/virtual-desktop";
-        pasteboard().clearContents();
-    }
+    PasteboardTest() { pasteboard().clearContents(); }
 };
 
 TEST_F(PasteboardTest, EveryRepresentationComesBackExactly) {
@@ -72,18 +68,21 @@ TEST_F(PasteboardTest, EveryRepresentationComesBackExactly) {
         {"application/x-units", "INTEGER", 32, patternOf(400)},
         {"image/bmp", "image/bmp", 8, patternOf(7'000'000)},
         text("Grüße\n"),
-        {"text/html", "text/html", 8,
-         "<b>Gr\xC3\xBC\xC3\x9F"
-         "e</b>"},
+        {"text/html", "text/html", 8, "<b>Grüße</b>"},
         {"application/x-nothing", "application/x-nothing", 8, ""},
         {"application/x-shorts", "CARDINAL", 16, patternOf(300'002)},
         {"application/x-odd", "STRING", 8, patternOf(262'145)},
+    };
+    // After the three of the protocol itself.
+    const auto offered = [] {
+        const auto targets = givenTargets();
+        return std::vector(targets.begin() + std::min<std::ptrdiff_t>(3, std::ssize(targets)), targets.end());
     };
     std::vector<std::string> targets;
     Pairs pairs;
     {
         const Owner owner(copied);
-        targets = givenTargets();
+        targets = offered();
         pairs = snapshot();
     }
     ASSERT_EQ(pairs.size(), copied.size());
@@ -92,13 +91,7 @@ TEST_F(PasteboardTest, EveryRepresentationComesBackExactly) {
         EXPECT_EQ(pairs[index].first, copied[index].target) << "the owner's order";
         EXPECT_TRUE(given(copied[index].target) == copied[index]) << copied[index].target;
     }
-    EXPECT_TRUE(std::equal(copied.rbegin(), copied.rend(), targets.rbegin(),
-                           [](const auto& one, const std::string& name) { return one.target == name; }));
-    auto now = givenTargets();
-    EXPECT_TRUE(std::equal(copied.rbegin(), copied.rend(), now.rbegin(),
-                           [](const auto& one, const std::string& name) { return one.target == name; }));
-    EXPECT_EQ(now.size(), copied.size() + 3)
-        << "a target of our own would show that the contents were replaced";
+    EXPECT_EQ(offered(), targets) << "others would see that the contents were replaced";
     EXPECT_TRUE(snapshot() == pairs) << "read back from ourselves";
 }
 
@@ -138,9 +131,8 @@ TEST_F(PasteboardTest, AStringReachesProgramsByEveryNameOfText) {
     ASSERT_TRUE(pasteboard().setString("Ünïcode – €", PasteboardTypeString));
     EXPECT_THAT(given("UTF8_STRING"), Optional(text("Ünïcode – €")));
     EXPECT_THAT(given("TEXT"), Optional(Representation{"TEXT", "UTF8_STRING", 8, "Ünïcode – €"}));
-    EXPECT_THAT(given("STRING"), Optional(Representation{"STRING", "STRING", 8,
-                                                         "\xDCn\xEF"
-                                                         "code ? ?"}));
+    const std::string latin1 = "\334n\357code ? ?";
+    EXPECT_THAT(given("STRING"), Optional(Representation{"STRING", "STRING", 8, latin1}));
     EXPECT_EQ(given("text/plain")->bytes, "Ünïcode – €");
     EXPECT_EQ(hostText(), "Ünïcode – €");
     pasteboard().clearContents();

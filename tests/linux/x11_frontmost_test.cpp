@@ -24,17 +24,7 @@ std::optional<RunningApplication> inFront(const Program& program) {
     return application;
 }
 
-class Frontmost : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!hasDisplay()) GTEST_SKIP() << "no display";
-        auto* connection = x11::Connection::shared();
-        if (connection->values(connection->root(), connection->atom("_NET_SUPPORTING_WM_CHECK")).empty())
-            GTEST_SKIP() << "no window manager";
-    }
-};
-
-TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
+TEST(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
     auto* connection = x11::Connection::shared();
     // A window that the window manager does not manage, as launchers have.
     XSetWindowAttributes attributes{};
@@ -54,7 +44,7 @@ TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
     XDestroyWindow(connection->display(), popup);
 }
 
-TEST_F(Frontmost, IsKnownByItsDesktopFile) {
+TEST(Frontmost, IsKnownByItsDesktopFile) {
     const char* data = std::getenv("XDG_DATA_HOME");
     if (data == nullptr) GTEST_SKIP() << "would write into the user's own folder";
     const auto folder = std::filesystem::path(data) / "applications";
@@ -80,7 +70,7 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
     }
 }
 
-TEST_F(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
+TEST(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
     const Program program("settings", "settings");
     ASSERT_TRUE(inFront(program));
     const InterfaceProcess interface(program.process(), [] {});

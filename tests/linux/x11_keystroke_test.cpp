@@ -14,13 +14,8 @@ constexpr CGEventFlags command = kCGEventFlagMaskCommand;
 
 class Keystroke : public testing::Test {
 protected:
-    void SetUp() override {
-        if (!hasDisplay()) GTEST_SKIP() << "no display";
-        run("setxkbmap us -option ''; xset r rate");
-    }
-    void TearDown() override {
-        if (hasDisplay()) run("setxkbmap us -option ''");
-    }
+    Keystroke() { run("setxkbmap us -option ''; xset r rate"); }
+    ~Keystroke() override { run("setxkbmap us -option ''"); }
 };
 
 TEST_F(Keystroke, CarriesItsOwnModifiersWhateverTheUserHoldsAndLeavesNothingDown) {
@@ -73,13 +68,16 @@ TEST_F(Keystroke, LocksChangeNothingAndStay) {
 }
 
 TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
-    struct Case {
+    const std::vector<std::string> letters{"Control+c", "Control+a", "Control+v", "Control+z"};
+    // No program takes Control with a letter that is not Latin.
+    const std::vector<std::string> others{"Control+Insert",    "Control+Home", "Home",
+                                          "Control+Shift+End", "Shift+End",    "Shift+Insert",
+                                          "Control+Cyrillic_ya"};
+    const struct {
         const char* layout;
         unsigned group;
         std::vector<std::string> typed;
-    };
-    const std::vector<std::string> letters{"Control+c", "Control+a", "Control+v", "Control+z"};
-    const std::vector<Case> cases{
+    } cases[] = {
         {"us", 0, letters},
         {"de", 0, letters},
         {"fr", 0, letters},
@@ -88,11 +86,7 @@ TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
         {"us,ru", 1, letters},
         {"ru,us", 0, letters},
         {"gr,il,fr", 1, letters},
-        // No program takes Control with a letter that is not Latin.
-        {"ru",
-         0,
-         {"Control+Insert", "Control+Home", "Home", "Control+Shift+End", "Shift+End", "Shift+Insert",
-          "Control+Cyrillic_ya"}},
+        {"ru", 0, others},
     };
     for (const auto& [layout, group, typed] : cases) {
         Keyboard keyboard;
@@ -100,10 +94,9 @@ TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
         XkbLockGroup(keyboard.display(), XkbUseCoreKbd, group);
         XSync(keyboard.display(), False);
         KeyWindow window;
-        post(keyThatTypes(u'c').value_or(8), command);
-        post(keyThatTypes(u'a').value_or(0), command);
-        post(keyThatTypes(u'v').value_or(9), command);
-        post(keyThatTypes(u'z').value_or(6), command);
+        for (const auto& [letter, place] :
+             std::initializer_list<std::pair<char16_t, CGKeyCode>>{{u'c', 8}, {u'a', 0}, {u'v', 9}, {u'z', 6}})
+            post(keyThatTypes(letter).value_or(place), command);
         EXPECT_THAT(window.latinPresses(), testing::ElementsAreArray(typed))
             << layout << " in group " << group;
     }

@@ -50,8 +50,6 @@ std::string nameOf(unsigned state, KeySym symbol) {
 
 } // namespace
 
-bool hasDisplay() { return std::getenv("DISPLAY") != nullptr; }
-
 KeyWindow::KeyWindow(const char* windowClass)
     : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass, windowClass)) {
     EXPECT_TRUE(runUntil([this] { return isViewable(display_, window_); }));

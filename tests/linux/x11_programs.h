@@ -2,7 +2,6 @@
 
 // clang-format off: Xlib's macros break what comes after them.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 // clang-format on
 
 #include "linux/run_until.h"
@@ -21,9 +20,6 @@ namespace platform::x11test {
 
 using rig::Keyboard;
 
-// False where there is no display: the tests that want one are skipped.
-bool hasDisplay();
-
 // A window that has the focus and writes down every key press: "Control+c", with the symbol in the group
 // that was in effect, or "Alt_L" for a modifier key alone.
 class KeyWindow {
@@ -38,9 +34,6 @@ public:
     // As the server names it where the key's own group has no Latin letter: the one of the first group that
     // has.
     const std::vector<std::string>& latinPresses();
-
-    Display* display() const { return display_; }
-    ::Window window() const { return window_; }
 
 private:
     void read();
