@@ -41,24 +41,19 @@ struct KeyboardTest : testing::Test {
     }
 };
 
-TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeOnTheLayoutInUse) {
-    struct Case {
+TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeAndCopySelectAllAndPasteOnEveryLayout) {
+    const struct {
         Stage::Layout layout;
         CGKeyCode a, c, v;
-    };
-    for (const Case& c : {Case{Stage::Layout::us, 0, 8, 9}, Case{Stage::Layout::french, 12, 8, 9},
-                          Case{Stage::Layout::dvorak, 0, 34, 47}}) {
-        stage.use(c.layout);
-        EXPECT_EQ(keyThatTypes('a'), c.a);
-        EXPECT_EQ(keyThatTypes('c'), c.c);
-        EXPECT_EQ(keyThatTypes('v'), c.v);
-        EXPECT_EQ(keyThatTypes('C'), std::nullopt);
-    }
-}
-
-TEST_F(KeyboardTest, PostedKeystrokesCopySelectAllAndPasteOnEveryLayout) {
-    for (const auto layout : {Stage::Layout::us, Stage::Layout::french, Stage::Layout::dvorak}) {
+    } cases[] = {
+        {Stage::Layout::us, 0, 8, 9}, {Stage::Layout::french, 12, 8, 9}, {Stage::Layout::dvorak, 0, 34, 47}};
+    for (const auto& [layout, a, c, v] : cases) {
         stage.use(layout);
+        EXPECT_EQ(keyThatTypes('a'), a);
+        EXPECT_EQ(keyThatTypes('c'), c);
+        EXPECT_EQ(keyThatTypes('v'), v);
+        EXPECT_EQ(keyThatTypes('C'), std::nullopt);
+
         const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
         pasteboard.clearContents();
         post('c', kCGEventFlagMaskCommand);
