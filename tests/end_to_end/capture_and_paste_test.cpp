@@ -7,7 +7,6 @@
 #include "rig/host.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace e2e {
 

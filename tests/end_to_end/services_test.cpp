@@ -4,7 +4,6 @@
 #include "rig/process.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/xattr.h>
 
 #include <array>

@@ -3,7 +3,6 @@
 #include "rig/host.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>

@@ -4,7 +4,6 @@
 #include "flutter/method_channel.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace flutter;
 using testing::ElementsAre;

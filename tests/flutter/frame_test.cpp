@@ -3,7 +3,6 @@
 #include "flutter/hex.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace flutter;
 using testing::HasSubstr;
