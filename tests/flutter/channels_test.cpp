@@ -42,9 +42,7 @@ TEST_F(ChannelsTest, AMethodIsAnsweredOnceWithValueErrorOrNotImplemented) {
 TEST_F(ChannelsTest, ACallThatCannotBeReadNeverReachesTheHandler) {
     MethodChannel channel(*messenger, "c");
     channel.setMethodCallHandler([](const auto&, auto) { ADD_FAILURE() << "reached the handler"; });
-    for (const auto* bytes : {"", "000000", "070568656c6c6f",
-                              "07016100"
-                              "00"})
+    for (const auto* bytes : {"", "000000", "070568656c6c6f", "07016100 00"})
         EXPECT_EQ(messenger->deliver("c", hex(bytes)), nobodyHandlesThis) << bytes;
     channel.setMethodCallHandler(nullptr);
     EXPECT_EQ(call("anything"), nobodyHandlesThis);
