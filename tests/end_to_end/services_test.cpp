@@ -3,10 +3,8 @@
 #include "rig/host.h"
 #include "rig/process.h"
 
-#include <gmock/gmock.h>
-#include <sys/xattr.h>
+#include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
 
 namespace e2e {
@@ -17,7 +15,6 @@ namespace {
 
 using flutter::CallOutcome;
 using flutter::EncodableValue;
-using testing::HasSubstr;
 
 const CallOutcome null = EncodableValue();
 
@@ -71,23 +68,6 @@ TEST_F(HostOpens, ItsHelpFromTheMenu) {
     for (const char* key : {"F10", "Left", "Down", "Return"})
         desktop.keyboard.press(key);
     EXPECT_TRUE(opened("docs/help.html"));
-}
-
-TEST(HostServices, AModelFolderIsMarkedForBackupProgramsOrTheSystemSaysWhyNot) {
-    TemporaryFolder folder;
-    Host host;
-    EXPECT_EQ(host.call("excludeModelBackups", (folder / "").string()), null);
-    EXPECT_EQ(readFile(folder / "CACHEDIR.TAG").find("Signature: 8a477f597d28d172789f06886806bc55\n"), 0U);
-    std::array<char, 6> value{};
-    if (getxattr((folder / "").c_str(), "user.xdg.robots.backup", value.data(), 5) >= 0) {
-        EXPECT_STREQ(value.data(), "false"); // where the file system has attributes
-    }
-
-    const auto failure =
-        std::get<flutter::FlutterError>(host.call("excludeModelBackups", (folder / "gone").string()));
-    EXPECT_EQ(failure.code, "backup");
-    EXPECT_THAT(failure.message.value_or(""), HasSubstr("No such file or directory"));
-    EXPECT_EQ(host.call("excludeModelBackups", 7), error("path", "Missing model directory"));
 }
 
 TEST(HostServices, AskingForPermissionTurnsAccessibilityOnWhereItIsOff) {
