@@ -40,9 +40,7 @@ protected:
             press);
     }
 
-    void TearDown() override {
-        run("xset r rate");
-    }
+    void TearDown() override { run("xset r rate"); }
 
     static void keysRepeatFast() { run("xset r rate 10 200"); } // from 10 ms on, every 5 ms
 

@@ -9,7 +9,6 @@
 #include "rig/keyboard.h"
 
 #include <X11/Xlib.h>
-#include <sys/types.h>
 
 #include <string>
 #include <vector>
@@ -20,8 +19,11 @@ namespace platform::x11test {
 
 using rig::Keyboard;
 
-// A window that has the focus and writes down every key press: "Control+c", with the symbol in the group
-// that was in effect, or "Alt_L" for a modifier key alone.
+// Both of the window's names for its kind.
+void setWindowClass(Display* display, ::Window window, std::string name);
+
+// A window that has the focus and writes down every key press other than those of modifier keys: "Control+c",
+// with the symbol in the group that was in effect, or of the first group that has a Latin letter there.
 class KeyWindow {
 public:
     explicit KeyWindow(const char* windowClass = "editor");
@@ -29,34 +31,12 @@ public:
     KeyWindow(const KeyWindow&) = delete;
     KeyWindow& operator=(const KeyWindow&) = delete;
 
-    // The presses so far other than those of modifier keys.
     const std::vector<std::string>& presses();
-    // As the server names it where the key's own group has no Latin letter: the one of the first group that
-    // has.
-    const std::vector<std::string>& latinPresses();
 
 private:
-    void read();
-
     Display* display_;
     ::Window window_;
     std::vector<std::string> presses_;
-    std::vector<std::string> latinPresses_;
-};
-
-// A process of its own with one window, until the object goes.
-class Program {
-public:
-    Program(const char* windowClass, const char* title);
-    ~Program() { end(); }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    void end();
-    pid_t process() const { return process_; }
-
-private:
-    pid_t process_;
 };
 
 // Posts one key press and its release, as the host does.

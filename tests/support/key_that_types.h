@@ -1,4 +1,4 @@
-// Looks a character up on the keyboard layout in use.
+// What the keys type on the keyboard layout in use.
 #pragma once
 
 #include "platform/keyboard_layout.h"
@@ -7,18 +7,20 @@
 #include <optional>
 #include <string>
 
-// The first key that types the character without modifiers; absent when none does.
-inline std::optional<platform::CGKeyCode> keyThatTypes(char16_t character) {
+// What a key types without modifiers; absent when there is no such key.
+inline std::optional<std::u16string> typedBy(platform::CGKeyCode key) {
     using namespace platform;
     const auto source = TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
     const auto layout =
         TISGetInputSourceProperty(source, InputSourceProperty::kTISPropertyUnicodeKeyLayoutData);
     if (!layout) return std::nullopt;
-    for (CGKeyCode key = 0; key < 128; ++key) {
-        std::uint32_t deadKeyState = 0;
-        const auto typed =
-            UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState, 4);
-        if (typed == std::u16string(1, character)) return key;
-    }
+    std::uint32_t deadKeyState = 0;
+    return UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState, 4);
+}
+
+// The first key that types the character without modifiers; absent when none does.
+inline std::optional<platform::CGKeyCode> keyThatTypes(char16_t character) {
+    for (platform::CGKeyCode key = 0; key < 128; ++key)
+        if (typedBy(key) == std::u16string(1, character)) return key;
     return std::nullopt;
 }
