@@ -8,8 +8,6 @@
 
 #include <gmock/gmock.h>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -161,4 +159,3 @@ TEST_F(CaptureAndPaste, WorksInAnEditorThatKnowsNothingOfThis) {
 }
 
 } // namespace
-} // namespace e2e

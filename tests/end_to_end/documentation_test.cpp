@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -33,4 +31,3 @@ TEST(Documentation, ItsInterfaceWorksAsPrinted) {
 }
 
 } // namespace
-} // namespace e2e

@@ -10,8 +10,6 @@
 #include <cstring>
 #include <memory>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -147,4 +145,3 @@ TEST(HostLife, AnEndCalledOffByOthersIsAnsweredOnceAndALostManagerIsNotMissed) {
 }
 
 } // namespace
-} // namespace e2e

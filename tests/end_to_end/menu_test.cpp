@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -79,4 +77,3 @@ TEST_F(HostMenu, FullScreenAndBackByKeyAndByItemRelabelsTheItemEachTime) {
 }
 
 } // namespace
-} // namespace e2e

@@ -7,8 +7,6 @@
 
 #include <filesystem>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -90,4 +88,3 @@ TEST(HostServices, AskingForPermissionTurnsAccessibilityOnWhereItIsOff) {
 }
 
 } // namespace
-} // namespace e2e

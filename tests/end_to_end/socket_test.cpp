@@ -8,8 +8,6 @@
 #include <csignal>
 #include <sstream>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -63,4 +61,3 @@ TEST(Socket, TheHostEndsWithItsInterfaceAndWithItsStatus) {
 }
 
 } // namespace
-} // namespace e2e

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -99,4 +97,3 @@ TEST_F(HostWindow, ItsCloseButtonQuitsBeforeTheInterfaceIsReady) {
 }
 
 } // namespace
-} // namespace e2e
