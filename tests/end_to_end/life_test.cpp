@@ -4,7 +4,7 @@
 #include "rig/host.h"
 #include "rig/session.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <csignal>
 #include <cstring>
@@ -36,6 +36,24 @@ TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
     EXPECT_FALSE(first.process().exitStatus(milliseconds(0)));
 }
 
+TEST(HostLife, NeedsAnXServerAndSaysWhatToDoWithoutOne) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"-u", "DISPLAY"}, "there is no display"},
+        {{"DISPLAY=", "XDG_SESSION_TYPE=x11"}, "there is no display"},
+        {{"-u", "DISPLAY", "WAYLAND_DISPLAY=wayland-0"}, "Wayland"},
+        {{"-u", "DISPLAY", "XDG_SESSION_TYPE=wayland"}, "Wayland"},
+        {{"DISPLAY=nonsense", "WAYLAND_DISPLAY=wayland-0"}, "nonsense cannot be opened"},
+    };
+    for (const auto& [environment, sentence] : cases) {
+        std::vector<std::string> command{"env"};
+        command.insert(command.end(), environment.begin(), environment.end());
+        command.insert(command.end(), {hostProgram(), "/bin/false"});
+        Process host(command);
+        EXPECT_EQ(host.exitStatus(), 1);
+        EXPECT_THAT(host.output(), testing::HasSubstr(sentence));
+    }
+}
+
 TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
     {
         Host killed;
@@ -46,7 +64,7 @@ TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
     stopped.process().signal(SIGSTOP);
     Process second({hostProgram(), "/bin/false"});
     EXPECT_EQ(second.exitStatus(), 1);
-    EXPECT_NE(second.output().find("does not answer"), std::string::npos) << second.output();
+    EXPECT_THAT(second.output(), testing::HasSubstr("does not answer"));
     stopped.process().signal(SIGCONT);
     EXPECT_EQ(stopped.call("pin", false), null);
 }

@@ -8,7 +8,6 @@
 //   nothing gtk_pasteboard targets        prints one target a line, in the owner's order
 #include <gtk/gtk.h>
 
-#include <cstdint>
 #include <cstdio>
 #include <iostream>
 #include <string>

@@ -5,7 +5,6 @@
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
 
 #include <csignal>
 #include <filesystem>

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
 #include <signal.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>

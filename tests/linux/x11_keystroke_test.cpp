@@ -7,7 +7,6 @@ namespace platform::x11test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr CGKeyCode positionOfC = 8;
 constexpr CGEventFlags command = kCGEventFlagMaskCommand;
