@@ -1,9 +1,6 @@
 // Key codes, synthetic keystrokes and held modifiers.
 #include "conformance/stage.h"
-#include "platform/keyboard_layout.h"
-#include "support/key_that_types.h"
-
-#include <gtest/gtest.h>
+#include "support/keys.h"
 
 #include <optional>
 #include <string>
@@ -13,17 +10,11 @@ namespace {
 
 using namespace platform;
 
-// Posts the key that types the character, together with the modifiers.
-void post(char16_t character, CGEventFlags modifiers) {
+// The key that types the character, together with the modifiers.
+void press(char16_t character, CGEventFlags modifiers) {
     const auto key = keyThatTypes(character);
     ASSERT_TRUE(key.has_value());
-    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
-    for (const bool down : {true, false}) {
-        auto event = CGEventCreateKeyboardEvent(source, *key, down);
-        ASSERT_TRUE(event.has_value());
-        CGEventSetFlags(*event, modifiers);
-        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
-    }
+    post(*key, modifiers);
 }
 
 struct KeyboardTest : testing::Test {
@@ -56,13 +47,13 @@ TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeAndCopySelectAllAndPasteOnEveryLa
 
         const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
         pasteboard.clearContents();
-        post('c', kCGEventFlagMaskCommand);
+        press('c', kCGEventFlagMaskCommand);
         EXPECT_TRUE(pasteboardGets("wrld"));
 
         pasteboard.setString("Hello world", PasteboardTypeString);
-        post('a', kCGEventFlagMaskCommand);
+        press('a', kCGEventFlagMaskCommand);
         EXPECT_TRUE(stage.runUntil([&] { return program->selected() == "Hello wrld"; }));
-        post('v', kCGEventFlagMaskCommand);
+        press('v', kCGEventFlagMaskCommand);
         EXPECT_TRUE(stage.runUntil([&] { return program->value() == "Hello world"; })) << program->value();
     }
 }
@@ -86,7 +77,7 @@ TEST_F(KeyboardTest, APostedKeystrokeCarriesItsOwnModifiersWhateverTheUserHolds)
     const CGEventFlags held = kCGEventFlagMaskShift | kCGEventFlagMaskAlternate;
     stage.hold(held);
     ASSERT_TRUE(stage.runUntil([&] { return (Event::modifierFlags() & realModifiers) == held; }));
-    post('c', kCGEventFlagMaskCommand);
+    press('c', kCGEventFlagMaskCommand);
     EXPECT_TRUE(pasteboardGets("wrld"));
     EXPECT_EQ(Event::modifierFlags() & realModifiers, held) << "the user still holds them";
     EXPECT_EQ(program->value(), "Hello wrld");

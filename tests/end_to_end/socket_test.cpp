@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <csignal>
-#include <sstream>
+#include <regex>
 
 using namespace rig;
 
@@ -23,14 +23,11 @@ TEST(Socket, ABrokenFrameEndsTheConnectionWithALineThatSaysWhy) {
 
 // The number of the display that a server of the test's own serves.
 std::string displayOf(const Process& server) {
-    std::string number;
-    waitUntil([&] {
-        std::istringstream lines(server.output());
-        for (std::string line; std::getline(lines, line);)
-            if (line.find_first_not_of("0123456789") == std::string::npos) number = line;
-        return !number.empty();
-    });
-    return ":" + number;
+    std::string said;
+    std::smatch number;
+    waitUntil(
+        [&] { return std::regex_search(said = server.output(), number, std::regex("(^|\n)([0-9]+)\n")); });
+    return ":" + number.str(2);
 }
 
 TEST(Socket, NothingIsLeftBehindWhenTheDisplayGoes) {

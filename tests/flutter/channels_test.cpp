@@ -7,7 +7,6 @@
 
 using namespace flutter;
 using testing::ElementsAre;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 

@@ -6,7 +6,6 @@
 
 using namespace flutter;
 using testing::HasSubstr;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 

@@ -9,7 +9,6 @@
 #include <sstream>
 
 using namespace flutter;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 

@@ -1,5 +1,4 @@
 #include "linux/x11_programs.h"
-#include "support/key_that_types.h"
 
 #include <X11/XKBlib.h>
 

@@ -83,16 +83,6 @@ const std::vector<std::string>& KeyWindow::presses() {
     return presses_;
 }
 
-void post(CGKeyCode key, CGEventFlags flags) {
-    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
-    for (const bool down : {true, false}) {
-        auto event = CGEventCreateKeyboardEvent(source, key, down);
-        ASSERT_TRUE(event);
-        CGEventSetFlags(*event, flags);
-        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
-    }
-}
-
 bool run(const std::string& command) { return std::system(command.c_str()) == 0; }
 
 } // namespace platform::x11test

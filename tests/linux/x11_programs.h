@@ -5,8 +5,8 @@
 // clang-format on
 
 #include "linux/run_until.h"
-#include "platform/event.h"
 #include "rig/keyboard.h"
+#include "support/keys.h"
 
 #include <X11/Xlib.h>
 
@@ -38,9 +38,6 @@ private:
     ::Window window_;
     std::vector<std::string> presses_;
 };
-
-// Posts one key press and its release, as the host does.
-void post(CGKeyCode key, CGEventFlags flags);
 
 // Runs a program and waits for it; true when it answers 0.
 bool run(const std::string& command);

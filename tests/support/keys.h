@@ -1,7 +1,10 @@
-// What the keys type on the keyboard layout in use.
+// Keys as the host finds and posts them, on the keyboard layout in use.
 #pragma once
 
+#include "platform/event.h"
 #include "platform/keyboard_layout.h"
+
+#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <optional>
@@ -23,4 +26,16 @@ inline std::optional<platform::CGKeyCode> keyThatTypes(char16_t character) {
     for (platform::CGKeyCode key = 0; key < 128; ++key)
         if (typedBy(key) == std::u16string(1, character)) return key;
     return std::nullopt;
+}
+
+// One press of a key and its release.
+inline void post(platform::CGKeyCode key, platform::CGEventFlags flags) {
+    using namespace platform;
+    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
+    for (const bool down : {true, false}) {
+        auto event = CGEventCreateKeyboardEvent(source, key, down);
+        ASSERT_TRUE(event);
+        CGEventSetFlags(*event, flags);
+        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
+    }
 }
