@@ -37,13 +37,6 @@ struct ProgramTest : testing::Test {
     static std::optional<RunningApplication> frontmost() {
         return Workspace::sharedWorkspace().frontmostApplication();
     }
-
-    bool comesToFront(const Program& program) {
-        return stage.runUntil([&] {
-            const auto front = frontmost();
-            return front && front->processIdentifier() == program.pid();
-        });
-    }
 };
 
 TEST_F(ProgramTest, TheOneInFrontIsKnownByItsProcessAndOutlivesItAsAHandle) {
@@ -69,9 +62,9 @@ TEST_F(ProgramTest, AnEarlierOneComesBackToTheFrontWhenAsked) {
     ASSERT_TRUE(handle.has_value());
     const auto second = stage.open({.value = "second"});
     ASSERT_EQ(frontmost()->processIdentifier(), second->pid());
-    EXPECT_FALSE(*frontmost() == *handle);
+    EXPECT_FALSE(frontmost() == handle);
     EXPECT_TRUE(handle->activateFromApplication(RunningApplication::currentApplication()));
-    EXPECT_TRUE(comesToFront(*first));
+    EXPECT_TRUE(stage.runUntil([&] { return frontmost() == handle; }));
 
     first->kill();
     EXPECT_TRUE(stage.runUntil([&] { return handle->isTerminated(); }));

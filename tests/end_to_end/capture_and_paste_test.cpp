@@ -19,8 +19,7 @@ using flutter::EncodableValue;
 using testing::HasSubstr;
 using testing::Not;
 
-class CaptureAndPaste : public testing::Test {
-protected:
+struct CaptureAndPaste : testing::Test {
     void SetUp() override {
         host.bringToFront(desktop); // or it would come to the front in the middle of the test
         initialize({});

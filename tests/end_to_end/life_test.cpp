@@ -23,13 +23,10 @@ TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
     Desktop desktop;
     Host first;
     const auto window = first.bringToFront(desktop);
-    for (const std::vector<std::string>& interface :
-         {std::vector<std::string>{"/bin/false"}, {"no-such-program"}}) {
+    for (const char* interface : {"/bin/false", "no-such-program"}) {
         first.call("hide");
         ASSERT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
-        std::vector<std::string> command{hostProgram()};
-        command.insert(command.end(), interface.begin(), interface.end());
-        Process second(command);
+        Process second({hostProgram(), interface});
         EXPECT_EQ(second.exitStatus(), 0) << second.output();
         EXPECT_TRUE(waitUntil([&] { return !desktop.isHidden(window) && desktop.activeWindow() == window; }));
     }

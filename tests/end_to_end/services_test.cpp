@@ -19,8 +19,7 @@ const CallOutcome null = EncodableValue();
 CallOutcome error(const char* code, const char* message) { return flutter::FlutterError{code, message, {}}; }
 
 // A machine with one program, for plain text, pages and https, which notes what it is given to open.
-class SparseMachine {
-public:
+struct SparseMachine {
     SparseMachine() {
         std::filesystem::create_directories(folder / "applications");
         std::filesystem::create_symlink("/usr/share/mime", folder / "mime");
@@ -43,8 +42,7 @@ public:
     TemporaryFolder folder;
 };
 
-class HostOpens : public testing::Test, public SparseMachine {
-protected:
+struct HostOpens : testing::Test, SparseMachine {
     Desktop desktop;
     Host host{{{"XDG_DATA_HOME", folder / ""}, {"XDG_DATA_DIRS", folder / ""}}};
 };

@@ -13,15 +13,12 @@ using flutter::CallOutcome;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
 
-class HostWindow : public testing::Test {
-protected:
-    void SetUp() override { window = host.bringToFront(desktop); }
-
+struct HostWindow : testing::Test {
     bool isActive() { return desktop.activeWindow() == window; }
 
     Desktop desktop;
     Host host;
-    WindowId window = 0;
+    WindowId window = host.bringToFront(desktop);
 };
 
 const CallOutcome null = EncodableValue();

@@ -12,8 +12,7 @@ namespace {
 
 const Bytes nobodyHandlesThis;
 
-class ChannelsTest : public testing::Test {
-protected:
+struct ChannelsTest : testing::Test {
     std::optional<Bytes> call(const std::string& method, const EncodableValue& arguments = {}) {
         return messenger->deliver("c", encodeMethodCall({method, arguments}));
     }
@@ -82,8 +81,7 @@ struct Recorder : StreamHandler {
     std::optional<FlutterError> refusal;
 };
 
-class EventChannelTest : public ChannelsTest {
-protected:
+struct EventChannelTest : ChannelsTest {
     EventChannelTest() { channel.setStreamHandler(handler); }
 
     // The events sent since the last question.

@@ -11,8 +11,7 @@ using testing::HasSubstr;
 namespace {
 
 // A messenger whose peer is the test.
-class FrameMessengerTest : public testing::Test {
-protected:
+struct FrameMessengerTest : testing::Test {
     FrameMessengerTest()
         : messenger(std::make_unique<FrameMessenger>([this](Bytes bytes) {
               FrameReader reader;

@@ -13,8 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Backup : public testing::Test {
-protected:
+struct Backup : testing::Test {
     std::optional<std::string> exclude(const fs::path& path, bool excluded = true) const {
         return URL::fileURLWithPath(path.string(), true).setExcludedFromBackup(excluded);
     }

@@ -19,8 +19,7 @@ using namespace std::chrono_literals;
 using Bytes = std::vector<std::uint8_t>;
 
 // An engine socket whose bytes, and end, are kept.
-class Engine : public testing::Test {
-protected:
+struct Engine : testing::Test {
     Engine() {
         std::string whyNot;
         socket = EngineSocket::listen({[this](std::span<const std::uint8_t> bytes) {

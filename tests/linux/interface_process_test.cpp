@@ -19,8 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 // A shell script as the interface.
-class Interface : public testing::Test {
-protected:
+struct Interface : testing::Test {
     void run(const std::string& script) {
         std::string whyNot;
         process = InterfaceProcess::start(

@@ -57,8 +57,7 @@ std::chrono::milliseconds took(const std::function<void()>& act) {
 
 std::optional<std::string> hostText() { return pasteboard().stringForType(PasteboardTypeString); }
 
-class PasteboardTest : public testing::Test {
-protected:
+struct PasteboardTest : testing::Test {
     PasteboardTest() { pasteboard().clearContents(); }
 };
 
@@ -251,15 +250,15 @@ TEST_F(PasteboardTest, AnOwnerThatDiesHalfWayIsLeftOut) {
 }
 
 TEST_F(PasteboardTest, AProgramThatDiesHalfWayHurtsNobody) {
-    const std::string large = patternOf(2'000'000);
-    ASSERT_TRUE(pasteboard().setString(std::string(2'000'000, 'y'), PasteboardTypeString));
+    constexpr std::size_t size = 2'000'000;
+    ASSERT_TRUE(pasteboard().setString(std::string(size, 'y'), PasteboardTypeString));
     for (int death = 0; death < 3; ++death) {
         RawClient reader;
         const xcb_atom_t property = reader.convert("CLIPBOARD", "UTF8_STRING");
         EXPECT_EQ(reader.bytes(property).size(), 4U) << "the announcement of pieces";
     }
-    EXPECT_EQ(given("UTF8_STRING")->bytes.size(), large.size());
-    EXPECT_EQ(hostText()->size(), large.size());
+    EXPECT_EQ(given("UTF8_STRING")->bytes.size(), size);
+    EXPECT_EQ(hostText()->size(), size);
 }
 
 // A clipboard manager that takes over from a program that ends, with one question for several targets.

@@ -11,7 +11,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <optional>
 #include <string>
 
 namespace platform {
@@ -26,31 +25,28 @@ struct Told : WindowDelegate {
 };
 
 // A window as the host makes it, on whatever window manager runs.
-class RealWindow : public testing::Test {
-protected:
+struct RealWindow : testing::Test {
     static constexpr Rect place{200, 120, 700, 560};
 
     void SetUp() override {
         setenv("XDG_STATE_HOME", (state / "").c_str(), 1);
         static const bool started = startToolkit();
         ASSERT_TRUE(started);
-        desktop.emplace();
         make();
     }
 
     // The next test's window may well get the same number: openbox takes an old wish to be shown for that
     // one's.
     void TearDown() override {
-        if (!window) return;
         if (gtk().get_visible()) runUntil([this] { return isShown(); });
         window.reset();
-        runUntil([this] { return desktop->windows(getpid()).empty(); });
+        runUntil([this] { return desktop.windows(getpid()).empty(); });
     }
 
     // The window manager says so, and the X server too.
     bool isShown() {
-        const auto managed = desktop->windows(getpid());
-        return !managed.empty() && !desktop->isHidden(managed.front());
+        const auto managed = desktop.windows(getpid());
+        return !managed.empty() && !desktop.isHidden(managed.front());
     }
 
     void make() {
@@ -81,7 +77,7 @@ protected:
     Gtk::Window& gtk() { return window->native().window; }
 
     const rig::TemporaryFolder state;
-    std::optional<rig::Desktop> desktop;
+    rig::Desktop desktop;
     Told told;
     std::unique_ptr<Window> window;
 };

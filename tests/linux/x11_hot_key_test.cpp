@@ -22,15 +22,14 @@ EventHotKeyRef registerHotKey(std::uint32_t key = space, std::uint32_t modifiers
     return RegisterEventHotKey(key, modifiers, {}, GetApplicationEventTarget(), 0);
 }
 
-class HotKey : public testing::Test {
-protected:
+struct HotKey : testing::Test {
     void SetUp() override {
         run("setxkbmap us -option ''");
         // Without a focus, as between a window's end and the window manager's next choice, the server offers
         // a key to no grab.
         auto* connection = x11::Connection::shared();
         XSetInputFocus(connection->display(), PointerRoot, RevertToPointerRoot, CurrentTime);
-        handler_ = InstallEventHandler(
+        handler = InstallEventHandler(
             GetApplicationEventTarget(),
             [this] {
                 ++presses;
@@ -60,9 +59,7 @@ protected:
 
     int presses = 0;
     std::function<void()> onPress;
-
-private:
-    EventHandlerRef handler_;
+    EventHandlerRef handler;
 };
 
 // Another program's attempt to have a combination; true when it got it. It keeps it for as long as `keyboard`

@@ -10,8 +10,7 @@ using testing::ElementsAre;
 constexpr CGKeyCode positionOfC = 8;
 constexpr CGEventFlags command = kCGEventFlagMaskCommand;
 
-class Keystroke : public testing::Test {
-protected:
+struct Keystroke : testing::Test {
     Keystroke() { run("setxkbmap us -option ''; xset r rate"); }
     ~Keystroke() override { run("setxkbmap us -option ''"); }
 };
