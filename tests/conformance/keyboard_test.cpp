@@ -3,7 +3,6 @@
 #include "support/keys.h"
 
 #include <optional>
-#include <string>
 
 namespace conformance {
 namespace {

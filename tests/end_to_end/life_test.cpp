@@ -1,6 +1,5 @@
 // How the host's life begins, goes on and ends: a second start, and every way to be asked to quit.
 #include "rig/desktop.h"
-#include "rig/fields.h"
 #include "rig/host.h"
 #include "rig/session.h"
 

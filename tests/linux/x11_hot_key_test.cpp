@@ -5,7 +5,6 @@
 
 #include <X11/XKBlib.h>
 #include <X11/keysym.h>
-#include <glib.h>
 
 namespace platform::x11test {
 namespace {
