@@ -1,5 +1,7 @@
 #include "linux/x11_programs.h"
 
+#include "platform/workspace.h"
+
 #include <X11/XKBlib.h>
 #include <X11/Xutil.h>
 
@@ -52,8 +54,13 @@ void setWindowClass(Display* display, ::Window window, std::string name) {
 KeyWindow::KeyWindow(const char* windowClass)
     : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass)) {
     EXPECT_TRUE(runUntil([this] { return isViewable(display_, window_); }));
-    // With and without a window manager.
-    EXPECT_TRUE(runUntil([this] {
+    takeFocus();
+    const auto host = RunningApplication::currentApplication();
+    EXPECT_TRUE(runUntil([&] { return Workspace::sharedWorkspace().frontmostApplication() == host; }));
+}
+
+void KeyWindow::takeFocus() {
+    EXPECT_TRUE(runUntil([this] { // the window manager may still be busy giving it to another
         XSetInputFocus(display_, window_, RevertToParent, CurrentTime);
         return focusOf(display_) == window_;
     }));

@@ -22,8 +22,9 @@ using rig::Keyboard;
 // Both of the window's names for its kind.
 void setWindowClass(Display* display, ::Window window, std::string name);
 
-// A window that has the focus and writes down every key press other than those of modifier keys: "Control+c",
-// with the symbol in the group that was in effect, or of the first group that has a Latin letter there.
+// A window of this process that has the focus, as the host has seen, and writes down every key press other
+// than those of modifier keys: "Control+c", with the symbol in the group that was in effect, or of the first
+// group that has a Latin letter there.
 class KeyWindow {
 public:
     explicit KeyWindow(const char* windowClass = "editor");
@@ -31,6 +32,7 @@ public:
     KeyWindow(const KeyWindow&) = delete;
     KeyWindow& operator=(const KeyWindow&) = delete;
 
+    void takeFocus();
     const std::vector<std::string>& presses();
 
 private:
