@@ -14,6 +14,7 @@ using simulated::Accessibility;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
+using Value = platform::AXAttributeValue;
 
 namespace {
 
@@ -87,11 +88,10 @@ TEST_F(Capture, TakesTheFirstSourceThatHasText) {
 
 TEST_F(Capture, GivesNoTokenForAPlaceThatIsNotKnown) {
     auto& letter = field("Dear Anna", {0, 4});
-    letter.answers["AXSelectedTextRange"] =
-        platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cgPoint, {}}};
+    letter.answers["AXSelectedTextRange"] = Value{platform::AXValue{platform::AXValueType::cgPoint, {}}};
     EXPECT_EQ(summary(), "selection: Dear");
     letter.answers.clear();
-    writer.answers["AXFocusedWindow"] = platform::AXAttributeValue{std::string{"not a window"}};
+    writer.answers["AXFocusedWindow"] = Value{std::string{"not a window"}};
     const auto sent = capture();
     EXPECT_EQ(textOf(*sent, "token"), "");
     EXPECT_EQ(textOf(*sent, "title"), "");
@@ -115,7 +115,7 @@ TEST_F(Capture, ReadsOnlyWhatIsATextField) {
     EXPECT_EQ(summary(), "clipboard: ");
     letter.role = "AXWebArea";
     EXPECT_EQ(summary(), "field: Dear Anna +token");
-    letter.answers["AXValue"] = platform::AXAttributeValue{true};
+    letter.answers["AXValue"] = Value{true};
     EXPECT_EQ(summary(), "clipboard: ");
 }
 
@@ -186,12 +186,12 @@ TEST_F(Capture, TakesTheFocusOfTheWholeDesktopWhenAProgramStaysSilent) {
     writer.accessibility = Accessibility::missing;
     auto& other = world.openProgram({.name = "Other"});
     auto& elsewhere = other.addField({.value = "elsewhere", .selection = {0, 4}});
-    world.systemWideFocus = platform::AXAttributeValue{world.elementOf(elsewhere)};
+    world.systemWideFocus = Value{world.elementOf(elsewhere)};
     EXPECT_EQ(summary(), "selection: else");
     EXPECT_EQ(world.time(), 1500ms);
     EXPECT_EQ(writer.reads["AXFocusedUIElement"], 31);
 
-    world.systemWideFocus = platform::AXAttributeValue{};
+    world.systemWideFocus = Value{};
     world.putOnPasteboard("from before");
     EXPECT_EQ(summary(), "clipboard: from before");
     EXPECT_THAT(world.postedEvents, IsEmpty());

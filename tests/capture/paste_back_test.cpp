@@ -5,10 +5,12 @@
 #include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
+using namespace std::string_literals;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using Value = platform::AXAttributeValue;
 
 namespace {
 
@@ -67,15 +69,10 @@ TEST_F(PasteBack, ReplacesAWholeFieldWithSelectAllAndItsPauses) {
 }
 
 TEST_F(PasteBack, WithoutAUsableTokenOnlyCopies) {
-    const std::vector<EncodableValue> calls{
-        EncodableMap{{"text", "hello"}},
-        EncodableMap{{"text", "hello"}, {"token", ""}},
-        EncodableMap{{"text", "hello"}, {"token", 7}},
-        EncodableMap{{"text", "hello"}, {"token", token + "0"}},
-    };
     const bool visible = windowState().visible;
-    for (const auto& arguments : calls)
-        EXPECT_EQ(call("paste", arguments).text(), "copied-only");
+    EXPECT_EQ(call("paste", EncodableMap{{"text", "hello"}}).text(), "copied-only");
+    for (const EncodableValue& other : {EncodableValue(""), EncodableValue(7), EncodableValue(token + "0")})
+        EXPECT_EQ(call("paste", EncodableMap{{"text", "hello"}, {"token", other}}).text(), "copied-only");
     world.trusted = false;
     EXPECT_EQ(paste().text(), "copied-only");
     EXPECT_EQ(world.permissionPrompts, 0) << "no prompt on this path";
@@ -137,25 +134,19 @@ TEST_F(PasteBack, GivesUpAfterOneSecondAndShowsTheWindowAgain) {
 }
 
 TEST_F(PasteBack, RefusesATargetThatHasChanged) {
+    static constexpr platform::AXValue earlier{platform::AXValueType::cfRange, {10, 4}};
     const std::pair<const char*, Change> changes[]{
         {"value", [](auto& t) { t.letter.value = "Dear Anna, help"; }},
         {"value unreadable", [](auto& t) { t.letter.answers["AXValue"] = std::nullopt; }},
-        {"selection",
-         [](auto& t) {
-             t.letter.answers["AXSelectedText"] = platform::AXAttributeValue{std::string{"hel"}};
-         }},
+        {"selection", [](auto& t) { t.letter.answers["AXSelectedText"] = Value{"hel"s}; }},
         {"selection unreadable", [](auto& t) { t.letter.answers["AXSelectedText"] = std::nullopt; }},
-        {"range",
-         [](auto& t) {
-             t.letter.answers["AXSelectedTextRange"] =
-                 platform::AXAttributeValue{platform::AXValue{platform::AXValueType::cfRange, {10, 4}}};
-         }},
+        {"range", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = Value{earlier}; }},
         {"range unreadable", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = std::nullopt; }},
         {"another field", [](auto& t) { t.writer.addField(t.letter); }},
         {"another window",
          [](auto& t) {
-             t.writer.answers["AXFocusedWindow"] =
-                 platform::AXAttributeValue{t.world.elementOf(t.writer.openWindow("Other"))};
+             t.writer.openWindow("Other");
+             t.writer.focusedField = &t.letter;
          }},
         {"a password", [](auto& t) { t.letter.subrole = "AXSecureTextField"; }},
     };
@@ -165,7 +156,6 @@ TEST_F(PasteBack, RefusesATargetThatHasChanged) {
         letter.subrole.clear();
         letter.value = "Dear Anna, helo";
         letter.selection = {11, 4};
-        writer.answers.clear();
         writer.focusedWindow = &letters;
         writer.focus(letter);
         token = textOf(*capture(), "token");
@@ -182,7 +172,7 @@ TEST_F(PasteBack, ComparesTextAsAReaderSeesIt) {
     letter.selection = {0, 5};
     token = textOf(*capture(), "token");
     letter.value = "cafe\u0301";
-    letter.answers["AXSelectedText"] = platform::AXAttributeValue{letter.value};
+    letter.answers["AXSelectedText"] = Value{letter.value};
     EXPECT_EQ(paste().text(), "pasted");
 }
 

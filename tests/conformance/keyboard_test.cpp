@@ -1,29 +1,19 @@
 // Key codes, synthetic keystrokes and held modifiers.
 #include "conformance/stage.h"
-#include "platform/keyboard_layout.h"
-#include "support/key_that_types.h"
-
-#include <gtest/gtest.h>
+#include "support/keys.h"
 
 #include <optional>
-#include <string>
 
 namespace conformance {
 namespace {
 
 using namespace platform;
 
-// Posts the key that types the character, together with the modifiers.
-void post(char16_t character, CGEventFlags modifiers) {
+// The key that types the character, together with the modifiers.
+void press(char16_t character, CGEventFlags modifiers) {
     const auto key = keyThatTypes(character);
     ASSERT_TRUE(key.has_value());
-    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
-    for (const bool down : {true, false}) {
-        auto event = CGEventCreateKeyboardEvent(source, *key, down);
-        ASSERT_TRUE(event.has_value());
-        CGEventSetFlags(*event, modifiers);
-        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
-    }
+    post(*key, modifiers);
 }
 
 struct KeyboardTest : testing::Test {
@@ -41,33 +31,28 @@ struct KeyboardTest : testing::Test {
     }
 };
 
-TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeOnTheLayoutInUse) {
-    struct Case {
+TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeAndCopySelectAllAndPasteOnEveryLayout) {
+    const struct {
         Stage::Layout layout;
         CGKeyCode a, c, v;
-    };
-    for (const Case& c : {Case{Stage::Layout::us, 0, 8, 9}, Case{Stage::Layout::french, 12, 8, 9},
-                          Case{Stage::Layout::dvorak, 0, 34, 47}}) {
-        stage.use(c.layout);
-        EXPECT_EQ(keyThatTypes('a'), c.a);
-        EXPECT_EQ(keyThatTypes('c'), c.c);
-        EXPECT_EQ(keyThatTypes('v'), c.v);
-        EXPECT_EQ(keyThatTypes('C'), std::nullopt);
-    }
-}
-
-TEST_F(KeyboardTest, PostedKeystrokesCopySelectAllAndPasteOnEveryLayout) {
-    for (const auto layout : {Stage::Layout::us, Stage::Layout::french, Stage::Layout::dvorak}) {
+    } cases[] = {
+        {Stage::Layout::us, 0, 8, 9}, {Stage::Layout::french, 12, 8, 9}, {Stage::Layout::dvorak, 0, 34, 47}};
+    for (const auto& [layout, a, c, v] : cases) {
         stage.use(layout);
+        EXPECT_EQ(keyThatTypes('a'), a);
+        EXPECT_EQ(keyThatTypes('c'), c);
+        EXPECT_EQ(keyThatTypes('v'), v);
+        EXPECT_EQ(keyThatTypes('C'), std::nullopt);
+
         const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
         pasteboard.clearContents();
-        post('c', kCGEventFlagMaskCommand);
+        press('c', kCGEventFlagMaskCommand);
         EXPECT_TRUE(pasteboardGets("wrld"));
 
         pasteboard.setString("Hello world", PasteboardTypeString);
-        post('a', kCGEventFlagMaskCommand);
+        press('a', kCGEventFlagMaskCommand);
         EXPECT_TRUE(stage.runUntil([&] { return program->selected() == "Hello wrld"; }));
-        post('v', kCGEventFlagMaskCommand);
+        press('v', kCGEventFlagMaskCommand);
         EXPECT_TRUE(stage.runUntil([&] { return program->value() == "Hello world"; })) << program->value();
     }
 }
@@ -91,7 +76,7 @@ TEST_F(KeyboardTest, APostedKeystrokeCarriesItsOwnModifiersWhateverTheUserHolds)
     const CGEventFlags held = kCGEventFlagMaskShift | kCGEventFlagMaskAlternate;
     stage.hold(held);
     ASSERT_TRUE(stage.runUntil([&] { return (Event::modifierFlags() & realModifiers) == held; }));
-    post('c', kCGEventFlagMaskCommand);
+    press('c', kCGEventFlagMaskCommand);
     EXPECT_TRUE(pasteboardGets("wrld"));
     EXPECT_EQ(Event::modifierFlags() & realModifiers, held) << "the user still holds them";
     EXPECT_EQ(program->value(), "Hello wrld");

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <limits>
-#include <thread>
 
 namespace conformance {
 namespace {
@@ -60,17 +59,6 @@ TEST_F(MainQueueTest, LetsQueuedWorkWaitWhileTheMainThreadPauses) {
     EXPECT_TRUE(ran.empty());
     EXPECT_TRUE(stage.runUntil([&] { return ran.size() == 2; }));
     EXPECT_THAT(ran, ElementsAre("at once", "delayed"));
-}
-
-TEST_F(MainQueueTest, TakesWorkFromOtherThreads) {
-    std::thread::id ranOn;
-    std::thread([&] {
-        MainQueue::async(noting("first"));
-        MainQueue::async([&] { ranOn = std::this_thread::get_id(); });
-    }).join();
-    EXPECT_TRUE(stage.runUntil([&] { return ranOn != std::thread::id{}; }));
-    EXPECT_EQ(ranOn, std::this_thread::get_id());
-    EXPECT_THAT(ran, ElementsAre("first"));
 }
 
 } // namespace

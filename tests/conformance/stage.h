@@ -66,8 +66,6 @@ public:
     // The bytes of a type that it would get.
     std::optional<std::string> pasteboardBytes(const platform::PasteboardType& type) const;
 
-    Native& native() const { return *native_; }
-
 private:
     std::unique_ptr<Native> native_;
 };

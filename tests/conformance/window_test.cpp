@@ -22,9 +22,8 @@ struct WindowTest : testing::Test {
         ASSERT_TRUE(stage.runUntil([&] { return stage.shown(window) && window.screen().has_value(); }));
     }
 
-    bool hostInFront() {
-        return Workspace::sharedWorkspace().frontmostApplication() ==
-               RunningApplication::currentApplication();
+    static std::optional<RunningApplication> frontmost() {
+        return Workspace::sharedWorkspace().frontmostApplication();
     }
 };
 
@@ -37,15 +36,14 @@ TEST_F(WindowTest, IsShownTakenOffTheScreenAndShownAgain) {
 
 TEST_F(WindowTest, ComesToTheFrontWithItsProgramAndGivesWay) {
     const auto program = stage.open({.value = "text"});
-    const auto source = Workspace::sharedWorkspace().frontmostApplication();
+    const auto source = frontmost();
     ASSERT_TRUE(source.has_value());
     Application::sharedApplication().activate();
     show();
-    EXPECT_TRUE(stage.runUntil([&] { return hostInFront(); }));
+    EXPECT_TRUE(stage.runUntil([] { return frontmost() == RunningApplication::currentApplication(); }));
     window.orderOut();
     EXPECT_TRUE(source->activateFromApplication(RunningApplication::currentApplication()));
-    EXPECT_TRUE(
-        stage.runUntil([&] { return Workspace::sharedWorkspace().frontmostApplication() == source; }));
+    EXPECT_TRUE(stage.runUntil([&] { return frontmost() == source; }));
 }
 
 TEST_F(WindowTest, KeepsItsTitleSizeAndPlace) {

@@ -6,7 +6,6 @@
 
 #include <limits>
 
-using flutter::EncodableList;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
 using testing::ElementsAre;

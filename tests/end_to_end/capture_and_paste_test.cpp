@@ -7,9 +7,6 @@
 #include "rig/host.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-namespace e2e {
 
 using namespace rig;
 
@@ -22,8 +19,7 @@ using flutter::EncodableValue;
 using testing::HasSubstr;
 using testing::Not;
 
-class CaptureAndPaste : public testing::Test {
-protected:
+struct CaptureAndPaste : testing::Test {
     void SetUp() override {
         host.bringToFront(desktop); // or it would come to the front in the middle of the test
         initialize({});
@@ -73,9 +69,7 @@ TEST_F(CaptureAndPaste, ASelectionIsReplacedWhereItStands) {
     EXPECT_EQ(textOf(got, "title"), "A title");
     ASSERT_EQ(textOf(got, "token").size(), 36u);
     EXPECT_EQ(paste("2 \xE2\x98\xBA", textOf(got, "token")), "pasted");
-    EXPECT_TRUE(waitUntil([&] {
-        return fields.dump().find("one 2 \xE2\x98\xBA three") != std::string::npos;
-    })) << fields.dump();
+    fields.awaitText("one 2 \xE2\x98\xBA three");
     EXPECT_EQ(paste("again", textOf(got, "token")), "copied-only") << "a token served twice";
     EXPECT_EQ(desktop.text("CLIPBOARD"), "again");
 }
@@ -131,8 +125,7 @@ TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
     EXPECT_THAT(fields.dump(), HasSubstr("one two three"));
     desktop.keyboard.letGo("Control+Shift");
     EXPECT_EQ(answer(call), "pasted");
-    EXPECT_TRUE(waitUntil([&] { return fields.dump().find("one 2 three") != std::string::npos; }))
-        << fields.dump();
+    fields.awaitText("one 2 three");
 }
 
 TEST_F(CaptureAndPaste, ATerminalsProgramIsNotInterrupted) {
@@ -179,4 +172,3 @@ TEST_F(CaptureAndPaste, WorksInAnEditorThatKnowsNothingOfThis) {
 }
 
 } // namespace
-} // namespace e2e

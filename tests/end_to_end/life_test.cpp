@@ -1,16 +1,13 @@
 // How the host's life begins, goes on and ends: a second start, and every way to be asked to quit.
 #include "rig/desktop.h"
-#include "rig/fields.h"
 #include "rig/host.h"
 #include "rig/session.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <csignal>
 #include <cstring>
 #include <memory>
-
-namespace e2e {
 
 using namespace rig;
 
@@ -25,17 +22,32 @@ TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
     Desktop desktop;
     Host first;
     const auto window = first.bringToFront(desktop);
-    for (const std::vector<std::string>& interface :
-         {std::vector<std::string>{"/bin/false"}, {"no-such-program"}}) {
+    for (const char* interface : {"/bin/false", "no-such-program"}) {
         first.call("hide");
         ASSERT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
-        std::vector<std::string> command{hostProgram()};
-        command.insert(command.end(), interface.begin(), interface.end());
-        Process second(command);
+        Process second({hostProgram(), interface});
         EXPECT_EQ(second.exitStatus(), 0) << second.output();
         EXPECT_TRUE(waitUntil([&] { return !desktop.isHidden(window) && desktop.activeWindow() == window; }));
     }
     EXPECT_FALSE(first.process().exitStatus(milliseconds(0)));
+}
+
+TEST(HostLife, NeedsAnXServerAndSaysWhatToDoWithoutOne) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"-u", "DISPLAY"}, "there is no display"},
+        {{"DISPLAY=", "XDG_SESSION_TYPE=x11"}, "there is no display"},
+        {{"-u", "DISPLAY", "WAYLAND_DISPLAY=wayland-0"}, "Wayland"},
+        {{"-u", "DISPLAY", "XDG_SESSION_TYPE=wayland"}, "Wayland"},
+        {{"DISPLAY=nonsense", "WAYLAND_DISPLAY=wayland-0"}, "nonsense cannot be opened"},
+    };
+    for (const auto& [environment, sentence] : cases) {
+        std::vector<std::string> command{"env"};
+        command.insert(command.end(), environment.begin(), environment.end());
+        command.insert(command.end(), {hostProgram(), "/bin/false"});
+        Process host(command);
+        EXPECT_EQ(host.exitStatus(), 1);
+        EXPECT_THAT(host.output(), testing::HasSubstr(sentence));
+    }
 }
 
 TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
@@ -48,7 +60,7 @@ TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
     stopped.process().signal(SIGSTOP);
     Process second({hostProgram(), "/bin/false"});
     EXPECT_EQ(second.exitStatus(), 1);
-    EXPECT_NE(second.output().find("does not answer"), std::string::npos) << second.output();
+    EXPECT_THAT(second.output(), testing::HasSubstr("does not answer"));
     stopped.process().signal(SIGCONT);
     EXPECT_EQ(stopped.call("pin", false), null);
 }
@@ -147,4 +159,3 @@ TEST(HostLife, AnEndCalledOffByOthersIsAnsweredOnceAndALostManagerIsNotMissed) {
 }
 
 } // namespace
-} // namespace e2e

@@ -5,16 +5,11 @@
 
 #include <gtest/gtest.h>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
 
-class HostMenu : public testing::Test {
-protected:
-    void SetUp() override { window = host.bringToFront(desktop); }
-
+struct HostMenu : testing::Test {
     // Opens the menu that many places from the left and chooses its item that many selectable ones from the
     // top.
     void choose(int menu, int item) {
@@ -28,7 +23,7 @@ protected:
 
     Desktop desktop;
     Host host;
-    WindowId window = 0;
+    WindowId window = host.bringToFront(desktop);
 };
 
 TEST_F(HostMenu, EditItemsReachTheViewThatTakesTheKeys) {
@@ -79,4 +74,3 @@ TEST_F(HostMenu, FullScreenAndBackByKeyAndByItemRelabelsTheItemEachTime) {
 }
 
 } // namespace
-} // namespace e2e

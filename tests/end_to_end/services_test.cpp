@@ -3,14 +3,9 @@
 #include "rig/host.h"
 #include "rig/process.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/xattr.h>
 
-#include <array>
 #include <filesystem>
-
-namespace e2e {
 
 using namespace rig;
 
@@ -18,15 +13,13 @@ namespace {
 
 using flutter::CallOutcome;
 using flutter::EncodableValue;
-using testing::HasSubstr;
 
 const CallOutcome null = EncodableValue();
 
 CallOutcome error(const char* code, const char* message) { return flutter::FlutterError{code, message, {}}; }
 
 // A machine with one program, for plain text, pages and https, which notes what it is given to open.
-class SparseMachine {
-public:
+struct SparseMachine {
     SparseMachine() {
         std::filesystem::create_directories(folder / "applications");
         std::filesystem::create_symlink("/usr/share/mime", folder / "mime");
@@ -49,8 +42,7 @@ public:
     TemporaryFolder folder;
 };
 
-class HostOpens : public testing::Test, public SparseMachine {
-protected:
+struct HostOpens : testing::Test, SparseMachine {
     Desktop desktop;
     Host host{{{"XDG_DATA_HOME", folder / ""}, {"XDG_DATA_DIRS", folder / ""}}};
 };
@@ -74,23 +66,6 @@ TEST_F(HostOpens, ItsHelpFromTheMenu) {
     EXPECT_TRUE(opened("docs/help.html"));
 }
 
-TEST(HostServices, AModelFolderIsMarkedForBackupProgramsOrTheSystemSaysWhyNot) {
-    TemporaryFolder folder;
-    Host host;
-    EXPECT_EQ(host.call("excludeModelBackups", (folder / "").string()), null);
-    EXPECT_EQ(readFile(folder / "CACHEDIR.TAG").find("Signature: 8a477f597d28d172789f06886806bc55\n"), 0U);
-    std::array<char, 6> value{};
-    if (getxattr((folder / "").c_str(), "user.xdg.robots.backup", value.data(), 5) >= 0) {
-        EXPECT_STREQ(value.data(), "false"); // where the file system has attributes
-    }
-
-    const auto failure =
-        std::get<flutter::FlutterError>(host.call("excludeModelBackups", (folder / "gone").string()));
-    EXPECT_EQ(failure.code, "backup");
-    EXPECT_THAT(failure.message.value_or(""), HasSubstr("No such file or directory"));
-    EXPECT_EQ(host.call("excludeModelBackups", 7), error("path", "Missing model directory"));
-}
-
 TEST(HostServices, AskingForPermissionTurnsAccessibilityOnWhereItIsOff) {
     const auto status = [](const std::string& method, const std::string& value) {
         std::vector<std::string> command{
@@ -111,4 +86,3 @@ TEST(HostServices, AskingForPermissionTurnsAccessibilityOnWhereItIsOff) {
 }
 
 } // namespace
-} // namespace e2e

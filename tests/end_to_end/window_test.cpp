@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-namespace e2e {
-
 using namespace rig;
 
 namespace {
@@ -15,15 +13,12 @@ using flutter::CallOutcome;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
 
-class HostWindow : public testing::Test {
-protected:
-    void SetUp() override { window = host.bringToFront(desktop); }
-
+struct HostWindow : testing::Test {
     bool isActive() { return desktop.activeWindow() == window; }
 
     Desktop desktop;
     Host host;
-    WindowId window = 0;
+    WindowId window = host.bringToFront(desktop);
 };
 
 const CallOutcome null = EncodableValue();
@@ -99,4 +94,3 @@ TEST_F(HostWindow, ItsCloseButtonQuitsBeforeTheInterfaceIsReady) {
 }
 
 } // namespace
-} // namespace e2e

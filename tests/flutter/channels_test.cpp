@@ -4,18 +4,15 @@
 #include "flutter/method_channel.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace flutter;
 using testing::ElementsAre;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 
 const Bytes nobodyHandlesThis;
 
-class ChannelsTest : public testing::Test {
-protected:
+struct ChannelsTest : testing::Test {
     std::optional<Bytes> call(const std::string& method, const EncodableValue& arguments = {}) {
         return messenger->deliver("c", encodeMethodCall({method, arguments}));
     }
@@ -43,9 +40,7 @@ TEST_F(ChannelsTest, AMethodIsAnsweredOnceWithValueErrorOrNotImplemented) {
 TEST_F(ChannelsTest, ACallThatCannotBeReadNeverReachesTheHandler) {
     MethodChannel channel(*messenger, "c");
     channel.setMethodCallHandler([](const auto&, auto) { ADD_FAILURE() << "reached the handler"; });
-    for (const auto* bytes : {"", "000000", "070568656c6c6f",
-                              "07016100"
-                              "00"})
+    for (const auto* bytes : {"", "000000", "070568656c6c6f", "07016100 00"})
         EXPECT_EQ(messenger->deliver("c", hex(bytes)), nobodyHandlesThis) << bytes;
     channel.setMethodCallHandler(nullptr);
     EXPECT_EQ(call("anything"), nobodyHandlesThis);
@@ -86,8 +81,7 @@ struct Recorder : StreamHandler {
     std::optional<FlutterError> refusal;
 };
 
-class EventChannelTest : public ChannelsTest {
-protected:
+struct EventChannelTest : ChannelsTest {
     EventChannelTest() { channel.setStreamHandler(handler); }
 
     // The events sent since the last question.

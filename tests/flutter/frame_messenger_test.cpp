@@ -3,18 +3,15 @@
 #include "flutter/hex.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace flutter;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 
 // A messenger whose peer is the test.
-class FrameMessengerTest : public testing::Test {
-protected:
+struct FrameMessengerTest : testing::Test {
     FrameMessengerTest()
         : messenger(std::make_unique<FrameMessenger>([this](Bytes bytes) {
               FrameReader reader;

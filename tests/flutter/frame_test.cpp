@@ -3,11 +3,9 @@
 #include "flutter/hex.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace flutter;
 using testing::HasSubstr;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 

@@ -6,9 +6,9 @@
 
 #include <limits>
 #include <numbers>
+#include <sstream>
 
 using namespace flutter;
-using Bytes = std::vector<std::uint8_t>;
 
 namespace {
 
@@ -100,6 +100,15 @@ const std::vector<Vector<FlutterError>> errors = {
      {"errorCode", "something failed", EncodableList{"a", 42}}},
 };
 
+// Messages with a space between them.
+std::vector<Bytes> eachOf(const std::string& messages) {
+    std::istringstream words(messages);
+    std::vector<Bytes> all;
+    for (std::string word; words >> word;)
+        all.push_back(hex(word));
+    return all;
+}
+
 Bytes nestedLists(int depth) { return repeated("0c01", static_cast<std::size_t>(depth)) + hex("00"); }
 
 TEST(StandardCodec, WritesAndReadsEveryKindOfValueAsOthersDo) {
@@ -135,58 +144,18 @@ TEST(StandardCodec, ReadsWhatOthersMayWriteThoughItNeverWould) {
 }
 
 TEST(StandardCodec, RefusesBrokenMessagesAsAWhole) {
-    for (const auto* text : {"",
-                             "03",
-                             "0367",
-                             "03674523",
-                             "04ef",
-                             "060000000000000000",
-                             "07",
-                             "0705",
-                             "070568656c6c",
-                             "0805",
-                             "080500010203",
-                             "09050000",
-                             "0905000000",
-                             "0a05000000000000",
-                             "0a",
-                             "0c",
-                             "0c07",
-                             "0c0700",
-                             "0d07",
-                             "0d0707",
-                             "0d010700",
-                             "0f",
-                             "07ffffffffff",
-                             "0cffffffffff",
-                             "0dffffffffff",
-                             "0affffffffff",
-                             "0702fffe",
-                             "0702c080",
-                             "0703eda080",
-                             "0704f4908080",
-                             "0702e298",
-                             "07fe01",
-                             "0900",
-                             "0000",
-                             "0c010000"})
-        EXPECT_FALSE(decodeMessage(hex(text))) << text;
-    for (const auto* text : {"", "000000", "070568656c6c6f",
-                             "0300000000"
-                             "00",
-                             "07016100"
-                             "00"})
-        EXPECT_FALSE(decodeMethodCall(hex(text))) << text;
-    for (const auto* text : {"", "00", "01", "02", "0200", "000000", "0107056572726f72",
-                             "01070165"
-                             "03000000"
-                             "0000",
-                             "01000000",
-                             "01070165"
-                             "00"
-                             "00"
-                             "00"})
-        EXPECT_FALSE(decodeEnvelope(hex(text))) << text;
+    for (const auto& bytes :
+         eachOf("03 0367 03674523 04ef 060000000000000000 07 0705 070568656c6c 0805 080500010203 "
+                "09050000 0905000000 0a05000000000000 0a 0c 0c07 0c0700 0d07 0d0707 0d010700 0f "
+                "07ffffffffff 0cffffffffff 0dffffffffff 0affffffffff 0702fffe 0702c080 "
+                "0703eda080 0704f4908080 0702e298 07fe01 0900 0000 0c010000"))
+        EXPECT_FALSE(decodeMessage(bytes)) << testing::PrintToString(bytes);
+    for (const auto& bytes : eachOf("000000 070568656c6c6f 030000000000 0701610000"))
+        EXPECT_FALSE(decodeMethodCall(bytes)) << testing::PrintToString(bytes);
+    for (const auto& bytes : eachOf("00 01 02 0200 000000 0107056572726f72 01070165030000000000 01000000 "
+                                    "01070165000000"))
+        EXPECT_FALSE(decodeEnvelope(bytes)) << testing::PrintToString(bytes);
+    EXPECT_FALSE(decodeMessage({}) || decodeMethodCall({}) || decodeEnvelope({}));
 }
 
 TEST(StandardCodec, RefusesNestingBeyondItsLimit) {
@@ -200,12 +169,10 @@ TEST(StandardCodec, RefusesNestingBeyondItsLimit) {
 
 TEST(StandardCodec, AllocatesInProportionToTheMessageWhateverItClaims) {
     const Bytes filler(100'000, 0);
-    for (const auto& bytes : {hex("0cffffffff7f"), hex("0dffffffff7f"), hex("07ffffffff7f"),
-                              hex("0bffffffff7f"), repeated("0cff80000100", 200) + filler,
-                              repeated("0dff40000100"
-                                       "00",
-                                       200) +
-                                  filler}) {
+    auto claims = eachOf("0cffffffff7f 0dffffffff7f 07ffffffff7f 0bffffffff7f");
+    claims.push_back(repeated("0cff80000100", 200) + filler);
+    claims.push_back(repeated("0dff40000100 00", 200) + filler);
+    for (const auto& bytes : claims) {
         const auto before = allocatedBytes();
         EXPECT_FALSE(decodeMessage(bytes));
         EXPECT_LE(allocatedBytes() - before, 100 * bytes.size());

@@ -1,6 +1,7 @@
 // The client library against the other end of a socket pair, which plays the host.
 #include "client/connection.h"
 #include "client/desktop.h"
+#include "flutter/fake_messenger.h"
 #include "flutter/frame.h"
 #include "flutter/standard_codec.h"
 
@@ -84,17 +85,13 @@ TEST(Interface, HandsACaptureOverAndItsRewriteBack) {
 }
 
 TEST(Interface, ReportsTheHostsRefusals) {
-    FakeHost host([](FakeHost& self) {
-        self.send(
-            {FrameKind::reply, self.next().id, "", flutter::encodeErrorEnvelope("open_url", "Could not")});
-        self.send({FrameKind::reply, self.next().id, "", {}});
-    });
-    Connection connection(host.interfaceEnd());
-    Desktop desktop(connection.messenger(), {});
+    FakeMessenger host;
+    Desktop desktop(host, {});
     std::vector<std::optional<std::string>> failures;
     desktop.openUrl("http://example.org", [&](auto failure) { failures.push_back(failure); });
     desktop.openPath("/nowhere", [&](auto failure) { failures.push_back(failure); });
-    connection.run();
+    host.sent.at(0).onReply(flutter::encodeErrorEnvelope("open_url", "Could not"));
+    host.sent.at(1).onReply({});
     EXPECT_EQ(failures,
               (std::vector<std::optional<std::string>>{"Could not", "This host does not know that call"}));
 }

@@ -3,7 +3,6 @@
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/xattr.h>
 
 #include <filesystem>
@@ -14,8 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Backup : public testing::Test {
-protected:
+struct Backup : testing::Test {
     std::optional<std::string> exclude(const fs::path& path, bool excluded = true) const {
         return URL::fileURLWithPath(path.string(), true).setExcludedFromBackup(excluded);
     }

@@ -1,17 +1,14 @@
 #include "linux/run_until.h"
 #include "platform/linux/engine_socket.h"
+#include "rig/host.h"
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
+#include <numeric>
 #include <thread>
 
 namespace platform {
@@ -21,18 +18,8 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using Bytes = std::vector<std::uint8_t>;
 
-FileDescriptor connectTo(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
-    FileDescriptor client(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const auto* generic = reinterpret_cast<const sockaddr*>(&address);
-    return connect(client.number(), generic, sizeof(address)) == 0 ? std::move(client) : FileDescriptor();
-}
-
 // An engine socket whose bytes, and end, are kept.
-class Engine : public testing::Test {
-protected:
+struct Engine : testing::Test {
     Engine() {
         std::string whyNot;
         socket = EngineSocket::listen({[this](std::span<const std::uint8_t> bytes) {
@@ -49,7 +36,7 @@ protected:
     }
 
     void connectClient() {
-        client = connectTo(socket->path());
+        client = FileDescriptor(rig::connectTo(socket->path()));
         runUntil([this] { return socket->connected(); });
     }
 
@@ -59,12 +46,10 @@ protected:
 
     // Everything until the host's end of the connection; an error counts as a byte that nobody sent.
     Bytes clientReadsToTheEnd() const {
-        Bytes all;
-        Bytes piece(1 << 20);
+        Bytes all, piece(1 << 20);
         ssize_t count = 0;
-        while ((count = recv(client.number(), piece.data(), piece.size(), 0)) > 0) {
+        while ((count = recv(client.number(), piece.data(), piece.size(), 0)) > 0)
             all.insert(all.end(), piece.begin(), piece.begin() + count);
-        }
         if (count < 0) all.push_back(0xEE);
         return all;
     }
@@ -79,17 +64,15 @@ protected:
 };
 
 TEST_F(Engine, OnlyThisUserCanReachTheSocketAndNothingOfItStays) {
-    const std::string path = socket->path();
-    struct stat folder {};
-    ASSERT_EQ(stat(fs::path(path).parent_path().c_str(), &folder), 0);
-    EXPECT_EQ(folder.st_mode & 0777u, 0700u);
+    const auto folder = fs::path(socket->path()).parent_path();
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     socket.reset();
-    EXPECT_FALSE(fs::exists(fs::path(path).parent_path()));
+    EXPECT_FALSE(fs::exists(folder));
 }
 
 TEST_F(Engine, SecondConnectionIsRefusedAndTheFirstServedOn) {
     connectClient();
-    EXPECT_FALSE(connectTo(socket->path()));
+    EXPECT_EQ(rig::connectTo(socket->path()), -1);
     clientSends({1, 2, 3});
     runUntil([this] { return received.size() == 3; });
 }
@@ -103,15 +86,19 @@ TEST_F(Engine, WhatIsWrittenBeforeTheConnectionAndJustBeforeTheEndArrives) {
     EXPECT_EQ(clientReadsToTheEnd(), (Bytes{1, 2}));
 }
 
-TEST_F(Engine, CloseWaitsForAClientThatReads) {
+TEST_F(Engine, CloseWaitsForAClientThatReadsEveryByteInOrderWhateverTheSizesOfFrames) {
     connectClient();
-    for (int i = 0; i < 50; ++i)
-        socket->write(Bytes(100000));
-    std::size_t arrived = 0;
-    std::jthread reader([&] { arrived = clientReadsToTheEnd().size(); });
+    Bytes sent, arrived;
+    for (const std::size_t size : {1u, 0u, 100u, 65536u, 65535u, 3u, 5000000u, 200000u, 64u, 64u}) {
+        Bytes frame(size);
+        std::iota(frame.begin(), frame.end(), static_cast<std::uint8_t>(sent.size() % 251));
+        sent.insert(sent.end(), frame.begin(), frame.end());
+        socket->write(std::move(frame));
+    }
+    std::jthread reader([&] { arrived = clientReadsToTheEnd(); });
     socket->close(10s);
     reader.join();
-    EXPECT_EQ(arrived, 5000000u);
+    EXPECT_TRUE(arrived == sent);
 }
 
 TEST_F(Engine, CloseDoesNotWaitLongForAClientThatDoesNotRead) {
@@ -145,6 +132,7 @@ TEST_F(Engine, EndOfTheClientComesAfterAllItSent) {
     connectClient();
     clientSends(Bytes(200000));
     client = {};
+    socket->write({1}); // to nobody; no signal may end the host
     runUntil([this] { return ended; });
     EXPECT_EQ(received.size(), 200000u);
     EXPECT_EQ(whyEnded, std::nullopt);
@@ -179,8 +167,7 @@ TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
     fs::create_directories(base / "quillmark-host.killed");
     fs::create_directories(base / "someone-elses");
     fs::create_symlink("nowhere", base / "quillmark-host.killed" / "engine");
-    const char* former = std::getenv("XDG_RUNTIME_DIR");
-    const std::string formerFolder = former ? former : fs::temp_directory_path().string();
+    const std::string former = std::getenv("XDG_RUNTIME_DIR");
     setenv("XDG_RUNTIME_DIR", base.c_str(), 1);
     std::string whyNot;
     const auto live = SocketFolder::create(whyNot);
@@ -191,7 +178,7 @@ TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
         EXPECT_TRUE(fs::exists(fs::path(live->socketPath()).parent_path()));
         EXPECT_TRUE(fs::exists(base / "someone-elses"));
     }
-    setenv("XDG_RUNTIME_DIR", formerFolder.c_str(), 1);
+    setenv("XDG_RUNTIME_DIR", former.c_str(), 1);
 }
 
 } // namespace

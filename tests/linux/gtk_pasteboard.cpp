@@ -1,14 +1,12 @@
 // Another program's clipboard, through GTK.
 //
 //   gtk_pasteboard own            reads representations from standard input, each a line "TARGET TYPE FORMAT
-//   LENGTH"
-//                                 and LENGTH bytes; says "ready" when it owns them, and serves them until it
-//                                 is ended
-//   gtk_pasteboard read TARGET    prints "TYPE FORMAT" on a line and then the bytes; exits 1 when there is
-//   nothing gtk_pasteboard targets        prints one target a line, in the owner's order
+//                                 LENGTH" and LENGTH bytes; says "ready" when it owns them, and serves them
+//                                 until it is ended
+//   gtk_pasteboard read TARGET    prints "TYPE FORMAT" on a line and then the bytes, of TARGETS one name a
+//                                 line, in the owner's order; exits 1 when there is nothing
 #include <gtk/gtk.h>
 
-#include <cstdint>
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -80,16 +78,12 @@ int read(const std::string& target) {
     const int format = gtk_selection_data_get_format(selection);
     std::string bytes(data, data + length);
     if (format == 32) bytes = narrowed(bytes);
-    std::cout << gdk_atom_name(gtk_selection_data_get_data_type(selection)) << ' ' << format << '\n' << bytes;
-    return 0;
-}
-
-int targets() {
     GdkAtom* names = nullptr;
     gint count = 0;
-    if (!gtk_clipboard_wait_for_targets(clipboard(), &names, &count)) return 1;
+    if (gtk_selection_data_get_targets(selection, &names, &count)) bytes.clear();
     for (gint index = 0; index < count; ++index)
-        std::cout << gdk_atom_name(names[index]) << '\n';
+        bytes += gdk_atom_name(names[index]) + std::string("\n");
+    std::cout << gdk_atom_name(gtk_selection_data_get_data_type(selection)) << ' ' << format << '\n' << bytes;
     return 0;
 }
 
@@ -102,6 +96,5 @@ int main(int count, char** arguments) {
     const std::string verb = count > 1 ? arguments[1] : "";
     if (verb == "own") return own();
     if (verb == "read" && count == 3) return read(arguments[2]);
-    if (verb == "targets") return targets();
     return 2;
 }

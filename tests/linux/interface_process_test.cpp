@@ -5,8 +5,6 @@
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <csignal>
 #include <filesystem>
@@ -21,8 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 // A shell script as the interface.
-class Interface : public testing::Test {
-protected:
+struct Interface : testing::Test {
     void run(const std::string& script) {
         std::string whyNot;
         process = InterfaceProcess::start(

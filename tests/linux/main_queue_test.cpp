@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <string>
 #include <thread>
 #include <vector>

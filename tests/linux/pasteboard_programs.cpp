@@ -50,16 +50,6 @@ std::optional<Representation> given(const std::string& target) {
                           output->substr(line + 1)};
 }
 
-std::vector<std::string> givenTargets() {
-    rig::Process program({GTK_PASTEBOARD, "targets"});
-    program.exitStatus();
-    std::istringstream lines(program.output());
-    std::vector<std::string> names;
-    for (std::string name; std::getline(lines, name);)
-        names.push_back(name);
-    return names;
-}
-
 RawClient::RawClient() : connection_(xcb_connect(nullptr, nullptr)), window_(xcb_generate_id(connection_)) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;

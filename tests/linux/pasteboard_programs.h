@@ -37,7 +37,6 @@ struct Reader {
 
 // What another program is given for that target.
 std::optional<Representation> given(const std::string& target);
-std::vector<std::string> givenTargets();
 
 // A client of the X server with no library's manners.
 class RawClient {

@@ -2,10 +2,8 @@
 #include "platform/pasteboard.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <gtk/gtk.h>
 #include <signal.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -59,12 +57,8 @@ std::chrono::milliseconds took(const std::function<void()>& act) {
 
 std::optional<std::string> hostText() { return pasteboard().stringForType(PasteboardTypeString); }
 
-class PasteboardTest : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!std::getenv("DISPLAY")) GTEST_SKIP() << "needs an X server: run under script/virtual-desktop";
-        pasteboard().clearContents();
-    }
+struct PasteboardTest : testing::Test {
+    PasteboardTest() { pasteboard().clearContents(); }
 };
 
 TEST_F(PasteboardTest, EveryRepresentationComesBackExactly) {
@@ -72,32 +66,24 @@ TEST_F(PasteboardTest, EveryRepresentationComesBackExactly) {
         {"application/x-units", "INTEGER", 32, patternOf(400)},
         {"image/bmp", "image/bmp", 8, patternOf(7'000'000)},
         text("Grüße\n"),
-        {"text/html", "text/html", 8,
-         "<b>Gr\xC3\xBC\xC3\x9F"
-         "e</b>"},
+        {"text/html", "text/html", 8, "<b>Grüße</b>"},
         {"application/x-nothing", "application/x-nothing", 8, ""},
         {"application/x-shorts", "CARDINAL", 16, patternOf(300'002)},
         {"application/x-odd", "STRING", 8, patternOf(262'145)},
     };
-    std::vector<std::string> targets;
-    Pairs pairs;
-    {
+    const Pairs pairs = [&] {
         const Owner owner(copied);
-        targets = givenTargets();
-        pairs = snapshot();
-    }
+        return snapshot();
+    }();
     ASSERT_EQ(pairs.size(), copied.size());
     restore(pairs);
+    std::string names;
     for (std::size_t index = 0; index < copied.size(); ++index) {
         EXPECT_EQ(pairs[index].first, copied[index].target) << "the owner's order";
         EXPECT_TRUE(given(copied[index].target) == copied[index]) << copied[index].target;
+        names += copied[index].target + '\n';
     }
-    EXPECT_TRUE(std::equal(copied.rbegin(), copied.rend(), targets.rbegin(),
-                           [](const auto& one, const std::string& name) { return one.target == name; }));
-    auto now = givenTargets();
-    EXPECT_TRUE(std::equal(copied.rbegin(), copied.rend(), now.rbegin(),
-                           [](const auto& one, const std::string& name) { return one.target == name; }));
-    EXPECT_EQ(now.size(), copied.size() + 3)
+    EXPECT_EQ(given("TARGETS")->bytes, "TARGETS\nMULTIPLE\nTIMESTAMP\n" + names)
         << "a target of our own would show that the contents were replaced";
     EXPECT_TRUE(snapshot() == pairs) << "read back from ourselves";
 }
@@ -138,9 +124,8 @@ TEST_F(PasteboardTest, AStringReachesProgramsByEveryNameOfText) {
     ASSERT_TRUE(pasteboard().setString("Ünïcode – €", PasteboardTypeString));
     EXPECT_THAT(given("UTF8_STRING"), Optional(text("Ünïcode – €")));
     EXPECT_THAT(given("TEXT"), Optional(Representation{"TEXT", "UTF8_STRING", 8, "Ünïcode – €"}));
-    EXPECT_THAT(given("STRING"), Optional(Representation{"STRING", "STRING", 8,
-                                                         "\xDCn\xEF"
-                                                         "code ? ?"}));
+    const std::string latin1 = "\334n\357code ? ?";
+    EXPECT_THAT(given("STRING"), Optional(Representation{"STRING", "STRING", 8, latin1}));
     EXPECT_EQ(given("text/plain")->bytes, "Ünïcode – €");
     EXPECT_EQ(hostText(), "Ünïcode – €");
     pasteboard().clearContents();
@@ -265,15 +250,15 @@ TEST_F(PasteboardTest, AnOwnerThatDiesHalfWayIsLeftOut) {
 }
 
 TEST_F(PasteboardTest, AProgramThatDiesHalfWayHurtsNobody) {
-    const std::string large = patternOf(2'000'000);
-    ASSERT_TRUE(pasteboard().setString(std::string(2'000'000, 'y'), PasteboardTypeString));
+    constexpr std::size_t size = 2'000'000;
+    ASSERT_TRUE(pasteboard().setString(std::string(size, 'y'), PasteboardTypeString));
     for (int death = 0; death < 3; ++death) {
         RawClient reader;
         const xcb_atom_t property = reader.convert("CLIPBOARD", "UTF8_STRING");
         EXPECT_EQ(reader.bytes(property).size(), 4U) << "the announcement of pieces";
     }
-    EXPECT_EQ(given("UTF8_STRING")->bytes.size(), large.size());
-    EXPECT_EQ(hostText()->size(), large.size());
+    EXPECT_EQ(given("UTF8_STRING")->bytes.size(), size);
+    EXPECT_EQ(hostText()->size(), size);
 }
 
 // A clipboard manager that takes over from a program that ends, with one question for several targets.

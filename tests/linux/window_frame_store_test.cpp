@@ -13,8 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class FrameStore : public testing::Test {
-protected:
+struct FrameStore : testing::Test {
     FrameStore() { setenv("XDG_STATE_HOME", state.c_str(), 1); }
     ~FrameStore() override { unsetenv("XDG_STATE_HOME"); }
 

@@ -1,5 +1,4 @@
 #include "linux/x11_programs.h"
-#include "support/key_that_types.h"
 
 #include <X11/XKBlib.h>
 
@@ -7,20 +6,13 @@ namespace platform::x11test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr CGKeyCode positionOfC = 8;
 constexpr CGEventFlags command = kCGEventFlagMaskCommand;
 
-class Keystroke : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!hasDisplay()) GTEST_SKIP() << "no display";
-        run("setxkbmap us -option ''; xset r rate");
-    }
-    void TearDown() override {
-        if (hasDisplay()) run("setxkbmap us -option ''");
-    }
+struct Keystroke : testing::Test {
+    Keystroke() { run("setxkbmap us -option ''; xset r rate"); }
+    ~Keystroke() override { run("setxkbmap us -option ''"); }
 };
 
 TEST_F(Keystroke, CarriesItsOwnModifiersWhateverTheUserHoldsAndLeavesNothingDown) {
@@ -73,26 +65,21 @@ TEST_F(Keystroke, LocksChangeNothingAndStay) {
 }
 
 TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
-    struct Case {
+    const std::vector<std::string> letters{"Control+c", "Control+a", "Control+v", "Control+z"};
+    // No program takes Control with a letter that is not Latin.
+    const std::vector<std::string> others{"Control+Insert",     "Control+Home", "Home",
+                                          "Control+Shift+End",  "Shift+End",    "Shift+Insert",
+                                          "Control+Cyrillic_ya"};
+    const struct {
         const char* layout;
         unsigned group;
         std::vector<std::string> typed;
-    };
-    const std::vector<std::string> letters{"Control+c", "Control+a", "Control+v", "Control+z"};
-    const std::vector<Case> cases{
-        {"us", 0, letters},
-        {"de", 0, letters},
-        {"fr", 0, letters},
-        {"us -variant dvorak", 0, letters},
-        {"us,ru", 0, letters},
-        {"us,ru", 1, letters},
-        {"ru,us", 0, letters},
-        {"gr,il,fr", 1, letters},
-        // No program takes Control with a letter that is not Latin.
-        {"ru",
-         0,
-         {"Control+Insert", "Control+Home", "Home", "Control+Shift+End", "Shift+End", "Shift+Insert",
-          "Control+Cyrillic_ya"}},
+    } cases[] = {
+        {"us", 0, letters},    {"de", 0, letters},
+        {"fr", 0, letters},    {"us -variant dvorak", 0, letters},
+        {"us,ru", 0, letters}, {"us,ru", 1, letters},
+        {"ru,us", 0, letters}, {"gr,il,fr", 1, letters},
+        {"ru", 0, others},
     };
     for (const auto& [layout, group, typed] : cases) {
         Keyboard keyboard;
@@ -100,31 +87,20 @@ TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
         XkbLockGroup(keyboard.display(), XkbUseCoreKbd, group);
         XSync(keyboard.display(), False);
         KeyWindow window;
-        post(keyThatTypes(u'c').value_or(8), command);
-        post(keyThatTypes(u'a').value_or(0), command);
-        post(keyThatTypes(u'v').value_or(9), command);
-        post(keyThatTypes(u'z').value_or(6), command);
-        EXPECT_THAT(window.latinPresses(), testing::ElementsAreArray(typed))
-            << layout << " in group " << group;
+        for (const auto& [letter, place] : std::initializer_list<std::pair<char16_t, CGKeyCode>>{
+                 {u'c', 8}, {u'a', 0}, {u'v', 9}, {u'z', 6}})
+            post(keyThatTypes(letter).value_or(place), command);
+        EXPECT_THAT(window.presses(), testing::ElementsAreArray(typed)) << layout << " in group " << group;
     }
 }
 
 TEST_F(Keystroke, DeadKeysAndMissingKeysTypeNothing) {
     ASSERT_TRUE(run("setxkbmap de"));
     constexpr CGKeyCode deadAcute = 24; // left of the backspace key
-    std::uint32_t deadKeyState = 0;
-    const auto source = TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
-    const auto layout =
-        TISGetInputSourceProperty(source, InputSourceProperty::kTISPropertyUnicodeKeyLayoutData);
-    ASSERT_TRUE(layout);
-    const auto translate = [&](CGKeyCode key) {
-        return UCKeyTranslate(*layout, key, KeyAction::kUCKeyActionDown, 0, LMGetKbdType(), 0, deadKeyState,
-                              4);
-    };
-    EXPECT_EQ(translate(deadAcute), u"");
-    EXPECT_EQ(translate(41), u"ö");
+    EXPECT_EQ(typedBy(deadAcute), u"");
+    EXPECT_EQ(typedBy(41), u"ö");
     for (const CGKeyCode none : std::initializer_list<CGKeyCode>{0x34, 0x7F, 0x80, 0xFFFF}) {
-        EXPECT_FALSE(translate(none)) << none;
+        EXPECT_FALSE(typedBy(none)) << none;
         EXPECT_FALSE(CGEventCreateKeyboardEvent(std::nullopt, none, true)) << none;
     }
 }

@@ -1,25 +1,20 @@
 #include "linux/x11_programs.h"
 
+#include "platform/workspace.h"
+
 #include <X11/XKBlib.h>
 #include <X11/Xutil.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 
 namespace platform::x11test {
 namespace {
 
-::Window openWindow(Display* display, const char* windowClass, const char* title) {
+::Window openWindow(Display* display, const char* windowClass) {
     const ::Window window =
         XCreateSimpleWindow(display, DefaultRootWindow(display), 50, 50, 300, 200, 0, 0, 0);
-    XStoreName(display, window, title);
-    std::string instance(windowClass);
-    std::string name(windowClass);
-    XClassHint hint{instance.data(), name.data()};
-    XSetClassHint(display, window, &hint);
-    XSelectInput(display, window, KeyPressMask | StructureNotifyMask | FocusChangeMask);
+    setWindowClass(display, window, windowClass);
+    XSelectInput(display, window, KeyPressMask);
     XMapWindow(display, window);
     XFlush(display);
     return window;
@@ -50,13 +45,22 @@ std::string nameOf(unsigned state, KeySym symbol) {
 
 } // namespace
 
-bool hasDisplay() { return std::getenv("DISPLAY") != nullptr; }
+void setWindowClass(Display* display, ::Window window, std::string name) {
+    XClassHint hint{name.data(), name.data()};
+    XSetClassHint(display, window, &hint);
+    XSync(display, False);
+}
 
 KeyWindow::KeyWindow(const char* windowClass)
-    : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass, windowClass)) {
+    : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass)) {
     EXPECT_TRUE(runUntil([this] { return isViewable(display_, window_); }));
-    // With and without a window manager.
-    EXPECT_TRUE(runUntil([this] {
+    takeFocus();
+    const auto host = RunningApplication::currentApplication();
+    EXPECT_TRUE(runUntil([&] { return Workspace::sharedWorkspace().frontmostApplication() == host; }));
+}
+
+void KeyWindow::takeFocus() {
+    EXPECT_TRUE(runUntil([this] { // the window manager may still be busy giving it to another
         XSetInputFocus(display_, window_, RevertToParent, CurrentTime);
         return focusOf(display_) == window_;
     }));
@@ -64,7 +68,7 @@ KeyWindow::KeyWindow(const char* windowClass)
 
 KeyWindow::~KeyWindow() { XCloseDisplay(display_); }
 
-void KeyWindow::read() {
+const std::vector<std::string>& KeyWindow::presses() {
     XSync(display_, False);
     while (XPending(display_) > 0) {
         XEvent event{};
@@ -77,60 +81,13 @@ void KeyWindow::read() {
         XkbLookupKeySym(display_, key, XkbBuildCoreState(0, XkbGroupForCoreState(event.xkey.state)), &used,
                         &symbol);
         if (IsModifierKey(symbol)) continue;
-        KeySym latin = symbol;
-        for (int other = 0; other < 4 && latin > 0xFF && latin < 0xFF00; ++other)
+        for (int other = 0; other < 4 && symbol > 0xFF && symbol < 0xFF00; ++other)
             if (const KeySym candidate = XkbKeycodeToKeysym(display_, key, other, 0);
                 candidate != NoSymbol && candidate <= 0xFF)
-                latin = candidate;
+                symbol = candidate;
         presses_.push_back(nameOf(event.xkey.state, symbol));
-        latinPresses_.push_back(nameOf(event.xkey.state, latin));
     }
-}
-
-const std::vector<std::string>& KeyWindow::presses() {
-    read();
     return presses_;
-}
-
-const std::vector<std::string>& KeyWindow::latinPresses() {
-    read();
-    return latinPresses_;
-}
-
-Program::Program(const char* windowClass, const char* title) : process_(::fork()) {
-    if (process_ != 0) return;
-    Display* display = XOpenDisplay(nullptr);
-    const ::Window window = openWindow(display, windowClass, title);
-    for (bool focused = false;;) {
-        ::usleep(300'000);
-        while (XPending(display) > 0) {
-            XEvent event{};
-            XNextEvent(display, &event);
-            focused = focused || event.type == FocusIn;
-        }
-        if (focused) continue;
-        // openbox overlooks a window that appears while it starts, and xfwm4 leaves it without the focus.
-        XUnmapWindow(display, window);
-        XMapWindow(display, window);
-        XSync(display, False);
-    }
-}
-
-void Program::end() {
-    if (process_ <= 0) return;
-    ::kill(process_, SIGKILL);
-    ::waitpid(process_, nullptr, 0);
-    process_ = 0;
-}
-
-void post(CGKeyCode key, CGEventFlags flags) {
-    const auto source = CGEventSourceCreate(CGEventSourceStateID::combinedSessionState);
-    for (const bool down : {true, false}) {
-        auto event = CGEventCreateKeyboardEvent(source, key, down);
-        ASSERT_TRUE(event);
-        CGEventSetFlags(*event, flags);
-        CGEventPost(CGEventTapLocation::kCGHIDEventTap, *event);
-    }
 }
 
 bool run(const std::string& command) { return std::system(command.c_str()) == 0; }

@@ -2,15 +2,13 @@
 
 // clang-format off: Xlib's macros break what comes after them.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 // clang-format on
 
 #include "linux/run_until.h"
-#include "platform/event.h"
 #include "rig/keyboard.h"
+#include "support/keys.h"
 
 #include <X11/Xlib.h>
-#include <sys/types.h>
 
 #include <string>
 #include <vector>
@@ -21,11 +19,12 @@ namespace platform::x11test {
 
 using rig::Keyboard;
 
-// False where there is no display: the tests that want one are skipped.
-bool hasDisplay();
+// Both of the window's names for its kind.
+void setWindowClass(Display* display, ::Window window, std::string name);
 
-// A window that has the focus and writes down every key press: "Control+c", with the symbol in the group
-// that was in effect, or "Alt_L" for a modifier key alone.
+// A window of this process that has the focus, as the host has seen, and writes down every key press other
+// than those of modifier keys: "Control+c", with the symbol in the group that was in effect, or of the first
+// group that has a Latin letter there.
 class KeyWindow {
 public:
     explicit KeyWindow(const char* windowClass = "editor");
@@ -33,41 +32,14 @@ public:
     KeyWindow(const KeyWindow&) = delete;
     KeyWindow& operator=(const KeyWindow&) = delete;
 
-    // The presses so far other than those of modifier keys.
+    void takeFocus();
     const std::vector<std::string>& presses();
-    // As the server names it where the key's own group has no Latin letter: the one of the first group that
-    // has.
-    const std::vector<std::string>& latinPresses();
-
-    Display* display() const { return display_; }
-    ::Window window() const { return window_; }
 
 private:
-    void read();
-
     Display* display_;
     ::Window window_;
     std::vector<std::string> presses_;
-    std::vector<std::string> latinPresses_;
 };
-
-// A process of its own with one window, until the object goes.
-class Program {
-public:
-    Program(const char* windowClass, const char* title);
-    ~Program() { end(); }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    void end();
-    pid_t process() const { return process_; }
-
-private:
-    pid_t process_;
-};
-
-// Posts one key press and its release, as the host does.
-void post(CGKeyCode key, CGEventFlags flags);
 
 // Runs a program and waits for it; true when it answers 0.
 bool run(const std::string& command);

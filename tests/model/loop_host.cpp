@@ -1,7 +1,7 @@
 #include "model/loop_host.h"
 
-#include "model/describe.h"
 #include "platform/main_queue.h"
+#include "support/describe.h"
 
 #include <glib.h>
 

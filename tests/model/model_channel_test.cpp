@@ -48,6 +48,14 @@ TEST_F(ModelChannel, AnswersEveryCallAndStartsNothingForOneItRefuses) {
 
 TEST_F(ModelChannel, HandsTheModelWhatTheCallSaysAndDefaultsForTheRest) {
     const auto greedy = platform::SamplingMode::greedy;
+    const std::int64_t few = -5'000'000'000;
+    const EncodableMap full{{"request_id", "a"},
+                            {"instructions", "Be brief"},
+                            {"prompt", "Hi"},
+                            {"greedy", false},
+                            {"max_tokens", 9}};
+    const EncodableMap ofOtherTypes{
+        {"request_id", "a"}, {"instructions", 1}, {"prompt", true}, {"greedy", "false"}, {"max_tokens", "9"}};
     const struct {
         EncodableMap arguments;
         const char *instructions, *prompt;
@@ -55,29 +63,9 @@ TEST_F(ModelChannel, HandsTheModelWhatTheCallSaysAndDefaultsForTheRest) {
         std::int64_t limit;
     } table[]{
         {{{"request_id", ""}}, "", "", greedy, 512},
-        {{{"request_id", "a"},
-          {"instructions", "Be brief"},
-          {"prompt", "Hi"},
-          {"greedy", false},
-          {"max_tokens", 9}},
-         "Be brief",
-         "Hi",
-         std::nullopt,
-         9},
-        {{{"request_id", "a"},
-          {"instructions", 1},
-          {"prompt", true},
-          {"greedy", "false"},
-          {"max_tokens", "9"}},
-         "",
-         "",
-         greedy,
-         512},
-        {{{"request_id", "a"}, {"greedy", true}, {"max_tokens", std::int64_t{-5'000'000'000}}},
-         "",
-         "",
-         greedy,
-         -5'000'000'000},
+        {full, "Be brief", "Hi", std::nullopt, 9},
+        {ofOtherTypes, "", "", greedy, 512},
+        {{{"request_id", "a"}, {"greedy", true}, {"max_tokens", few}}, "", "", greedy, few},
     };
     for (const auto& row : table) {
         EXPECT_EQ(call("respond", row.arguments), "null");
@@ -93,17 +81,15 @@ TEST_F(ModelChannel, HandsTheModelWhatTheCallSaysAndDefaultsForTheRest) {
 }
 
 TEST_F(ModelChannel, ReportsTheModelAsItIsAtEachCall) {
-    const SystemLanguageModel::UnavailableReason reasons[]{
-        {"deviceNotEligible", "Use another computer."},
-        {"appleIntelligenceNotEnabled", "Start the model server."},
-        {"modelNotReady", "Wait."},
-        {"onStrike", "Negotiate."}};
-    const char* codes[]{"no_device", "not_enabled", "model_not_ready", "not_supported"};
+    const std::pair<const char*, const char*> reasons[]{{"deviceNotEligible", "no_device"},
+                                                        {"appleIntelligenceNotEnabled", "not_enabled"},
+                                                        {"modelNotReady", "model_not_ready"},
+                                                        {"onStrike", "not_supported"}};
     world.operatingSystem.versionString = "Ours 1";
-    for (std::size_t i = 0; i < std::size(codes); ++i) {
-        world.languageModel.availability = reasons[i];
-        EXPECT_EQ(call("availability"), std::string("state=unavailable reason=") + codes[i] + " detail=" +
-                                            reasons[i].description + " os_build=Ours 1 sdk=FoundationModels");
+    for (const auto& [reason, code] : reasons) {
+        world.languageModel.availability = SystemLanguageModel::UnavailableReason{reason, reason};
+        EXPECT_EQ(call("availability"), std::string("state=unavailable reason=") + code +
+                                            " detail=" + reason + " os_build=Ours 1 sdk=FoundationModels");
     }
     world.languageModel.availability = SystemLanguageModel::Available{};
     world.operatingSystem.versionString = "Ours 2";

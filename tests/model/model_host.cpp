@@ -1,6 +1,6 @@
 #include "model/model_host.h"
 
-#include "model/describe.h"
+#include "support/describe.h"
 
 std::string ModelHost::ask(const char* channel, std::string method, flutter::EncodableValue arguments) {
     const auto answer =

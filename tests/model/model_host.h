@@ -13,8 +13,8 @@ struct ModelHost {
     flutter::ViewController controller;
     std::shared_ptr<SystemModelBridge> bridge = SystemModelBridge::create(controller.binaryMessenger());
 
-    // A call on the model channel and its answer: a value as text ("null", "a=1 b=2"), "error CODE: MESSAGE",
-    // "not implemented" or "unanswered". What is due at once happens, and no time passes.
+    // A call on the model channel and its answer (describe.h), or "unanswered". What is due at once happens,
+    // and no time passes.
     std::string call(std::string method, flutter::EncodableValue arguments = {});
     std::string respond(const std::string& id) {
         return call("respond", flutter::EncodableMap{{"request_id", id}});

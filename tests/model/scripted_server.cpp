@@ -40,7 +40,7 @@ ScriptedServer::ScriptedServer(ServerBehaviour behaviour)
         getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0)
         std::abort();
     port_ = ntohs(address.sin_port);
-    acceptor_ = std::thread([this] {
+    acceptor_ = std::jthread([this] {
         for (int accepted; (accepted = accept(listener_, nullptr, nullptr)) >= 0;)
             connections_.emplace_back([this, accepted] { serve(accepted); });
     });
@@ -50,8 +50,6 @@ ScriptedServer::~ScriptedServer() {
     shutdown(listener_, SHUT_RDWR);
     acceptor_.join();
     close(listener_);
-    for (auto& connection : connections_)
-        connection.join();
 }
 
 void ScriptedServer::become(ServerBehaviour behaviour) {

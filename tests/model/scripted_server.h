@@ -58,6 +58,6 @@ private:
     ServerBehaviour behaviour_;
     int listener_;
     std::uint16_t port_ = 0;
-    std::vector<std::thread> connections_;
-    std::thread acceptor_;
+    std::vector<std::jthread> connections_;
+    std::jthread acceptor_;
 };

@@ -3,8 +3,7 @@
 #include "app/main_interface.h"
 #include "flutter/arguments.h"
 #include "platform/hot_key.h"
-
-#include <algorithm>
+#include "support/describe.h"
 
 using flutter::EncodableMap;
 using flutter::EncodableValue;
@@ -12,18 +11,6 @@ using flutter::EncodableValue;
 namespace {
 
 constexpr auto desktopChannel = "quillmark.quillmark/desktop";
-
-std::string describe(const EncodableValue& value) {
-    if (value.isNull()) return "null";
-    if (const auto* text = flutter::asString(value)) return *text;
-    if (const auto flag = flutter::asBool(value)) return *flag ? "true" : "false";
-    const auto* map = flutter::asMap(value);
-    if (!map) return "another type";
-    std::string all;
-    for (const auto& [key, member] : *map)
-        all += describe(key) + "=" + describe(member);
-    return all;
-}
 
 } // namespace
 
@@ -42,16 +29,7 @@ Host::~Host() {
     window.reset();
 }
 
-std::string Host::Call::text() const {
-    if (!answered()) return "unanswered";
-    if (answer_->bytes->empty()) return "not implemented";
-    const auto envelope = flutter::decodeEnvelope(*answer_->bytes);
-    if (!envelope) return "broken";
-    if (const auto* value = std::get_if<EncodableValue>(&*envelope)) return describe(*value);
-    const auto& error = std::get<flutter::FlutterError>(*envelope);
-    return "error " + error.code + ": " + error.message.value_or("") +
-           (error.details.isNull() ? "" : " with details");
-}
+std::string Host::Call::text() const { return answered() ? describeAnswer(*answer_->bytes) : "unanswered"; }
 
 Host::Call Host::call(std::string method, EncodableValue arguments) {
     auto answer = world.interface().ask(desktopChannel,

@@ -26,8 +26,7 @@ struct Host {
     public:
         explicit Call(std::shared_ptr<const simulated::Answer> answer) : answer_(std::move(answer)) {}
         bool answered() const { return answer_->bytes.has_value(); }
-        // In a readable form: a value as text ("null", "pasted", "true"), "error CODE: MESSAGE", "not
-        // implemented", or "unanswered".
+        // In a readable form (describe.h), or "unanswered".
         std::string text() const;
         simulated::TimePoint at() const { return answer_->at; }
 

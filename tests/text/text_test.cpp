@@ -4,8 +4,6 @@
 
 #include <chrono>
 
-using namespace std::string_literals;
-
 namespace {
 
 std::string repeat(std::string_view piece, std::size_t times) {

@@ -1,4 +1,4 @@
-#include "model/describe.h"
+#include "support/describe.h"
 
 #include "flutter/arguments.h"
 
@@ -9,11 +9,12 @@ namespace {
 std::string describe(const EncodableValue& value) {
     if (value.isNull()) return "null";
     if (const auto* text = flutter::asString(value)) return *text;
+    if (const auto flag = flutter::asBool(value)) return *flag ? "true" : "false";
+    const auto* map = flutter::asMap(value);
+    if (!map) return "another type";
     std::string all;
-    if (const auto* map = flutter::asMap(value)) {
-        for (const auto& [key, member] : *map)
-            all += (all.empty() ? "" : " ") + describe(key) + "=" + describe(member);
-    }
+    for (const auto& [key, member] : *map)
+        all += (all.empty() ? "" : " ") + describe(key) + "=" + describe(member);
     return all;
 }
 

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-// An answer: a value ("null", "a=1 b=2"), "error CODE: MESSAGE" or "not implemented".
+// An answer: a value as text ("null", "pasted", "true", "a=1 b=2"), "error CODE: MESSAGE" or "not
+// implemented".
 std::string describeAnswer(const std::vector<std::uint8_t>& message);
 
 // "REQUEST KIND KEY=VALUE" of an event that holds these three and nothing else.
