@@ -75,9 +75,10 @@ TEST_F(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
 }
 
 TEST_F(Frontmost, AKeystrokeMeantForItReachesNoOtherWindow) {
-    const Program program("editor", "editor");
-    ASSERT_TRUE(inFront(program));
-    KeyWindow other; // takes the focus
+    KeyWindow other;
+    const rig::Fields program(desktop, {"entry"});
+    ASSERT_TRUE(front());
+    other.takeFocus();
     post(8, kCGEventFlagMaskCommand);
     EXPECT_THAT(other.presses(), testing::IsEmpty());
     EXPECT_TRUE(runUntil([] { return front() == RunningApplication::currentApplication(); }));
