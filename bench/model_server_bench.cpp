@@ -163,7 +163,7 @@ void timeTokens() {
     const auto host = latencies(tokens), bare = bareLatencies(tokens);
     print("token sent to \"text\" at the interface, one by one up to 8 KB", host, "us", 1, 50);
     print("  a bare reader woken by the same bytes", bare, "us", 1, 50);
-    for (const std::size_t kilobytes : {1, 2, 4, 8, 16, 32, 64}) {
+    for (const std::size_t kilobytes : {1U, 2U, 4U, 8U, 16U, 32U, 64U}) {
         Samples samples;
         for (int i = 0; i < 15; ++i)
             samples.push_back(perToken(kilobytes << 10, "toke"));

@@ -63,6 +63,11 @@ std::optional<FrontWindow> frontWindow() {
     return front;
 }
 
-bool isStillInFront() { return !lastNamed || windowInFront() == lastNamed; }
+bool isStillInFront() {
+    if (!lastNamed) return true;
+    if (const auto front = windowInFront()) return front == lastNamed;
+    // In between, openbox names no window for a moment even where the focus stays.
+    return windowProcess(focusedWindow()) == lastNamed->process;
+}
 
 } // namespace platform::x11
