@@ -38,9 +38,10 @@ std::optional<FrontWindow> windowInFront() {
     if (!process || focus == None) return std::nullopt;
 
     // Toolkits put the focus on a child of their window, some window managers on the frame around it, and a
-    // popup that is no child of anything still belongs to the same program.
+    // popup that is no child of anything still belongs to the same program. A window that has gone belongs to
+    // nobody, but openbox goes on naming the last one until there is another.
     if (isInside(*connection, focus, window) || isInside(*connection, window, focus) ||
-        windowProcess(focus) == process)
+        (windowProcess(focus) == process && parentOf(*connection, window) != None))
         return FrontWindow{window, *process};
     return std::nullopt;
 }
