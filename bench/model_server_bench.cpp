@@ -219,7 +219,7 @@ public:
         port_ = ntohs(address.sin_port);
         for (int i = 0; full && i < 4; ++i) {
             waiting_.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
-            connect(waiting_.back(), where, size);
+            static_cast<void>(connect(waiting_.back(), where, size)); // under way is enough
         }
     }
     ~Unserved() {

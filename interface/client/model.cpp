@@ -34,7 +34,7 @@ Model::Model(flutter::BinaryMessenger& messenger, std::function<void(const Model
     : calls_(messenger, "quillmark.quillmark/system_model"), events_(messenger, eventChannel) {
     messenger.setMessageHandler(
         eventChannel,
-        [onEvent = std::move(onEvent)](const auto& message, flutter::BinaryMessenger::Reply reply) {
+        [onEvent = std::move(onEvent)](const auto& message, const flutter::BinaryMessenger::Reply& reply) {
             const auto envelope = flutter::decodeEnvelope(message);
             const auto* value = envelope ? std::get_if<flutter::EncodableValue>(&*envelope) : nullptr;
             if (const auto event = value ? eventOf(flutter::asMap(*value)) : std::nullopt) onEvent(*event);

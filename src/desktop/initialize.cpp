@@ -5,7 +5,6 @@
 #include "text/text.h"
 
 using flutter::EncodableMap;
-using flutter::EncodableValue;
 using flutter::member;
 
 namespace {

@@ -9,7 +9,8 @@ CallOutcome outcomeOf(const std::vector<std::uint8_t>& reply) {
     if (reply.empty()) return NotImplemented{};
     auto envelope = decodeEnvelope(reply);
     if (!envelope) return FlutterError{"reply", "The answer could not be read", {}};
-    return std::visit([](auto&& content) -> CallOutcome { return std::move(content); }, std::move(*envelope));
+    return std::visit([](auto&& content) -> CallOutcome { return std::forward<decltype(content)>(content); },
+                      std::move(*envelope));
 }
 
 } // namespace
