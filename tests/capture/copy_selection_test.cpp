@@ -89,7 +89,7 @@ TEST_F(CopySelection, UsesTheKeyThatTypesTheLetterOnTheUsersLayout) {
     twice.keys[3] = u"cx";
     EXPECT_EQ(keyOf(twice, "c"), 3) << "the lowest key, by the first character it types";
 
-    for (auto layout :
+    for (const auto& layout :
          {KeyboardLayout::usWithDeadC(), KeyboardLayout::withoutC(), KeyboardLayout::cyrillic()}) {
         writer.keystrokes.clear();
         EXPECT_EQ(keyOf(layout, "c"), std::nullopt);

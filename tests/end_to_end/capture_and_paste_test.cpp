@@ -131,10 +131,9 @@ TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
 TEST_F(CaptureAndPaste, ATerminalsProgramIsNotInterrupted) {
     TemporaryFolder folder;
     const std::string told = folder / "told";
-    Process terminal({"xterm", "-e", "sh", "-c",
-                      "trap 'echo interrupted >>\"$0\"' INT; echo started >>\"$0\"; "
-                      "while :; do read -r line; echo \"$line\" >>\"$0\"; done",
-                      told});
+    const std::string script = "trap 'echo interrupted >>\"$0\"' INT; echo started >>\"$0\"; "
+                               "while :; do read -r line; echo \"$line\" >>\"$0\"; done";
+    Process terminal({"xterm", "-e", "sh", "-c", script, told});
     ASSERT_TRUE(waitUntil([&] { return !desktop.windows(terminal.pid()).empty(); })) << terminal.output();
     ASSERT_TRUE(desktop.activate(desktop.windows(terminal.pid()).front()));
     ASSERT_TRUE(waitUntil([&] { return readFile(told) == "started\n"; }));

@@ -27,7 +27,8 @@ struct ManyGenerations : testing::Test, LoopHost {
             auto& seen = requests.at(id);
             ASSERT_EQ(seen.outcome, "") << "an event after the last one";
             if (kind == "text") {
-                ASSERT_EQ(value, "text=" + std::string(++seen.texts, 'x'));
+                std::string text("text=");
+                ASSERT_EQ(value, text.append(++seen.texts, 'x'));
             } else {
                 seen.outcome = kind + ' ' + value;
                 ++ended;

@@ -298,19 +298,19 @@ TEST_F(WithoutServer, TheCorrectorStreamsTheWholeTextWordByWord) {
                 ElementsAre("a text text=The", "a text text=The letter", "a text text=The letter,\nI",
                             "a text text=The letter,\nI believe", "a text text=The letter,\nI believe. ",
                             "a done finish_reason=stop"));
-    respond("a", "");
-    EXPECT_THAT(allEvents(), ElementsAre("a done finish_reason=stop"));
+    respond("b", "");
+    EXPECT_THAT(allEvents(), ElementsAre("b done finish_reason=stop"));
 
     std::string unknown; // each takes its time
     for (int i = 0; i < 400; ++i)
         unknown += std::string("this is qz") + static_cast<char>('a' + i % 26) +
                    static_cast<char>('a' + i / 26) + "xk ";
-    respond("a", unknown);
+    respond("c", unknown);
     const auto events = eventsUntil([&] { return hasEvents(); });
-    cancel("a");
+    cancel("c");
     const auto rest = allEvents();
     ASSERT_FALSE(rest.empty());
-    EXPECT_EQ(rest.back(), "a error error=cancelled");
+    EXPECT_EQ(rest.back(), "c error error=cancelled");
     EXPECT_LT(events.size() + rest.size(), 1200u);
 }
 
