@@ -1,4 +1,4 @@
-// The small program with text fields (tests/programs/gtk_fields.cpp), asked and told by lines.
+// The small program with text fields (gtk_fields.cpp), asked and told by lines.
 #pragma once
 
 #include "rig/desktop.h"
