@@ -1,5 +1,5 @@
 // The built-in corrector.
-#include "platform/linux/correction.h"
+#include "platform/models/spelling/correction.h"
 
 #include <gtest/gtest.h>
 

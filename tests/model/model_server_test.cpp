@@ -3,9 +3,9 @@
 #include "model/loop_host.h"
 #include "model/scripted_server.h"
 #include "platform/language_model.h"
-#include "platform/linux/background_pool.h"
-#include "platform/linux/model_choice.h"
-#include "platform/linux/model_server_answer.h"
+#include "platform/models/generation/background_executor.h"
+#include "platform/models/model_choice.h"
+#include "platform/models/server/answer.h"
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>

@@ -1,5 +1,5 @@
-#include "platform/linux/chat_completion.h"
-#include "platform/linux/server_sent_events.h"
+#include "platform/models/server/chat_completion.h"
+#include "platform/models/server/server_sent_events.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "support/ready_model.h"
 
-#include "platform/linux/background_pool.h"
-#include "platform/linux/response_stream.h"
+#include "platform/models/generation/background_executor.h"
+#include "platform/models/generation/response_stream.h"
 #include "platform/process_info.h"
 
 #include <boost/asio/post.hpp>

@@ -1,6 +1,6 @@
 #include "platform/linux/accessibility_element.h"
 #include "platform/linux/at_spi_session.h"
-#include "platform/linux/interface_process.h"
+#include "platform/linux/base/own_processes.h"
 #include "platform/linux/x11_connection.h"
 
 #include <algorithm>

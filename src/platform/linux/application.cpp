@@ -1,7 +1,7 @@
 #include "platform/application.h"
 
 #include "platform/linux/application_native.h"
-#include "platform/linux/main_loop.h"
+#include "platform/linux/base/main_loop.h"
 #include "platform/linux/menu_native.h"
 #include "platform/linux/session_manager.h"
 #include "platform/linux/window_native.h"

@@ -1,10 +1,10 @@
 #include "platform/application.h"
 #include "platform/linux/accessibility_start.h"
 #include "platform/linux/application_native.h"
+#include "platform/linux/base/main_loop.h"
+#include "platform/linux/base/terminal_message.h"
 #include "platform/linux/command_line.h"
 #include "platform/linux/interface_program.h"
-#include "platform/linux/main_loop.h"
-#include "platform/linux/say.h"
 #include "platform/linux/sole_instance.h"
 #include "platform/linux/start_up.h"
 #include "platform/linux/toolkit.h"
@@ -96,11 +96,12 @@ int start(const std::vector<std::string>& interface, const std::function<MainInt
     const auto outcome = missing ? SoleInstance::Outcome::claimed : SoleInstance::claim(reopen, instance);
     if (outcome == SoleInstance::Outcome::reopened) return 0;
     if (outcome == SoleInstance::Outcome::silent) {
-        say("it runs already but does not answer; end it (pkill quillmark-host) and start it again.");
+        printMessage(
+            "it runs already but does not answer; end it (pkill quillmark-host) and start it again.");
         return cannotRun;
     }
     if (const auto problem = prepare(interface, std::move(missing))) {
-        say(*problem);
+        printMessage(*problem);
         return cannotRun;
     }
     return run(load, std::move(instance));
@@ -118,7 +119,7 @@ int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>&
         std::cout << versionText();
         return 0;
     case CommandLine::Wish::unclear:
-        say(line.problem);
+        printMessage(line.problem);
         return unclearCommand;
     case CommandLine::Wish::run:
         break;

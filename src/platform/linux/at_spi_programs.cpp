@@ -1,6 +1,6 @@
 #include "platform/linux/at_spi_programs.h"
 
-#include "platform/linux/interface_process.h"
+#include "platform/linux/base/own_processes.h"
 
 #include <fstream>
 

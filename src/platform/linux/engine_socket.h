@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/base/file_descriptor.h"
 #include "platform/linux/outgoing_bytes.h"
 #include "platform/linux/socket_folder.h"
 

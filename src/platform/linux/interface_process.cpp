@@ -1,10 +1,11 @@
 #include "platform/linux/interface_process.h"
 
+#include "platform/linux/base/pidfd.h"
+
 #include <glibmm/main.h>
 #include <glibmm/spawn.h>
 #include <poll.h>
 #include <sys/prctl.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,11 +18,6 @@ namespace {
 
 constexpr int firstSignalStatus = 128;
 
-// Not through <sys/pidfd.h>: glibc 2.36 declares the function for C only.
-int openProcess(pid_t process) { return static_cast<int>(syscall(SYS_pidfd_open, process, 0)); }
-
-pid_t runningInterface = 0;
-
 // Runs in the child, between fork and exec.
 void prepareChild(pid_t host) {
     signal(SIGPIPE, SIG_DFL);
@@ -30,10 +26,6 @@ void prepareChild(pid_t host) {
 }
 
 } // namespace
-
-bool isOwnProcess(pid_t process) {
-    return process == getpid() || (process != 0 && process == runningInterface);
-}
 
 std::unique_ptr<InterfaceProcess> InterfaceProcess::start(const std::vector<std::string>& command,
                                                           const std::vector<std::string>& environment,
@@ -51,8 +43,7 @@ std::unique_ptr<InterfaceProcess> InterfaceProcess::start(const std::vector<std:
 }
 
 InterfaceProcess::InterfaceProcess(pid_t process, std::function<void()> ended)
-    : process_(process), descriptor_(openProcess(process)) {
-    runningInterface = process;
+    : process_(process), own_(process), descriptor_(openProcess(process)) {
     watch_ = Glib::signal_io().connect(
         [this, ended = std::move(ended)](Glib::IOCondition) {
             if (!waitFor({})) return true;
@@ -62,10 +53,7 @@ InterfaceProcess::InterfaceProcess(pid_t process, std::function<void()> ended)
         descriptor_.number(), Glib::IO_IN);
 }
 
-InterfaceProcess::~InterfaceProcess() {
-    end({});
-    if (runningInterface == process_) runningInterface = 0;
-}
+InterfaceProcess::~InterfaceProcess() { end({}); }
 
 bool InterfaceProcess::end(std::chrono::milliseconds grace) {
     constexpr std::chrono::milliseconds graceAfterAsking{2000};

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/base/file_descriptor.h"
+#include "platform/linux/base/own_processes.h"
 
 #include <sigc++/connection.h>
 #include <sys/types.h>
@@ -13,9 +14,6 @@
 #include <vector>
 
 namespace platform {
-
-// True for the host's process and for that of its running interface: windows of either are the host's own.
-bool isOwnProcess(pid_t process);
 
 // The running interface. Never outlives this object, nor the host. Main thread only.
 class InterfaceProcess {
@@ -46,6 +44,7 @@ private:
     bool waitFor(std::chrono::milliseconds time);
 
     pid_t process_;
+    OwnProcess own_;            // its windows are the host's
     FileDescriptor descriptor_; // readable when the process has ended
     sigc::connection watch_;
     std::optional<int> exitStatus_;

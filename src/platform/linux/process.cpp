@@ -1,11 +1,10 @@
 #include "platform/linux/process.h"
 
+#include "platform/linux/base/pidfd.h"
 #include "platform/linux/desktop_files.h"
 #include "platform/linux/x11_connection.h"
 
 #include <poll.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include <fstream>
 #include <sstream>
@@ -31,10 +30,6 @@ std::optional<std::uint64_t> startTimeOf(pid_t id) {
         fields >> skipped;
     std::uint64_t ticks = 0;
     return fields >> ticks ? std::optional(ticks) : std::nullopt;
-}
-
-FileDescriptor openProcess(pid_t id) {
-    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, id, 0))); // glibc has no call for it yet
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/base/file_descriptor.h"
 #include "platform/linux/window_class.h"
 #include "platform/running_application.h"
 
@@ -40,7 +40,7 @@ private:
     ::Window window_;
     std::optional<std::uint64_t>
         startTime_;             // in clock ticks since the machine's start; absent once it has ended
-    FileDescriptor descriptor_; // readable once it has ended (pidfd); empty where the kernel has none
+    FileDescriptor descriptor_; // readable once it has ended
     std::optional<std::string> applicationId_;
     std::optional<x11::WindowClass> class_;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/base/file_descriptor.h"
 #include "platform/linux/selection_clipboard.h"
 
 #include <atomic>

@@ -20,8 +20,6 @@ namespace fs = std::filesystem;
 constexpr std::string_view namePrefix = "quillmark-host.";
 constexpr std::string_view socketName = "/engine";
 
-std::string current; // this process's latest folder, while there is one
-
 FileDescriptor openFolder(const std::string& path) {
     return FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
@@ -69,21 +67,18 @@ std::optional<SocketFolder> SocketFolder::create(std::string& whyNot) {
         } else {
             FileDescriptor lock = openFolder(path);
             if (lock) flock(lock.number(), LOCK_EX);
-            current = path;
             return SocketFolder(std::move(path), std::move(lock));
         }
     }
     return std::nullopt;
 }
 
-SocketFolder::~SocketFolder() {
-    if (!lock_) return;
-    remove(path_);
-    if (current == path_) current.clear();
-}
+SocketFolder::SocketFolder(std::string path, FileDescriptor lock)
+    : path_(std::move(path)), lock_(std::move(lock)),
+      endHook_(std::make_unique<EndHook>([path = path_] { remove(path); })) {}
 
-void SocketFolder::removeCurrent() {
-    if (!current.empty()) remove(current);
+SocketFolder::~SocketFolder() {
+    if (lock_) remove(path_);
 }
 
 std::string SocketFolder::socketPath() const { return path_ + std::string(socketName); }

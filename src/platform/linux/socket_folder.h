@@ -1,7 +1,9 @@
 #pragma once
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/base/end_hooks.h"
+#include "platform/linux/base/file_descriptor.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -21,14 +23,12 @@ public:
 
     std::string socketPath() const;
 
-    // For a process that ends without destroying anything.
-    static void removeCurrent();
-
 private:
-    SocketFolder(std::string path, FileDescriptor lock) : path_(std::move(path)), lock_(std::move(lock)) {}
+    SocketFolder(std::string path, FileDescriptor lock);
 
     std::string path_;
     FileDescriptor lock_; // held while the folder is in use; the system lets go of it with the process
+    std::unique_ptr<EndHook> endHook_; // removes it all the same
 };
 
 } // namespace platform

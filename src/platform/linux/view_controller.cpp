@@ -1,6 +1,6 @@
+#include "platform/linux/base/main_loop.h"
+#include "platform/linux/base/terminal_message.h"
 #include "platform/linux/interface_program.h"
-#include "platform/linux/main_loop.h"
-#include "platform/linux/say.h"
 #include "platform/linux/view_controller_native.h"
 #include "platform/main_queue.h"
 
@@ -80,7 +80,7 @@ void ViewController::Native::connectionEnded(std::optional<std::string> why) {
 }
 
 void ViewController::Native::finish(std::string lastLine) {
-    platform::say(lastLine);
+    platform::printMessage(lastLine);
     platform::endMainLoop(process_ ? process_->exitStatus().value_or(cannotStart) : cannotStart);
 }
 

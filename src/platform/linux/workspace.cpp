@@ -1,7 +1,7 @@
 #include "platform/workspace.h"
 
+#include "platform/linux/base/own_processes.h"
 #include "platform/linux/front_window.h"
-#include "platform/linux/interface_process.h"
 #include "platform/linux/process.h"
 #include "platform/linux/x11_connection.h"
 

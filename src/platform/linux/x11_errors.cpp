@@ -1,6 +1,6 @@
 #include "platform/linux/x11_errors.h"
 
-#include "platform/linux/socket_folder.h"
+#include "platform/linux/base/end_hooks.h"
 
 #include <X11/Xlib.h>
 #include <unistd.h>
@@ -55,7 +55,7 @@ int onLostConnection(Display*) {
             "quillmark-host: the connection to the X server was lost, so the host ends here. Start it again "
             "in a running desktop session.\n",
             stderr);
-    SocketFolder::removeCurrent();
+    runEndHooks();
     ::_exit(1);
 }
 

@@ -13,7 +13,7 @@ namespace platform::x11 {
 void keepErrors(Display* display);
 
 // From now on, a display that goes (at the end of the session, for instance) ends the program with one line
-// that says so, and leaves no socket behind. `keepErrors` does this too.
+// that says so, after the end hooks. `keepErrors` does this too.
 void endCleanlyWhenDisplayIsLost();
 
 // True when a request of this connection with this serial number (`XNextRequest`) or a later one has failed.

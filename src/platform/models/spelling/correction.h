@@ -1,0 +1,40 @@
+// A text with its spelling and what goes with it corrected, word by word. It changes only what is wrong
+// beyond doubt: a mistake that stays is better than one that is made.
+#pragma once
+
+#include "platform/models/spelling/correction_pieces.h"
+#include "platform/models/spelling/corrector.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// Used by the corrector's thread.
+class Correction {
+public:
+    Correction(std::string text, Corrector& corrector);
+    Correction(const Correction&) = delete;
+    Correction& operator=(const Correction&) = delete;
+
+    // The next word with what stands before it, absent at the end. What follows never changes it.
+    std::optional<std::string> next();
+
+private:
+    bool isEnglish() const;
+    bool isRepeated(std::size_t at) const;
+    bool startsSentence(std::size_t at) const;
+    std::string gapBefore(std::size_t at) const;
+    std::string wordAt(std::size_t at) const;
+
+    std::string text_;
+    Corrector& corrector_;
+    std::vector<CorrectionPiece> pieces_; // point into the text
+    bool english_;
+    bool severalSentences_ = false;
+    std::size_t next_ = 0;
+};
+
+} // namespace platform
