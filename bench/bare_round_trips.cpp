@@ -1,11 +1,11 @@
 #include "bench/bare_round_trips.h"
 
-#include "platform/linux/at_spi_bus.h"
-#include "platform/linux/at_spi_focus.h"
-#include "platform/linux/at_spi_object.h"
-#include "platform/linux/at_spi_session.h"
-#include "platform/linux/at_spi_text.h"
-#include "platform/linux/x11_connection.h"
+#include "platform/linux/at_spi/bus.h"
+#include "platform/linux/at_spi/focus.h"
+#include "platform/linux/at_spi/object.h"
+#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/text.h"
+#include "platform/linux/x11/windows/front_window.h"
 
 #include <stdexcept>
 #include <vector>

@@ -1,9 +1,9 @@
 #include "conformance/stage.h"
 #include "linux/pasteboard_programs.h"
 #include "platform/linux/accessibility_start.h"
-#include "platform/linux/key_positions.h"
-#include "platform/linux/toolkit.h"
+#include "platform/linux/gtk_start.h"
 #include "platform/linux/window_native.h"
+#include "platform/linux/x11/keyboard/key_positions.h"
 #include "rig/desktop.h"
 #include "rig/fields.h"
 
@@ -24,7 +24,7 @@ namespace {
 
 // Once for all stages, as at the host's start.
 void startDesktop() {
-    static const bool started = platform::startToolkit();
+    static const bool started = platform::startGtk();
     static std::string whyNot;
     static const bool accessible = started && platform::startAccessibility(whyNot);
     if (!accessible) throw std::runtime_error("Use script/virtual-desktop. " + whyNot);

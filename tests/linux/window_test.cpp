@@ -1,7 +1,7 @@
 #include "linux/print_rect.h"
 #include "linux/run_until.h"
 #include "platform/linux/menu_native.h"
-#include "platform/linux/toolkit.h"
+#include "platform/linux/gtk_start.h"
 #include "platform/linux/window_native.h"
 #include "platform/window.h"
 #include "rig/desktop.h"
@@ -30,7 +30,7 @@ struct RealWindow : testing::Test {
 
     void SetUp() override {
         setenv("XDG_STATE_HOME", (state / "").c_str(), 1);
-        static const bool started = startToolkit();
+        static const bool started = startGtk();
         ASSERT_TRUE(started);
         make();
     }

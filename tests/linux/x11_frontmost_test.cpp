@@ -1,6 +1,6 @@
 #include "linux/x11_programs.h"
 #include "platform/linux/interface_process.h"
-#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11/base/connection.h"
 #include "platform/workspace.h"
 #include "rig/desktop.h"
 #include "rig/fields.h"

@@ -1,7 +1,7 @@
 #include "platform/accessibility.h"
 
 #include "platform/linux/accessibility_element.h"
-#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11/windows/front_window.h"
 
 namespace platform {
 namespace ax {
@@ -26,7 +26,7 @@ std::optional<AXAttributeValue> found(AXUIElementRef element) {
 // title.
 std::optional<std::string> titleOf(const AXUIElement::BareWindow& bare) {
     if (auto title = x11::windowTitle(bare.window)) return title;
-    const ::Window active = x11::activeWindow();
+    const x11::WindowId active = x11::activeWindow();
     return x11::windowProcess(active) == bare.process ? x11::windowTitle(active) : std::nullopt;
 }
 

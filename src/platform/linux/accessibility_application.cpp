@@ -1,7 +1,8 @@
 #include "platform/linux/accessibility_element.h"
-#include "platform/linux/at_spi_session.h"
+#include "platform/linux/at_spi/session.h"
 #include "platform/linux/base/own_processes.h"
-#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11/windows/front_window.h"
+#include "platform/linux/x11/windows/stacking.h"
 
 #include <algorithm>
 
@@ -17,24 +18,13 @@ constexpr at_spi::Milliseconds everybody = 150ms;
 
 at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
 
-// The process's window that is nearest to the user; 0 when it has none.
-::Window topmostWindow(pid_t process) {
-    auto* connection = x11::Connection::shared();
-    if (connection == nullptr) return 0;
-    const auto windows =
-        connection->values(connection->root(), connection->atom("_NET_CLIENT_LIST_STACKING"));
-    const auto top = std::find_if(windows.rbegin(), windows.rend(),
-                                  [&](auto window) { return x11::windowProcess(window) == process; });
-    return top == windows.rend() ? 0 : *top;
-}
-
 // The window of that process that has the keyboard focus, as an element of last resort; while the host has
 // the focus, the one that it took it from.
 AXUIElementRef bareWindow(pid_t process) {
-    ::Window window = x11::focusedWindow();
+    x11::WindowId window = x11::focusedWindow();
     const auto owner = x11::windowProcess(window);
     if (owner && isOwnProcess(*owner))
-        window = topmostWindow(process);
+        window = x11::topmostWindow(process);
     else if (owner != process)
         window = x11::activeWindow();
     if (x11::windowProcess(window) != process) return {};
@@ -60,7 +50,7 @@ AXUIElementRef elementIn(Bus& bus, Program& program) {
 
 // The one of the sandboxed programs whose active window has the title of the process's active window.
 std::vector<Program*> sandboxed(Bus& bus, pid_t process) {
-    const ::Window active = x11::activeWindow();
+    const x11::WindowId active = x11::activeWindow();
     const auto title = x11::windowProcess(active) == process ? x11::windowTitle(active) : std::nullopt;
     if (!title) return {};
     for (Program* program : programs().sandboxed()) {

@@ -1,7 +1,7 @@
 #include "platform/linux/accessibility_element.h"
-#include "platform/linux/at_spi_rich_text.h"
-#include "platform/linux/at_spi_session.h"
-#include "platform/linux/at_spi_text.h"
+#include "platform/linux/at_spi/rich_text.h"
+#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/text.h"
 
 namespace platform::ax {
 namespace {

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "platform/accessibility.h"
-#include "platform/linux/at_spi_focus.h"
-
-#include <X11/Xlib.h>
+#include "platform/linux/at_spi/focus.h"
+#include "platform/linux/x11/windows/properties.h"
 
 #include <chrono>
 #include <variant>
@@ -22,7 +21,7 @@ public:
     };
     // A window of a program that shows no elements.
     struct BareWindow {
-        ::Window window;
+        x11::WindowId window;
         pid_t process;
         bool operator==(const BareWindow&) const = default;
     };

@@ -1,6 +1,6 @@
 #include "platform/accessibility.h"
 #include "platform/linux/accessibility_start.h"
-#include "platform/linux/at_spi_session.h"
+#include "platform/linux/at_spi/session.h"
 
 namespace platform {
 

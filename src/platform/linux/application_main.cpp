@@ -4,11 +4,11 @@
 #include "platform/linux/base/main_loop.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/command_line.h"
+#include "platform/linux/gtk_start.h"
 #include "platform/linux/interface_program.h"
-#include "platform/linux/sole_instance.h"
-#include "platform/linux/start_up.h"
-#include "platform/linux/toolkit.h"
 #include "platform/linux/window_native.h"
+#include "platform/linux/x11/base/display_check.h"
+#include "platform/linux/x11/base/sole_instance.h"
 #include "platform/main_queue.h"
 
 #include <glib-unix.h>
@@ -52,7 +52,7 @@ std::optional<std::string> prepare(std::vector<std::string> interface,
     if (command.empty()) return problem;
     setInterfaceCommand(std::move(command));
     if (displayMissing) return displayMissing;
-    if (!startToolkit()) return "the display could not be used; start it again, or log in again.";
+    if (!startGtk()) return "the display could not be used; start it again, or log in again.";
     if (!startAccessibility(problem)) return problem;
     return std::nullopt;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/window_class.h"
+#include "platform/linux/x11/windows/window_class.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,7 @@
 #include "platform/linux/interface_view.h"
 
-#include <gdk/gdkx.h>
+#include "platform/linux/x11/windows/host_window.h"
+
 #include <gtk/gtkx.h>
 
 #include <memory>
@@ -26,23 +27,6 @@ std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver
     return event;
 }
 
-// Tk's windows, for one, do not: they only hear the keys that the X server gives them. Asked each time, since
-// a GTK plug says so only after it has been embedded.
-bool takesForwardedKeys(GdkWindow* view) {
-    GdkDisplay* display = gdk_window_get_display(view);
-    const Atom protocol = gdk_x11_get_xatom_by_name_for_display(display, "_XEMBED_INFO");
-    Atom type = None;
-    int format = 0;
-    unsigned long count = 0, rest = 0;
-    unsigned char* value = nullptr;
-    gdk_x11_display_error_trap_push(display); // it may be gone again
-    XGetWindowProperty(gdk_x11_display_get_xdisplay(display), gdk_x11_window_get_xid(view), protocol, 0, 0,
-                       False, AnyPropertyType, &type, &format, &count, &rest, &value);
-    gdk_x11_display_error_trap_pop_ignored(display);
-    if (value != nullptr) XFree(value);
-    return type != None;
-}
-
 } // namespace
 
 InterfaceView::InterfaceView() {
@@ -63,7 +47,7 @@ unsigned long InterfaceView::embeddingWindow() const { return socket_.get_id(); 
 
 bool InterfaceView::takesKeys() const {
     GdkWindow* view = gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj()));
-    return view != nullptr && socket_.has_focus() && takesForwardedKeys(view);
+    return view != nullptr && socket_.has_focus() && x11::takesForwardedKeys(view);
 }
 
 // The socket passes on what it is given (XEMBED); the view reads key code and state.

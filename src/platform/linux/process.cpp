@@ -2,7 +2,6 @@
 
 #include "platform/linux/base/pidfd.h"
 #include "platform/linux/desktop_files.h"
-#include "platform/linux/x11_connection.h"
 
 #include <poll.h>
 
@@ -34,12 +33,9 @@ std::optional<std::uint64_t> startTimeOf(pid_t id) {
 
 } // namespace
 
-RunningApplication::Process::Process(pid_t id, ::Window window)
+RunningApplication::Process::Process(pid_t id, x11::WindowId window)
     : id_(id), window_(window), startTime_(startTimeOf(id)), descriptor_(openProcess(id)),
-      class_(x11::windowClass(window)) {
-    if (x11::Connection* connection = window == None ? nullptr : x11::Connection::shared())
-        applicationId_ = connection->text(window, connection->atom("_GTK_APPLICATION_ID"));
-}
+      applicationId_(x11::windowApplicationId(window)), class_(x11::windowClass(window)) {}
 
 bool RunningApplication::Process::isTerminated() const {
     if (!startTime_) return true;

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "platform/linux/base/file_descriptor.h"
-#include "platform/linux/window_class.h"
+#include "platform/linux/x11/windows/window_class.h"
 #include "platform/running_application.h"
 
-#include <X11/X.h>
 #include <sys/types.h>
 
 #include <cstdint>
@@ -18,10 +17,10 @@ namespace platform {
 class RunningApplication::Process {
 public:
     // `window` is 0 when the program was not found by a window.
-    Process(pid_t id, ::Window window);
+    Process(pid_t id, x11::WindowId window);
 
     pid_t id() const { return id_; }
-    ::Window window() const { return window_; }
+    x11::WindowId window() const { return window_; }
     bool isTerminated() const;
 
     // The same process, not merely the same number.
@@ -37,7 +36,7 @@ private:
     std::optional<std::string> desktopFile() const;
 
     pid_t id_;
-    ::Window window_;
+    x11::WindowId window_;
     std::optional<std::uint64_t>
         startTime_;             // in clock ticks since the machine's start; absent once it has ended
     FileDescriptor descriptor_; // readable once it has ended

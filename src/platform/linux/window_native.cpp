@@ -3,9 +3,8 @@
 #include "platform/application.h"
 #include "platform/linux/screen_coordinates.h"
 #include "platform/linux/window_look.h"
+#include "platform/linux/x11/windows/host_window.h"
 #include "platform/main_queue.h"
-
-#include <gdk/gdkx.h>
 
 #include <cmath>
 #include <utility>
@@ -14,10 +13,6 @@ namespace platform {
 namespace {
 
 int whole(double points) { return static_cast<int>(std::lround(points)); }
-
-// The newest time there is: with an older one metacity takes the window for an unasked one and leaves it
-// behind.
-guint32 serverTime(Gtk::Window& window) { return gdk_x11_get_server_time(window.get_window()->gobj()); }
 
 } // namespace
 
@@ -125,10 +120,7 @@ void Window::Native::present() {
         if (!life.expired()) presented_ = false;
     });
     if (!window.get_mapped() && wanted_) setFrame(*wanted_); // else the window manager chooses a new place
-    const guint32 time = serverTime(window);
-    gdk_x11_window_set_user_time(window.get_window()->gobj(), time);
-    // Else openbox takes the person to the window's workspace, and metacity lets it ask for attention there.
-    if (movesToActiveSpace) gdk_x11_window_move_to_current_desktop(window.get_window()->gobj());
+    const auto time = x11::prepareToPresent(window.get_window()->gobj(), movesToActiveSpace);
     window.show();
     window.present(time);
     window.get_display()->flush();

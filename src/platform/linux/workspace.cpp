@@ -1,11 +1,9 @@
 #include "platform/workspace.h"
 
 #include "platform/linux/base/own_processes.h"
-#include "platform/linux/front_window.h"
 #include "platform/linux/process.h"
-#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11/windows/front_window.h"
 
-#include <X11/XKBlib.h>
 #include <gdk/gdk.h>
 #include <gio/gio.h>
 
@@ -50,13 +48,6 @@ bool Workspace::openURL(const URL& url) const {
     // here.
     return g_app_info_launch_default_for_uri(url.absoluteString().c_str(), launchContext().get(), nullptr) !=
            FALSE;
-}
-
-void beep() {
-    x11::Connection* connection = x11::Connection::shared();
-    if (connection == nullptr) return;
-    XkbBell(connection->display(), None, 0, None);
-    XFlush(connection->display());
 }
 
 } // namespace platform

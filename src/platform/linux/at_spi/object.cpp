@@ -1,0 +1,157 @@
+#include "platform/linux/at_spi/object.h"
+
+#include <cstring>
+
+namespace platform::at_spi {
+namespace {
+
+Question plain(const Object& object, const char* method, const char* answerTypes) {
+    return {object.program, object.path, interfaces::accessible, method, answerTypes, nullptr};
+}
+
+// The value of a property, when it is of that type.
+Variant propertyIn(const Answer& answer, const GVariantType* type) {
+    if (!answer.value) return nullptr;
+    GVariant* value = nullptr;
+    g_variant_get(answer.value.get(), "(v)", &value);
+    Variant owned(value);
+    if (!g_variant_is_of_type(value, type)) return nullptr;
+    return owned;
+}
+
+std::string stringOf(GVariant* value) {
+    gsize length = 0;
+    const char* text = g_variant_get_string(value, &length);
+    return {text, length};
+}
+
+} // namespace
+
+Object rootOf(std::string program) { return {std::move(program), "/org/a11y/atspi/accessible/root"}; }
+
+Question childrenOf(const Object& object) { return plain(object, "GetChildren", "(a(so))"); }
+Question stateOf(const Object& object) { return plain(object, "GetState", "(au)"); }
+Question roleOf(const Object& object) { return plain(object, "GetRole", "(u)"); }
+Question nameOf(const Object& object) { return property(object, interfaces::accessible, "Name"); }
+Question roleNameOf(const Object& object) { return plain(object, "GetRoleName", "(s)"); }
+Question interfacesOf(const Object& object) { return plain(object, "GetInterfaces", "(as)"); }
+Question attributesOf(const Object& object) { return plain(object, "GetAttributes", "(a{ss})"); }
+
+Question toolkitOf(const std::string& program) {
+    return property(rootOf(program), interfaces::application, "ToolkitName");
+}
+
+Question focusedWithin(const Object& object) {
+    constexpr int matchAll = 1;
+    constexpr unsigned documentOrder = 1;
+    constexpr int noLimit = 0;
+    GVariantBuilder states;
+    g_variant_builder_init(&states, G_VARIANT_TYPE("ai"));
+    g_variant_builder_add(&states, "i", 1 << static_cast<unsigned>(State::focused));
+    g_variant_builder_add(&states, "i", 0);
+    GVariant* rule = g_variant_new("(aiia{ss}iaiiasib)", &states, matchAll, nullptr, matchAll, nullptr,
+                                   matchAll, nullptr, matchAll, FALSE);
+    return {object.program,
+            object.path,
+            interfaces::collection,
+            "GetMatches",
+            "(a(so))",
+            arguments("(@(aiia{ss}iaiiasib)uib)", rule, documentOrder, noLimit, TRUE)};
+}
+
+Question property(const Object& object, const char* interface, const char* name) {
+    return {object.program, object.path, "org.freedesktop.DBus.Properties",
+            "Get",          "(v)",       arguments("(ss)", interface, name)};
+}
+
+std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&)) {
+    std::vector<Question> questions;
+    questions.reserve(objects.size());
+    for (const Object& object : objects)
+        questions.push_back(question(object));
+    return questions;
+}
+
+std::vector<Object> objectsIn(const Answer& answer) {
+    std::vector<Object> objects;
+    if (!answer.value) return objects;
+    const Variant list(g_variant_get_child_value(answer.value.get(), 0));
+    GVariantIter iterator;
+    g_variant_iter_init(&iterator, list.get());
+    const char* program = nullptr;
+    const char* path = nullptr;
+    while (g_variant_iter_next(&iterator, "(&s&o)", &program, &path) != FALSE)
+        if (*program != '\0' && std::strcmp(path, "/org/a11y/atspi/null") != 0 &&
+            g_dbus_is_name(program) != FALSE)
+            objects.push_back({program, path});
+    return objects;
+}
+
+States statesIn(const Answer& answer) {
+    if (!answer.value) return {};
+    const Variant words(g_variant_get_child_value(answer.value.get(), 0));
+    std::uint64_t bits = 0;
+    for (gsize i = 0; i < 2 && i < g_variant_n_children(words.get()); ++i) {
+        guint32 word = 0;
+        g_variant_get_child(words.get(), i, "u", &word);
+        bits |= std::uint64_t{word} << (32 * i);
+    }
+    return States(bits);
+}
+
+std::optional<Role> roleIn(const Answer& answer) {
+    if (!answer.value) return std::nullopt;
+    guint32 number = 0;
+    g_variant_get(answer.value.get(), "(u)", &number);
+    return static_cast<Role>(number);
+}
+
+bool hasText(const Answer& answer) {
+    if (!answer.value) return false;
+    const Variant list(g_variant_get_child_value(answer.value.get(), 0));
+    GVariantIter iterator;
+    g_variant_iter_init(&iterator, list.get());
+    const char* name = nullptr;
+    while (g_variant_iter_next(&iterator, "&s", &name) != FALSE)
+        if (std::strcmp(name, interfaces::text) == 0) return true;
+    return false;
+}
+
+std::optional<Toolkit> toolkitIn(const Answer& answer) {
+    const auto name = stringPropertyIn(answer);
+    if (!name) return answer.failure == Failure::refused ? std::optional(Toolkit::other) : std::nullopt;
+    if (*name == "Chromium") return Toolkit::chromium;
+    if (*name == "Gecko") return Toolkit::gecko;
+    return Toolkit::other;
+}
+
+std::optional<std::string> stringIn(const Answer& answer) {
+    if (!answer.value) return std::nullopt;
+    const Variant value(g_variant_get_child_value(answer.value.get(), 0));
+    return stringOf(value.get());
+}
+
+std::optional<std::string> stringPropertyIn(const Answer& answer) {
+    const Variant value = propertyIn(answer, G_VARIANT_TYPE_STRING);
+    return value ? std::optional(stringOf(value.get())) : std::nullopt;
+}
+
+std::optional<std::int32_t> intPropertyIn(const Answer& answer) {
+    const Variant value = propertyIn(answer, G_VARIANT_TYPE_INT32);
+    return value ? std::optional(g_variant_get_int32(value.get())) : std::nullopt;
+}
+
+std::optional<bool> boolPropertyIn(const Answer& answer) {
+    const Variant value = propertyIn(answer, G_VARIANT_TYPE_BOOLEAN);
+    return value ? std::optional(g_variant_get_boolean(value.get()) != FALSE) : std::nullopt;
+}
+
+std::optional<std::string> attributeIn(const Answer& answer, const char* name) {
+    if (!answer.value) return std::nullopt;
+    const Variant attributes(g_variant_get_child_value(answer.value.get(), 0));
+    const char* value = nullptr;
+    if (g_variant_lookup(attributes.get(), name, "&s", &value) == FALSE) return std::nullopt;
+    return value;
+}
+
+} // namespace platform::at_spi

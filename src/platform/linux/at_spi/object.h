@@ -1,0 +1,118 @@
+#pragma once
+
+#include "platform/linux/at_spi/bus.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The vocabulary of the accessibility bus: objects, their roles and states, and the questions one can ask
+// them. The numbers are the interface's own (atspi-constants.h of at-spi2-core).
+namespace platform::at_spi {
+
+// An object of a program; two are the same when both fields are. The program's name is never used again by
+// another program while the bus lives.
+struct Object {
+    std::string program;
+    std::string path;
+
+    bool operator==(const Object&) const = default;
+};
+
+enum class Role : std::uint32_t {
+    invalid = 0,
+    comboBox = 11,
+    filler = 20,
+    frame = 23,
+    list = 31,
+    listItem = 32,
+    pageTab = 37,
+    pageTabList = 38,
+    panel = 39,
+    passwordText = 40,
+    rootPane = 46,
+    scrollPane = 49,
+    terminal = 60,
+    text = 61,
+    unknown = 67,
+    window = 69,
+    paragraph = 73,
+    application = 75,
+    entry = 79,
+    documentFrame = 82,
+    heading = 83,
+    section = 85,
+    documentWeb = 95,
+    blockQuote = 105,
+    staticText = 116
+};
+
+enum class State : unsigned {
+    active = 1,
+    editable = 7,
+    focusable = 11,
+    focused = 12,
+    multiLine = 17,
+    showing = 25,
+    managesDescendants = 31,
+    readOnly = 43
+};
+
+class States {
+public:
+    States() = default;
+    explicit States(std::uint64_t bits) : bits_(bits) {}
+    bool has(State state) const { return (bits_ >> static_cast<unsigned>(state) & 1U) != 0; }
+    // Text in it can be changed. (Qt calls a read-only field editable, too.)
+    bool canBeEdited() const { return has(State::editable) && !has(State::readOnly); }
+
+private:
+    std::uint64_t bits_ = 0;
+};
+
+// The name of the service that knows all programs on the bus.
+inline constexpr const char* registry = "org.a11y.atspi.Registry";
+
+// What a program's object tree is made by, as far as its quirks matter.
+enum class Toolkit { other, chromium, gecko };
+
+namespace interfaces {
+inline constexpr const char* accessible = "org.a11y.atspi.Accessible";
+inline constexpr const char* application = "org.a11y.atspi.Application";
+inline constexpr const char* collection = "org.a11y.atspi.Collection";
+inline constexpr const char* text = "org.a11y.atspi.Text";
+} // namespace interfaces
+
+// The object that stands for a program as a whole.
+Object rootOf(std::string program);
+
+Question childrenOf(const Object& object);
+Question stateOf(const Object& object);
+Question roleOf(const Object& object);
+Question nameOf(const Object& object);
+Question roleNameOf(const Object& object);
+Question interfacesOf(const Object& object);
+Question attributesOf(const Object& object);
+Question toolkitOf(const std::string& program);
+// Every object with the focus inside `object`.
+Question focusedWithin(const Object& object);
+Question property(const Object& object, const char* interface, const char* name);
+
+// The same question to each of `objects`.
+std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&));
+
+// What the answers to these say; empty, absent or no state at all when there was none.
+std::vector<Object> objectsIn(const Answer& answer);
+States statesIn(const Answer& answer);
+std::optional<Role> roleIn(const Answer& answer);
+bool hasText(const Answer& answer);
+std::optional<Toolkit> toolkitIn(const Answer& answer);
+std::optional<std::string> stringIn(const Answer& answer);
+std::optional<std::string> stringPropertyIn(const Answer& answer);
+std::optional<std::int32_t> intPropertyIn(const Answer& answer);
+std::optional<bool> boolPropertyIn(const Answer& answer);
+// The value of one of the object attributes.
+std::optional<std::string> attributeIn(const Answer& answer, const char* name);
+
+} // namespace platform::at_spi

@@ -1,0 +1,72 @@
+#include "platform/linux/x11/base/connection.h"
+
+#include "platform/linux/x11/base/errors.h"
+
+namespace platform::x11 {
+namespace {
+
+using FreeX = decltype([](void* data) { XFree(data); });
+
+// What is read of one property at most, in the protocol's units of four bytes.
+constexpr long longestProperty = 65536;
+
+struct Property {
+    std::unique_ptr<unsigned char, FreeX> data;
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+};
+
+Property read(Display* display, ::Window window, Atom name) {
+    Property property;
+    unsigned char* data = nullptr;
+    unsigned long left = 0;
+    if (XGetWindowProperty(display, window, name, 0, longestProperty, False, AnyPropertyType, &property.type,
+                           &property.format, &property.count, &left, &data) != Success)
+        return {};
+    property.data.reset(data);
+    if (!property.data) property.count = 0;
+    return property;
+}
+
+} // namespace
+
+Connection* Connection::shared() {
+    static Connection connection;
+    static const bool tried = [] {
+        connection.display_ = XOpenDisplay(nullptr);
+        if (connection.display_ != nullptr) connection.root_ = DefaultRootWindow(connection.display_);
+        return true;
+    }();
+    if (!tried || connection.display_ == nullptr) return nullptr;
+    keepErrors(connection.display_);
+    return &connection;
+}
+
+Atom Connection::atom(const char* name) {
+    for (const auto& [known, value] : atoms_)
+        if (known == name) return value;
+    return atoms_.emplace_back(name, XInternAtom(display_, name, False)).second;
+}
+
+bool Connection::succeeds(const std::function<void()>& requests) {
+    const unsigned long first = XNextRequest(display_);
+    requests();
+    XSync(display_, False);
+    return !failedSince(display_, first);
+}
+
+std::vector<unsigned long> Connection::values(::Window window, Atom name) {
+    const Property property = read(display_, window, name);
+    if (property.format != 32) return {};
+    const auto* first = reinterpret_cast<const unsigned long*>(property.data.get()); // Xlib hands out longs
+    return {first, first + property.count};
+}
+
+std::optional<std::string> Connection::text(::Window window, Atom name) {
+    const Property property = read(display_, window, name);
+    if (property.format != 8) return std::nullopt;
+    return std::string(reinterpret_cast<const char*>(property.data.get()), property.count);
+}
+
+} // namespace platform::x11

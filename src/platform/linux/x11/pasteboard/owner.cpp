@@ -1,0 +1,158 @@
+#include "platform/linux/x11/pasteboard/owner.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace platform::selection {
+
+namespace {
+
+std::vector<Offer> offersOf(Connection& connection, const Contents& contents) {
+    std::vector<std::string> names;
+    std::vector<Offer> offers;
+    for (const auto& [type, data] : contents.representations) {
+        const Encoding encoding = encodingOf(data, type);
+        names.push_back(type);
+        names.push_back(encoding.type);
+        offers.push_back({XCB_NONE, XCB_NONE, encoding.format, offers.size()});
+    }
+    const auto atoms = connection.atoms(names);
+    for (std::size_t index = 0; index < offers.size(); ++index) {
+        offers[index].target = atoms[2 * index];
+        offers[index].type = atoms[2 * index + 1];
+    }
+    return offers;
+}
+
+} // namespace
+
+Owner::Owner(Connection& connection) : connection_(connection) {}
+
+void Owner::claim(SharedContents contents, xcb_timestamp_t time) {
+    claimedOffers_ = offersOf(connection_, *contents);
+    claimed_ = std::move(contents);
+    xcb_set_selection_owner(connection_.xcb(), connection_.window(), connection_.atom("CLIPBOARD"), time);
+}
+
+void Owner::changed(xcb_window_t owner, xcb_timestamp_t time) {
+    if (owner != connection_.window()) {
+        contents_ = nullptr;
+        offers_.clear();
+    } else if (claimed_) {
+        contents_ = std::exchange(claimed_, nullptr);
+        offers_ = std::exchange(claimedOffers_, {});
+        since_ = time;
+    }
+}
+
+void Owner::answer(const xcb_selection_request_event_t& request) {
+    // Programs of before 1988 leave the property to us.
+    const xcb_atom_t property = request.property == XCB_NONE ? request.target : request.property;
+    const bool asked = contents_ && request.selection == connection_.atom("CLIPBOARD") &&
+                       request.requestor != connection_.window();
+    const bool done =
+        asked && (request.target == connection_.atom("MULTIPLE")
+                      ? request.property != XCB_NONE && convertMultiple(request.requestor, property)
+                      : convert(request.requestor, request.target, property));
+    xcb_selection_notify_event_t notice{};
+    notice.response_type = XCB_SELECTION_NOTIFY;
+    notice.time = request.time;
+    notice.requestor = request.requestor;
+    notice.selection = request.selection;
+    notice.target = request.target;
+    notice.property = done ? property : xcb_atom_t{XCB_NONE};
+    // The library reads a whole event of 32 bytes from where we point.
+    char event[32] = {};
+    static_assert(sizeof notice <= sizeof event);
+    std::memcpy(event, &notice, sizeof notice);
+    xcb_send_event(connection_.xcb(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, event);
+}
+
+bool Owner::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
+    if (target == connection_.atom("TARGETS")) {
+        sendTargets(requestor, property);
+        return true;
+    }
+    if (target == connection_.atom("TIMESTAMP")) {
+        xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER,
+                            32, 1, &since_);
+        return true;
+    }
+    const auto offer = std::ranges::find(offers_, target, &Offer::target);
+    if (offer == offers_.end()) return false;
+    deliver(requestor, property, *offer);
+    return true;
+}
+
+void Owner::sendTargets(xcb_window_t requestor, xcb_atom_t property) {
+    std::vector<xcb_atom_t> targets{connection_.atom("TARGETS"), connection_.atom("MULTIPLE"),
+                                    connection_.atom("TIMESTAMP")};
+    for (const Offer& offer : offers_)
+        targets.push_back(offer.target);
+    xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(targets.size()), targets.data());
+}
+
+bool Owner::convertMultiple(xcb_window_t requestor, xcb_atom_t property) {
+    const auto cookie =
+        xcb_get_property(connection_.xcb(), 0, requestor, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.xcb(), cookie, nullptr));
+    if (!reply || reply->format != 32) return false;
+    const auto* values = static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get()));
+    std::vector<xcb_atom_t> pairs(values, values + xcb_get_property_value_length(reply.get()) / 4);
+    // Pairs of target and property; a target that fails gets its property crossed out.
+    for (std::size_t index = 0; index + 1 < pairs.size(); index += 2)
+        if (pairs[index + 1] != XCB_NONE && !convert(requestor, pairs[index], pairs[index + 1]))
+            pairs[index + 1] = XCB_NONE;
+    xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, reply->type, 32,
+                        static_cast<std::uint32_t>(pairs.size()), pairs.data());
+    return true;
+}
+
+void Owner::deliver(xcb_window_t requestor, xcb_atom_t property, const Offer& offer) {
+    std::erase_if(transfers_,
+                  [&](const Transfer& transfer) { return transfer.concerns(requestor, property); });
+    const auto& bytes = contents_->representations[offer.representation].data.bytes;
+    if (bytes.size() > Transfer::pieceSize)
+        transfers_.emplace_back(connection_, requestor, property, contents_, offer);
+    else
+        xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, offer.type,
+                            offer.format, static_cast<std::uint32_t>(bytes.size() / (offer.format / 8U)),
+                            bytes.data());
+}
+
+void Owner::propertyDeleted(xcb_window_t requestor, xcb_atom_t property) {
+    for (Transfer& transfer : transfers_)
+        if (transfer.concerns(requestor, property)) transfer.sendNext();
+    drop([](const Transfer& transfer) { return transfer.finished(); });
+}
+
+void Owner::windowGone(xcb_window_t requestor) {
+    drop([&](const Transfer& transfer) { return transfer.requestor() == requestor; });
+}
+
+void Owner::expire(Clock::time_point now) {
+    drop([&](const Transfer& transfer) { return transfer.deadline() <= now; });
+}
+
+std::optional<Clock::time_point> Owner::deadline() const {
+    if (transfers_.empty()) return std::nullopt;
+    return std::ranges::min(transfers_, {}, &Transfer::deadline).deadline();
+}
+
+template <class Predicate>
+void Owner::drop(Predicate&& predicate) {
+    std::vector<xcb_window_t> left;
+    std::erase_if(transfers_, [&](const Transfer& transfer) {
+        if (predicate(transfer)) left.push_back(transfer.requestor());
+        return predicate(transfer);
+    });
+    // Stop watching a window once nothing more goes there.
+    const std::uint32_t events = XCB_EVENT_MASK_NO_EVENT;
+    for (const xcb_window_t window : left)
+        if (std::ranges::find(transfers_, window, &Transfer::requestor) == transfers_.end())
+            xcb_change_window_attributes(connection_.xcb(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+} // namespace platform::selection
