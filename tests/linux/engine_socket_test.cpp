@@ -1,5 +1,5 @@
 #include "linux/run_until.h"
-#include "platform/linux/engine_socket.h"
+#include "platform/linux/interface/engine_socket.h"
 #include "rig/host.h"
 #include "rig/temporary_folder.h"
 

@@ -1,7 +1,7 @@
 #include "linux/run_until.h"
-#include "platform/linux/command_line.h"
-#include "platform/linux/interface_process.h"
-#include "platform/linux/interface_program.h"
+#include "platform/linux/application/command_line.h"
+#include "platform/linux/interface/process.h"
+#include "platform/linux/interface/program.h"
 #include "rig/temporary_folder.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
 #include "linux/print_rect.h"
-#include "platform/linux/window_frame_store.h"
+#include "platform/linux/window/frame_store.h"
 #include "rig/temporary_folder.h"
 
 #include <gtest/gtest.h>

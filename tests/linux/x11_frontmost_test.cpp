@@ -1,5 +1,5 @@
 #include "linux/x11_programs.h"
-#include "platform/linux/interface_process.h"
+#include "platform/linux/interface/process.h"
 #include "platform/linux/x11/base/connection.h"
 #include "platform/workspace.h"
 #include "rig/desktop.h"

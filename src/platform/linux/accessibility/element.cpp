@@ -1,0 +1,84 @@
+#include "platform/linux/accessibility/element.h"
+
+#include "platform/accessibility.h"
+#include "platform/linux/x11/windows/front_window.h"
+
+namespace platform {
+namespace ax {
+
+AXUIElementRef reference(AXUIElement::What what) {
+    return AXUIElementRef(std::make_shared<const AXUIElement>(std::move(what)));
+}
+
+AXUIElementRef reference(at_spi::FocusedObject seen) {
+    return reference(AXUIElement::Accessible{std::move(seen), std::chrono::steady_clock::now()});
+}
+
+} // namespace ax
+
+namespace {
+
+std::optional<AXAttributeValue> found(AXUIElementRef element) {
+    return element ? std::optional<AXAttributeValue>(std::move(element)) : std::nullopt;
+}
+
+// The window manager's title; a program may have given the focus to a window inside the one that has a
+// title.
+std::optional<std::string> titleOf(const AXUIElement::BareWindow& bare) {
+    if (auto title = x11::windowTitle(bare.window)) return title;
+    const x11::WindowId active = x11::activeWindow();
+    return x11::windowProcess(active) == bare.process ? x11::windowTitle(active) : std::nullopt;
+}
+
+// One overload for each kind of element.
+struct Reader {
+    std::string_view name;
+
+    std::optional<AXAttributeValue> operator()(AXUIElement::SystemWide) const {
+        return name == "AXFocusedUIElement" ? found(ax::systemWideFocusedElement()) : std::nullopt;
+    }
+    std::optional<AXAttributeValue> operator()(AXUIElement::Application application) const {
+        if (name == "AXFocusedUIElement") return found(ax::focusedElement(application.process));
+        if (name == "AXFocusedWindow") return found(ax::focusedWindow(application.process));
+        return std::nullopt;
+    }
+    std::optional<AXAttributeValue> operator()(const AXUIElement::BareWindow& bare) const {
+        return name == "AXTitle" ? titleOf(bare) : std::nullopt;
+    }
+    std::optional<AXAttributeValue> operator()(AXUIElement::Accessible& accessible) const {
+        return ax::attribute(accessible, name);
+    }
+};
+
+} // namespace
+
+bool CFEqual(const AXUIElementRef& left, const AXUIElementRef& right) {
+    if (!left || !right) return false;
+    return left.get() == right.get() || left.get()->what == right.get()->what;
+}
+
+std::optional<CFRange> AXValueGetValue(const AXValue& value, AXValueType type) {
+    if (type != AXValueType::cfRange || value.type != type) return std::nullopt;
+    return value.range;
+}
+
+AXUIElementRef AXUIElementCreateApplication(pid_t pid) {
+    return ax::reference(AXUIElement::Application{pid});
+}
+
+AXUIElementRef AXUIElementCreateSystemWide() { return ax::reference(AXUIElement::SystemWide{}); }
+
+std::optional<AXAttributeValue> AXUIElementCopyAttributeValue(const AXUIElementRef& element,
+                                                              std::string_view attribute) {
+    if (!element) return std::nullopt;
+    return std::visit(Reader{attribute}, element.get()->what);
+}
+
+bool AXUIElementSetAttributeValue(const AXUIElementRef& element, std::string_view attribute, bool value) {
+    if (!element || !value) return false;
+    if (attribute != "AXManualAccessibility" && attribute != "AXEnhancedUserInterface") return false;
+    const auto* application = std::get_if<AXUIElement::Application>(&element.get()->what);
+    return application != nullptr && ax::askToShow(application->process);
+}
+
+} // namespace platform

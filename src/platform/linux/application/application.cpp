@@ -1,0 +1,86 @@
+#include "platform/application.h"
+
+#include "platform/linux/application/session.h"
+#include "platform/linux/application/session_manager.h"
+#include "platform/linux/base/main_loop.h"
+#include "platform/linux/menu/menu_native.h"
+#include "platform/linux/window/main_window.h"
+#include "platform/linux/window/native_window.h"
+
+#include <utility>
+
+namespace platform {
+namespace {
+
+struct State {
+    ApplicationDelegate* delegate = nullptr;
+    std::unique_ptr<Menu> mainMenu;
+    std::unique_ptr<Gtk::MenuBar> menuBar;
+    Glib::RefPtr<Gtk::AccelGroup> menuKeys;
+    std::unique_ptr<SessionManager> session;
+};
+
+State& state() {
+    static State only;
+    return only;
+}
+
+void placeMenuBar() {
+    const auto window = mainWindow();
+    if (!window || !state().menuBar) return;
+    window->native().setMenuBar(*state().menuBar);
+    window->native().window.add_accel_group(state().menuKeys);
+}
+
+void settle(ApplicationTerminateReply reply) {
+    if (reply == ApplicationTerminateReply::terminateNow) endMainLoop(0);
+    if (reply == ApplicationTerminateReply::terminateCancel && state().session) state().session->refuse();
+}
+
+} // namespace
+
+Application& Application::sharedApplication() {
+    static Application application;
+    return application;
+}
+
+ApplicationDelegate* Application::delegate() const { return state().delegate; }
+
+void Application::setDelegate(ApplicationDelegate* delegate) { state().delegate = delegate; }
+
+Menu* Application::mainMenu() const { return state().mainMenu.get(); }
+
+void Application::setMainMenu(std::unique_ptr<Menu> menu) {
+    const auto window = mainWindow();
+    if (window && state().menuKeys) window->native().window.remove_accel_group(state().menuKeys);
+    state().menuKeys.reset();
+    state().menuBar.reset();
+    state().mainMenu = std::move(menu);
+    if (!state().mainMenu) return;
+    state().menuBar = makeMenuBar(*state().mainMenu);
+    state().menuKeys = makeMenuKeys(*state().mainMenu);
+    placeMenuBar();
+}
+
+void Application::activate() {
+    const auto window = mainWindow();
+    if (window && window->native().isVisible()) window->native().present();
+}
+
+void Application::terminate() {
+    settle(state().delegate ? state().delegate->applicationShouldTerminate()
+                            : ApplicationTerminateReply::terminateNow);
+}
+
+void Application::replyToApplicationShouldTerminate(bool shouldTerminate) {
+    settle(shouldTerminate ? ApplicationTerminateReply::terminateNow
+                           : ApplicationTerminateReply::terminateCancel);
+}
+
+void joinSession() {
+    state().session = std::make_unique<SessionManager>([] { Application::sharedApplication().terminate(); });
+}
+
+void leaveSession() { state().session.reset(); }
+
+} // namespace platform

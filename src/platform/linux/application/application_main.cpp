@@ -1,0 +1,131 @@
+#include "platform/application.h"
+#include "platform/linux/accessibility/trust.h"
+#include "platform/linux/application/command_line.h"
+#include "platform/linux/application/gtk_start.h"
+#include "platform/linux/application/session.h"
+#include "platform/linux/base/main_loop.h"
+#include "platform/linux/base/terminal_message.h"
+#include "platform/linux/interface/program.h"
+#include "platform/linux/window/main_window.h"
+#include "platform/linux/window/native_window.h"
+#include "platform/linux/x11/base/display_check.h"
+#include "platform/linux/x11/base/sole_instance.h"
+#include "platform/main_queue.h"
+
+#include <glib-unix.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace platform {
+namespace {
+
+constexpr int cannotRun = 1;
+constexpr int unclearCommand = 2;
+
+gboolean terminationSignal(gpointer) {
+    MainQueue::async([] { Application::sharedApplication().terminate(); });
+    return G_SOURCE_CONTINUE;
+}
+
+// The person started the program once more.
+void reopen() {
+    MainQueue::async([] {
+        const auto window = mainWindow();
+        auto* delegate = Application::sharedApplication().delegate();
+        if (delegate != nullptr)
+            delegate->applicationShouldHandleReopen(window && window->native().isVisible());
+    });
+}
+
+// A sentence when something the host needs is not there.
+std::optional<std::string> prepare(std::vector<std::string> interface,
+                                   std::optional<std::string> displayMissing) {
+    std::string problem;
+    auto command = findInterface(std::move(interface), problem);
+    if (command.empty()) return problem;
+    setInterfaceCommand(std::move(command));
+    if (displayMissing) return displayMissing;
+    if (!startGtk()) return "the display could not be used; start it again, or log in again.";
+    if (!startAccessibility(problem)) return problem;
+    return std::nullopt;
+}
+
+// Every generation of a model server has a connection of its own.
+void allowManyConnections() {
+    rlimit files{};
+    if (getrlimit(RLIMIT_NOFILE, &files) != 0) return;
+    files.rlim_cur = files.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &files);
+}
+
+int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance) {
+    signal(SIGPIPE, SIG_IGN);
+    allowManyConnections();
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        g_unix_signal_add(number, terminationSignal, nullptr);
+
+    auto& application = Application::sharedApplication();
+    MainInterface interface = load();
+    application.setDelegate(interface.delegate.get());
+    setMainWindow(interface.mainWindow);
+    application.setMainMenu(std::move(interface.mainMenu));
+    interface.mainWindow->awakeFromNib();
+    interface.mainWindow->makeKeyAndOrderFront();
+    joinSession();
+
+    const int status = runMainLoop();
+    instance.reset(); // who starts the program from now on gets a host of their own
+    interface.mainWindow->orderOut();
+    interface.mainWindow.reset();
+    application.setMainMenu(nullptr);
+    application.setDelegate(nullptr);
+    leaveSession(); // only now: the interface may have something to put away
+    return status;
+}
+
+int start(const std::vector<std::string>& interface, const std::function<MainInterface()>& load) {
+    auto missing = displayProblem();
+    std::unique_ptr<SoleInstance> instance;
+    const auto outcome = missing ? SoleInstance::Outcome::claimed : SoleInstance::claim(reopen, instance);
+    if (outcome == SoleInstance::Outcome::reopened) return 0;
+    if (outcome == SoleInstance::Outcome::silent) {
+        printMessage(
+            "it runs already but does not answer; end it (pkill quillmark-host) and start it again.");
+        return cannotRun;
+    }
+    if (const auto problem = prepare(interface, std::move(missing))) {
+        printMessage(*problem);
+        return cannotRun;
+    }
+    return run(load, std::move(instance));
+}
+
+} // namespace
+
+int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>& load) {
+    const auto line = readCommandLine({argv + std::min(argc, 1), argv + argc});
+    switch (line.wish) {
+    case CommandLine::Wish::help:
+        std::cout << helpText();
+        return 0;
+    case CommandLine::Wish::version:
+        std::cout << versionText();
+        return 0;
+    case CommandLine::Wish::unclear:
+        printMessage(line.problem);
+        return unclearCommand;
+    case CommandLine::Wish::run:
+        break;
+    }
+    return start(line.interface, load);
+}
+
+} // namespace platform

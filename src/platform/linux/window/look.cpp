@@ -1,0 +1,23 @@
+#include "platform/linux/window/look.h"
+
+#include <gtkmm/cssprovider.h>
+#include <gtkmm/stylecontext.h>
+
+namespace platform {
+
+void installWindowLook() {
+    constexpr const char* look = R"(
+        .quillmark-bar { min-height: 36px; padding: 0 6px; border: none; }
+        .quillmark-flat-bar, .quillmark-flat-bar:backdrop { background: @theme_bg_color; box-shadow: none; }
+        .quillmark-window.solid-csd decoration, .quillmark-window.solid-csd decoration:backdrop {
+            background: @theme_bg_color; border: 1px solid @borders; padding: 4px; box-shadow: none;
+        }
+        .quillmark-window menubar { background: @theme_bg_color; border: none; box-shadow: none; }
+    )";
+    static const auto provider = Gtk::CssProvider::create();
+    provider->load_from_data(look);
+    Gtk::StyleContext::add_provider_for_screen(Gdk::Screen::get_default(), provider,
+                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+}
+
+} // namespace platform
