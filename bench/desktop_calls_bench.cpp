@@ -1,6 +1,6 @@
 // Each call of the desktop channel on a real desktop: from the bytes sent to the answer at the interface.
-#include "rig/desktop.h"
-#include "rig/host.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/host.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -15,12 +15,12 @@ namespace {
 
 using flutter::EncodableMap;
 using flutter::EncodableValue;
-using rig::Clock;
+using testbed::Clock;
 
 constexpr std::size_t rounds = 200;
 
 // Waits on the socket itself: the tests' patient look every few milliseconds would be what is measured.
-double milliseconds(rig::Host& host, const std::string& method, const EncodableValue& arguments) {
+double milliseconds(testbed::Host& host, const std::string& method, const EncodableValue& arguments) {
     const auto start = Clock::now();
     const auto call = host.startCall(method, arguments);
     host.awaitBytes();
@@ -33,7 +33,7 @@ struct Times {
 };
 
 // One call each 20 ms: what the one before has left to draw is drawn by then.
-Times measured(rig::Host& host, const std::string& method, const EncodableValue& arguments) {
+Times measured(testbed::Host& host, const std::string& method, const EncodableValue& arguments) {
     std::vector<double> times;
     while (times.size() < rounds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -47,9 +47,9 @@ Times measured(rig::Host& host, const std::string& method, const EncodableValue&
 
 int main() {
     try {
-        rig::Desktop desktop;
-        rig::Host host;
-        rig::TemporaryFolder folder;
+        testbed::Desktop desktop;
+        testbed::Host host;
+        testbed::TemporaryFolder folder;
         host.bringToFront(desktop);
         const EncodableMap labels{{"nativeEdit", "편집"}, {"nativeView", "보기"}};
         const std::pair<const char*, EncodableValue> calls[]{

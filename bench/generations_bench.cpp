@@ -2,7 +2,7 @@
 // main queue, with a model that has its answers ready.
 #include "flutter/binary_messenger.h"
 #include "model/system_model_bridge.h"
-#include "support/ready_model.h"
+#include "testing/ready_model/ready_model.h"
 
 #include <benchmark/benchmark.h>
 #include <glib.h>

@@ -2,9 +2,9 @@
 // interface, and from the interface's "paste" to the text in the field. Also what the host costs at rest.
 #include "bench/bare_round_trips.h"
 #include "flutter/arguments.h"
-#include "rig/desktop.h"
-#include "rig/fields.h"
-#include "rig/host.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/host.h"
 
 #include <unistd.h>
 
@@ -20,7 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 using flutter::EncodableMap;
 using flutter::member;
-using rig::Clock;
+using testbed::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int rounds = 100;
@@ -53,9 +53,9 @@ std::string answerText(const flutter::CallOutcome& answer) {
 }
 
 struct Stage {
-    rig::Desktop desktop;
-    rig::Host host;
-    rig::Fields fields{desktop, {"textview=Dear Anna, thank you for yor letter."}};
+    testbed::Desktop desktop;
+    testbed::Host host;
+    testbed::Fields fields{desktop, {"textview=Dear Anna, thank you for yor letter."}};
 
     Stage() {
         host.bringToFront(desktop); // or it would come to the front in the middle

@@ -4,8 +4,8 @@
 #include "flutter/frame.h"
 #include "flutter/frame_messenger.h"
 #include "flutter/standard_codec.h"
-#include "model/scripted_server.h"
 #include "model/system_model_bridge.h"
+#include "testing/model_server/scripted_server.h"
 
 #include <glib.h>
 #include <netinet/in.h>

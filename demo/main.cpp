@@ -2,9 +2,9 @@
 // that comes with it. Each step is said with its time; the verdict is the file that the editor saved.
 //
 //   quillmark-demo HOST INTERFACE PICTURES-FOLDER
-#include "rig/desktop.h"
-#include "rig/editor.h"
-#include "rig/process.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/editor.h"
+#include "testing/desktop/process.h"
 
 #include <cstdio>
 #include <exception>
@@ -14,7 +14,7 @@
 
 namespace {
 
-using namespace rig;
+using namespace testbed;
 
 const Clock::time_point started = Clock::now();
 

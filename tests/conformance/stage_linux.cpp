@@ -1,11 +1,11 @@
 #include "conformance/stage.h"
-#include "linux/pasteboard_programs.h"
 #include "platform/linux/accessibility/trust.h"
 #include "platform/linux/application/gtk_start.h"
 #include "platform/linux/window/native_window.h"
 #include "platform/linux/x11/keyboard/key_positions.h"
-#include "rig/desktop.h"
-#include "rig/fields.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/pasteboard_programs.h"
 
 #include <gdk/gdkx.h>
 #include <glib.h>
@@ -18,7 +18,7 @@
 
 namespace conformance {
 
-using rig::WindowId;
+using testbed::WindowId;
 
 namespace {
 
@@ -62,10 +62,10 @@ WindowId idOf(const platform::Window& window) {
 } // namespace
 
 struct Program::Native {
-    Native(rig::Desktop& desktop, const std::vector<std::string>& descriptions, const std::string& title)
+    Native(testbed::Desktop& desktop, const std::vector<std::string>& descriptions, const std::string& title)
         : fields(desktop, descriptions, title) {}
 
-    mutable rig::Fields fields;
+    mutable testbed::Fields fields;
     std::unique_ptr<pasteboard_test::Owner> owner;
 
     void signal(int number) const {
@@ -117,7 +117,7 @@ std::optional<std::string> Program::pasteboardBytes(const platform::PasteboardTy
 }
 
 struct Stage::Native {
-    rig::Desktop desktop;
+    testbed::Desktop desktop;
 };
 
 Stage::Stage() {

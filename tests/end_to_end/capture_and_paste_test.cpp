@@ -1,14 +1,14 @@
 // The whole way on a real desktop: keys pressed in a real program, text read from it and typed back into it,
 // judged by what that program itself says.
 #include "flutter/arguments.h"
-#include "rig/desktop.h"
-#include "rig/editor.h"
-#include "rig/fields.h"
-#include "rig/host.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/editor.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/host.h"
 
 #include <gmock/gmock.h>
 
-using namespace rig;
+using namespace testbed;
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The interface printed in docs/writing-an-interface.md, as a reader would use it.
-#include "rig/desktop.h"
-#include "rig/fields.h"
-#include "rig/host.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/host.h"
 
 #include <gmock/gmock.h>
 
-using namespace rig;
+using namespace testbed;
 
 namespace {
 

@@ -1,7 +1,7 @@
 // How the host's life begins, goes on and ends: a second start, and every way to be asked to quit.
-#include "rig/desktop.h"
-#include "rig/host.h"
-#include "rig/session.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/host.h"
+#include "testing/desktop/session.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,7 @@
 #include <cstring>
 #include <memory>
 
-using namespace rig;
+using namespace testbed;
 
 namespace {
 

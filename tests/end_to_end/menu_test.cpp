@@ -1,11 +1,11 @@
 // The menu bar as the person in front of it uses it, with the keyboard.
-#include "rig/desktop.h"
-#include "rig/fields.h"
-#include "rig/host.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/host.h"
 
 #include <gtest/gtest.h>
 
-using namespace rig;
+using namespace testbed;
 
 namespace {
 

@@ -1,13 +1,13 @@
 // What the host does for the interface outside its window, as the programs concerned see it.
-#include "rig/desktop.h"
-#include "rig/host.h"
-#include "rig/process.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/host.h"
+#include "testing/desktop/process.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-using namespace rig;
+using namespace testbed;
 
 namespace {
 

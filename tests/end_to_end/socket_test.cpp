@@ -1,6 +1,6 @@
 // The socket between the host and its interface, and how their lives hang together.
 #include "flutter/hex.h"
-#include "rig/host.h"
+#include "testing/desktop/host.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 #include <csignal>
 #include <regex>
 
-using namespace rig;
+using namespace testbed;
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Directories that backup programs leave out, as those programs see them.
 #include "platform/url.h"
-#include "rig/temporary_folder.h"
+#include "testing/desktop/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <sys/xattr.h>
@@ -25,7 +25,7 @@ struct Backup : testing::Test {
         return line;
     }
 
-    const rig::TemporaryFolder temporary;
+    const testbed::TemporaryFolder temporary;
     const fs::path folder = temporary / "";
 };
 

@@ -1,7 +1,7 @@
 #include "linux/run_until.h"
 #include "platform/linux/interface/engine_socket.h"
-#include "rig/host.h"
-#include "rig/temporary_folder.h"
+#include "testing/desktop/host.h"
+#include "testing/desktop/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <sys/socket.h>
@@ -36,7 +36,7 @@ struct Engine : testing::Test {
     }
 
     void connectClient() {
-        client = FileDescriptor(rig::connectTo(socket->path()));
+        client = FileDescriptor(testbed::connectTo(socket->path()));
         runUntil([this] { return socket->connected(); });
     }
 
@@ -72,7 +72,7 @@ TEST_F(Engine, OnlyThisUserCanReachTheSocketAndNothingOfItStays) {
 
 TEST_F(Engine, SecondConnectionIsRefusedAndTheFirstServedOn) {
     connectClient();
-    EXPECT_EQ(rig::connectTo(socket->path()), -1);
+    EXPECT_EQ(testbed::connectTo(socket->path()), -1);
     clientSends({1, 2, 3});
     runUntil([this] { return received.size() == 3; });
 }
@@ -162,7 +162,7 @@ TEST_F(Engine, EntryThatRunsALoopOfItsOwnIsNotGivenTheNextBytes) {
 }
 
 TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
-    const rig::TemporaryFolder folder;
+    const testbed::TemporaryFolder folder;
     const fs::path base = folder / "";
     fs::create_directories(base / "quillmark-host.killed");
     fs::create_directories(base / "someone-elses");

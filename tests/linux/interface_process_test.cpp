@@ -2,7 +2,7 @@
 #include "platform/linux/application/command_line.h"
 #include "platform/linux/interface/process.h"
 #include "platform/linux/interface/program.h"
-#include "rig/temporary_folder.h"
+#include "testing/desktop/temporary_folder.h"
 
 #include <gmock/gmock.h>
 
@@ -74,7 +74,7 @@ TEST_F(Interface, ThatCannotBeStartedHasAReason) {
 }
 
 TEST(FindInterface, SaysWhatToDoAboutAProgramThatCannotBeStarted) {
-    const rig::TemporaryFolder folder;
+    const testbed::TemporaryFolder folder;
     std::ofstream(folder / "plain") << "#!/bin/sh\n";
     const auto problem = [](const std::string& program) {
         std::string sentence;

@@ -1,5 +1,5 @@
-#include "linux/pasteboard_programs.h"
 #include "platform/pasteboard.h"
+#include "testing/desktop/pasteboard_programs.h"
 
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace pasteboard_test;
-using rig::waitUntil;
+using testbed::waitUntil;
 using testing::Optional;
 
 Pasteboard& pasteboard() { return Pasteboard::generalPasteboard(); }

@@ -1,6 +1,6 @@
 #include "linux/print_rect.h"
 #include "platform/linux/window/frame_store.h"
-#include "rig/temporary_folder.h"
+#include "testing/desktop/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ struct FrameStore : testing::Test {
     FrameStore() { setenv("XDG_STATE_HOME", state.c_str(), 1); }
     ~FrameStore() override { unsetenv("XDG_STATE_HOME"); }
 
-    const rig::TemporaryFolder folder;
+    const testbed::TemporaryFolder folder;
     const fs::path state = folder / "state";
 };
 

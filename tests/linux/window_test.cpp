@@ -4,8 +4,8 @@
 #include "platform/linux/menu/menu_native.h"
 #include "platform/linux/window/native_window.h"
 #include "platform/window.h"
-#include "rig/desktop.h"
-#include "rig/temporary_folder.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -76,8 +76,8 @@ struct RealWindow : testing::Test {
 
     Gtk::Window& gtk() { return window->native().window; }
 
-    const rig::TemporaryFolder state;
-    rig::Desktop desktop;
+    const testbed::TemporaryFolder state;
+    testbed::Desktop desktop;
     Told told;
     std::unique_ptr<Window> window;
 };

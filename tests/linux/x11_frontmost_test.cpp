@@ -1,9 +1,12 @@
-#include "linux/x11_programs.h"
+#include "linux/front_key_window.h"
+#include "linux/run_until.h"
 #include "platform/linux/interface/process.h"
 #include "platform/linux/x11/base/connection.h"
 #include "platform/workspace.h"
-#include "rig/desktop.h"
-#include "rig/fields.h"
+#include "support/keys.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/keyboard.h"
 
 #include <X11/Xlib.h>
 
@@ -12,13 +15,15 @@
 #include <filesystem>
 #include <fstream>
 
-namespace platform::x11test {
+namespace platform {
 namespace {
+
+using testbed::Keyboard;
 
 std::optional<RunningApplication> front() { return Workspace::sharedWorkspace().frontmostApplication(); }
 
 struct Frontmost : testing::Test {
-    rig::Desktop desktop;
+    testbed::Desktop desktop;
 };
 
 TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
@@ -31,7 +36,7 @@ TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
                       CopyFromParent, CWOverrideRedirect, &attributes);
     XMapWindow(connection->display(), popup);
     for (const ::Window focus : {popup, ::Window{None}}) {
-        const rig::Fields program(desktop, {"entry"});
+        const testbed::Fields program(desktop, {"entry"});
         ASSERT_TRUE(front());
         EXPECT_TRUE(runUntil([&] { // the window manager may still be busy giving it to the program
             XSetInputFocus(connection->display(), focus, RevertToPointerRoot, CurrentTime);
@@ -55,8 +60,8 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
     for (const auto& [windowClass, identity, name] :
          {Names{"letterswindow", "org.example.Letters", "Letters"}, Names{"Notes", "notes", "My Notes"},
           Names{"action", "action", "action"}}) {
-        rig::Fields program(desktop, {"entry"});
-        setWindowClass(x11::Connection::shared()->display(), *desktop.activeWindow(), windowClass);
+        testbed::Fields program(desktop, {"entry"});
+        testbed::setWindowClass(x11::Connection::shared()->display(), *desktop.activeWindow(), windowClass);
         const auto application = front();
         ASSERT_TRUE(application);
         EXPECT_EQ(application->processIdentifier(), program.process().pid());
@@ -75,8 +80,8 @@ TEST_F(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
 }
 
 TEST_F(Frontmost, AKeystrokeMeantForItReachesNoOtherWindow) {
-    KeyWindow other;
-    const rig::Fields program(desktop, {"entry"});
+    FrontKeyWindow other;
+    const testbed::Fields program(desktop, {"entry"});
     ASSERT_TRUE(front());
     other.takeFocus();
     post(8, kCGEventFlagMaskCommand);
@@ -87,4 +92,4 @@ TEST_F(Frontmost, AKeystrokeMeantForItReachesNoOtherWindow) {
 }
 
 } // namespace
-} // namespace platform::x11test
+} // namespace platform

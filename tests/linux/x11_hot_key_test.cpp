@@ -1,13 +1,18 @@
-#include "linux/x11_programs.h"
+#include "linux/front_key_window.h"
+#include "linux/run_until.h"
 #include "platform/hot_key.h"
 #include "platform/linux/x11/base/connection.h"
 #include "platform/linux/x11/base/server_time.h"
+#include "support/keys.h"
+#include "testing/desktop/keyboard.h"
 
 #include <X11/XKBlib.h>
 #include <X11/keysym.h>
 
-namespace platform::x11test {
+namespace platform {
 namespace {
+
+using testbed::Keyboard;
 
 using testing::ElementsAre;
 
@@ -115,7 +120,7 @@ TEST_F(HotKey, IsRefusedWholeWhenAnotherProgramHoldsAnyVariantOfIt) {
 TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
     const EventHotKeyRef hotKey = registerHotKey();
     Keyboard keyboard;
-    KeyWindow window;
+    FrontKeyWindow window;
     onPress = [] { post(8, kCGEventFlagMaskCommand); };
     holdDown(keyboard);
     EXPECT_EQ(settled(), 1);
@@ -141,7 +146,7 @@ TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
 TEST_F(HotKey, MayBeTheKeystrokeThatTheHostTypes) {
     const EventHotKeyRef hotKey = registerHotKey(8, controlKey);
     Keyboard keyboard;
-    KeyWindow window;
+    FrontKeyWindow window;
     post(8, kCGEventFlagMaskCommand);
     EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
     EXPECT_EQ(settled(), 0);
@@ -152,7 +157,7 @@ TEST_F(HotKey, MayBeTheKeystrokeThatTheHostTypes) {
 TEST_F(HotKey, MayBeAKeyAlone) {
     const EventHotKeyRef hotKey = registerHotKey(0x6D, 0); // F10
     Keyboard keyboard;
-    KeyWindow window;
+    FrontKeyWindow window;
     onPress = [] { post(8, kCGEventFlagMaskCommand); };
     keysRepeatFast();
     keyboard.hold("F10");
@@ -181,4 +186,4 @@ TEST_F(HotKey, FollowsItsModifiersWhenTheKeyboardChanges) {
 }
 
 } // namespace
-} // namespace platform::x11test
+} // namespace platform

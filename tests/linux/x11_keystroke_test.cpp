@@ -1,9 +1,14 @@
-#include "linux/x11_programs.h"
+#include "linux/front_key_window.h"
+#include "linux/run_until.h"
+#include "support/keys.h"
+#include "testing/desktop/keyboard.h"
 
 #include <X11/XKBlib.h>
 
-namespace platform::x11test {
+namespace platform {
 namespace {
+
+using testbed::Keyboard;
 
 using testing::ElementsAre;
 
@@ -19,7 +24,7 @@ TEST_F(Keystroke, CarriesItsOwnModifiersWhateverTheUserHoldsAndLeavesNothingDown
     for (const std::string keys :
          {"", "Alt_L+Shift_L", "Control_L", "Super_L+Alt_R", "Shift_R+Control_R+Alt_L"}) {
         Keyboard keyboard;
-        KeyWindow window;
+        FrontKeyWindow window;
         if (!keys.empty()) keyboard.hold(keys);
         post(positionOfC, command);
         post(positionOfC, 0);
@@ -31,7 +36,7 @@ TEST_F(Keystroke, CarriesItsOwnModifiersWhateverTheUserHoldsAndLeavesNothingDown
 
 TEST_F(Keystroke, LetsGoOfEverythingWhenTheUserLetsGoInTheMiddleOrTheReleaseNeverComes) {
     Keyboard keyboard;
-    KeyWindow window;
+    FrontKeyWindow window;
     keyboard.hold("Alt_L");
     auto down = CGEventCreateKeyboardEvent(std::nullopt, positionOfC, true);
     auto up = CGEventCreateKeyboardEvent(std::nullopt, positionOfC, false);
@@ -47,7 +52,7 @@ TEST_F(Keystroke, LetsGoOfEverythingWhenTheUserLetsGoInTheMiddleOrTheReleaseNeve
 
 TEST_F(Keystroke, LocksChangeNothingAndStay) {
     Keyboard keyboard;
-    KeyWindow window;
+    FrontKeyWindow window;
     keyboard.press("Caps_Lock");
     keyboard.press("Num_Lock");
     EXPECT_EQ(Event::modifierFlags(), kCGEventFlagMaskAlphaShift);
@@ -86,7 +91,7 @@ TEST_F(Keystroke, ReachesTheKeyOfTheLetterOnEveryLayout) {
         ASSERT_TRUE(run(std::string("setxkbmap ") + layout));
         XkbLockGroup(keyboard.display(), XkbUseCoreKbd, group);
         XSync(keyboard.display(), False);
-        KeyWindow window;
+        FrontKeyWindow window;
         for (const auto& [letter, place] : std::initializer_list<std::pair<char16_t, CGKeyCode>>{
                  {u'c', 8}, {u'a', 0}, {u'v', 9}, {u'z', 6}})
             post(keyThatTypes(letter).value_or(place), command);
@@ -108,7 +113,7 @@ TEST_F(Keystroke, DeadKeysAndMissingKeysTypeNothing) {
 TEST_F(Keystroke, NeverCopiesInATerminal) {
     Keyboard keyboard;
     for (const char* terminal : {"XTerm", "Gnome-terminal", "kitty"}) {
-        KeyWindow window(terminal);
+        FrontKeyWindow window(terminal);
         post(positionOfC, command);
         post(positionOfC, 0);
         EXPECT_THAT(window.presses(), ElementsAre("c")) << terminal;
@@ -116,4 +121,4 @@ TEST_F(Keystroke, NeverCopiesInATerminal) {
 }
 
 } // namespace
-} // namespace platform::x11test
+} // namespace platform

@@ -1,6 +1,6 @@
 // Generations on the real background threads and main queue; what the thread sanitizer finds here is a fault.
 #include "model/loop_host.h"
-#include "support/ready_model.h"
+#include "testing/ready_model/ready_model.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 // Generations and availability against a model server that misbehaves in every way the real ones do, and
 // without one.
 #include "model/loop_host.h"
-#include "model/scripted_server.h"
 #include "platform/language_model.h"
 #include "platform/models/generation/background_executor.h"
 #include "platform/models/model_choice.h"
 #include "platform/models/server/answer.h"
+#include "testing/model_server/scripted_server.h"
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>

@@ -1,4 +1,4 @@
-#include "rig/keyboard.h"
+#include "testing/desktop/keyboard.h"
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
@@ -10,7 +10,7 @@
 #include <map>
 #include <stdexcept>
 
-namespace rig {
+namespace testbed {
 
 namespace {
 
@@ -109,4 +109,4 @@ void Keyboard::fake(KeyCode key, bool down) {
     if (down) down_.push_back(key);
 }
 
-} // namespace rig
+} // namespace testbed

@@ -1,8 +1,8 @@
 // A program started by a test; it does not outlive its object.
 #pragma once
 
-#include "rig/temporary_folder.h"
-#include "rig/wait.h"
+#include "testing/desktop/temporary_folder.h"
+#include "testing/desktop/wait.h"
 
 #include <sys/types.h>
 
@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rig {
+namespace testbed {
 
 class Process {
 public:
@@ -42,4 +42,4 @@ private:
     std::optional<int> status_;
 };
 
-} // namespace rig
+} // namespace testbed

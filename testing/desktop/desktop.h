@@ -1,8 +1,8 @@
 // The desktop that $DISPLAY names, as the person in front of it uses and sees it.
 #pragma once
 
-#include "rig/keyboard.h"
-#include "rig/wait.h"
+#include "testing/desktop/keyboard.h"
+#include "testing/desktop/wait.h"
 
 #include <sys/types.h>
 
@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rig {
+namespace testbed {
 
 using WindowId = unsigned long;
 
@@ -65,4 +65,4 @@ private:
     std::unique_ptr<Server> server_;
 };
 
-} // namespace rig
+} // namespace testbed

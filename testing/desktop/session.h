@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-namespace rig {
+namespace testbed {
 
 class Session {
 public:
@@ -30,4 +30,4 @@ private:
     std::unique_ptr<Server> server_;
 };
 
-} // namespace rig
+} // namespace testbed

@@ -1,4 +1,4 @@
-#include "rig/process.h"
+#include "testing/desktop/process.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-namespace rig {
+namespace testbed {
 
 namespace {
 
@@ -84,4 +84,4 @@ std::optional<int> Process::exitStatus(milliseconds limit) {
     return status_;
 }
 
-} // namespace rig
+} // namespace testbed

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <functional>
 
-namespace rig {
+namespace testbed {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
@@ -15,4 +15,4 @@ inline constexpr milliseconds patience{10'000};
 // Asks until it is true; false when the time is over first.
 bool waitUntil(const std::function<bool()>& condition, milliseconds limit = patience);
 
-} // namespace rig
+} // namespace testbed

@@ -4,9 +4,9 @@
 
 #include "flutter/frame.h"
 #include "flutter/method_channel.h"
-#include "rig/desktop.h"
-#include "rig/process.h"
-#include "rig/wait.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/process.h"
+#include "testing/desktop/wait.h"
 
 #include <cstdint>
 #include <map>
@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-namespace rig {
+namespace testbed {
 
 inline constexpr std::string_view desktopChannel = "quillmark.quillmark/desktop";
 
@@ -86,4 +86,4 @@ std::string hostProgram();
 // A connection to a host's socket, or -1.
 int connectTo(const std::string& path);
 
-} // namespace rig
+} // namespace testbed

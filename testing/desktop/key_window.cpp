@@ -1,16 +1,17 @@
-#include "linux/x11_programs.h"
+#include "testing/desktop/key_window.h"
 
-#include "platform/workspace.h"
+#include "testing/desktop/wait.h"
 
 #include <X11/XKBlib.h>
+#include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
-#include <cstdlib>
+#include <stdexcept>
 
-namespace platform::x11test {
+namespace testbed {
 namespace {
 
-::Window openWindow(Display* display, const char* windowClass) {
+::Window openWindow(::Display* display, const char* windowClass) {
     const ::Window window =
         XCreateSimpleWindow(display, DefaultRootWindow(display), 50, 50, 300, 200, 0, 0, 0);
     setWindowClass(display, window, windowClass);
@@ -20,12 +21,12 @@ namespace {
     return window;
 }
 
-bool isViewable(Display* display, ::Window window) {
+bool isViewable(::Display* display, ::Window window) {
     XWindowAttributes attributes{};
     return XGetWindowAttributes(display, window, &attributes) != 0 && attributes.map_state == IsViewable;
 }
 
-::Window focusOf(Display* display) {
+::Window focusOf(::Display* display) {
     ::Window focus = None;
     int revert = 0;
     XGetInputFocus(display, &focus, &revert);
@@ -45,7 +46,7 @@ std::string nameOf(unsigned state, KeySym symbol) {
 
 } // namespace
 
-void setWindowClass(Display* display, ::Window window, std::string name) {
+void setWindowClass(::Display* display, unsigned long window, std::string name) {
     XClassHint hint{name.data(), name.data()};
     XSetClassHint(display, window, &hint);
     XSync(display, False);
@@ -53,17 +54,17 @@ void setWindowClass(Display* display, ::Window window, std::string name) {
 
 KeyWindow::KeyWindow(const char* windowClass)
     : display_(XOpenDisplay(nullptr)), window_(openWindow(display_, windowClass)) {
-    EXPECT_TRUE(runUntil([this] { return isViewable(display_, window_); }));
+    if (!waitUntil([this] { return isViewable(display_, window_); }))
+        throw std::runtime_error("the window never came onto the screen");
     takeFocus();
-    const auto host = RunningApplication::currentApplication();
-    EXPECT_TRUE(runUntil([&] { return Workspace::sharedWorkspace().frontmostApplication() == host; }));
 }
 
 void KeyWindow::takeFocus() {
-    EXPECT_TRUE(runUntil([this] { // the window manager may still be busy giving it to another
+    const auto hasIt = [this] { // the window manager may still be busy giving it to another
         XSetInputFocus(display_, window_, RevertToParent, CurrentTime);
         return focusOf(display_) == window_;
-    }));
+    };
+    if (!waitUntil(hasIt)) throw std::runtime_error("the window never had the focus");
 }
 
 KeyWindow::~KeyWindow() { XCloseDisplay(display_); }
@@ -90,6 +91,4 @@ const std::vector<std::string>& KeyWindow::presses() {
     return presses_;
 }
 
-bool run(const std::string& command) { return std::system(command.c_str()) == 0; }
-
-} // namespace platform::x11test
+} // namespace testbed

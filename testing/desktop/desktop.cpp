@@ -1,4 +1,4 @@
-#include "rig/desktop.h"
+#include "testing/desktop/desktop.h"
 
 #include <X11/X.h>
 #include <X11/Xatom.h>
@@ -11,7 +11,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace rig {
+namespace testbed {
 
 namespace {
 
@@ -237,4 +237,4 @@ void Desktop::screenshot(const std::filesystem::path& file) {
     if (!saved) throw std::runtime_error("The picture cannot be written: " + file.string());
 }
 
-} // namespace rig
+} // namespace testbed

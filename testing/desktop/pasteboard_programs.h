@@ -1,7 +1,7 @@
 // Other programs on the pasteboard: real GTK ones, and a raw X client that can misbehave.
 #pragma once
 
-#include "rig/process.h"
+#include "testing/desktop/process.h"
 
 #include <xcb/xcb.h>
 
@@ -24,7 +24,7 @@ struct Representation {
 struct Owner {
     explicit Owner(const std::vector<Representation>& contents);
 
-    rig::Process program;
+    testbed::Process program;
 };
 
 // A GTK program that reads that target; what it prints once it has ended, absent when there is nothing.
@@ -32,7 +32,7 @@ struct Reader {
     explicit Reader(const std::string& target);
     std::optional<std::string> finish();
 
-    rig::Process program;
+    testbed::Process program;
 };
 
 // What another program is given for that target.

@@ -1,14 +1,14 @@
 // The small program with text fields (gtk_fields.cpp), asked and told by lines.
 #pragma once
 
-#include "rig/desktop.h"
-#include "rig/process.h"
-#include "rig/wait.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/process.h"
+#include "testing/desktop/wait.h"
 
 #include <string>
 #include <vector>
 
-namespace rig {
+namespace testbed {
 
 class Fields {
 public:
@@ -32,4 +32,4 @@ private:
     std::size_t read_ = 0;
 };
 
-} // namespace rig
+} // namespace testbed

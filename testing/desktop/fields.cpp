@@ -1,8 +1,8 @@
-#include "rig/fields.h"
+#include "testing/desktop/fields.h"
 
 #include <stdexcept>
 
-namespace rig {
+namespace testbed {
 
 namespace {
 
@@ -51,4 +51,4 @@ std::string Fields::nextLine() {
     return line;
 }
 
-} // namespace rig
+} // namespace testbed

@@ -1,4 +1,4 @@
-#include "support/ready_model.h"
+#include "testing/ready_model/ready_model.h"
 
 #include "platform/models/generation/background_executor.h"
 #include "platform/models/generation/response_stream.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace rig {
+namespace testbed {
 
 class TemporaryFolder {
 public:
@@ -24,4 +24,4 @@ private:
 std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, std::string_view text);
 
-} // namespace rig
+} // namespace testbed

@@ -1,4 +1,4 @@
-#include "linux/pasteboard_programs.h"
+#include "testing/desktop/pasteboard_programs.h"
 
 #include <array>
 #include <cstdlib>
@@ -30,7 +30,7 @@ std::string described(const std::vector<Representation>& contents) {
 Owner::Owner(const std::vector<Representation>& contents) : program({GTK_PASTEBOARD, "own"}) {
     program.write(described(contents));
     program.closeInput();
-    if (!rig::waitUntil([this] { return program.output() == "ready\n"; }))
+    if (!testbed::waitUntil([this] { return program.output() == "ready\n"; }))
         throw std::runtime_error("the program does not own the clipboard");
 }
 

@@ -9,7 +9,7 @@
 
 using Display = struct _XDisplay;
 
-namespace rig {
+namespace testbed {
 
 using KeyCode = unsigned char; // as the X server numbers the keys
 
@@ -44,4 +44,4 @@ private:
     std::vector<KeyCode> down_;
 };
 
-} // namespace rig
+} // namespace testbed

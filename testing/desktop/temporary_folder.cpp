@@ -1,4 +1,4 @@
-#include "rig/temporary_folder.h"
+#include "testing/desktop/temporary_folder.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-namespace rig {
+namespace testbed {
 
 TemporaryFolder::TemporaryFolder() {
     std::string path = (std::filesystem::temp_directory_path() / "quillmark-test.XXXXXX").string();
@@ -31,4 +31,4 @@ void writeFile(const std::filesystem::path& path, std::string_view text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-} // namespace rig
+} // namespace testbed

@@ -1,4 +1,4 @@
-#include "model/scripted_server.h"
+#include "testing/model_server/scripted_server.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

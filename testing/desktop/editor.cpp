@@ -1,9 +1,9 @@
-#include "rig/editor.h"
+#include "testing/desktop/editor.h"
 
 #include <sstream>
 #include <stdexcept>
 
-namespace rig {
+namespace testbed {
 
 namespace {
 
@@ -59,4 +59,4 @@ std::string Editor::savedText(std::string_view before) {
     return saved;
 }
 
-} // namespace rig
+} // namespace testbed

@@ -1,9 +1,9 @@
-#include "rig/wait.h"
+#include "testing/desktop/wait.h"
 
 #include <algorithm>
 #include <thread>
 
-namespace rig {
+namespace testbed {
 
 bool waitUntil(const std::function<bool()>& condition, milliseconds limit) {
     const auto end = Clock::now() + limit;
@@ -17,4 +17,4 @@ bool waitUntil(const std::function<bool()>& condition, milliseconds limit) {
     return true;
 }
 
-} // namespace rig
+} // namespace testbed

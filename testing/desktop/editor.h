@@ -1,14 +1,14 @@
 // A real text editor (mousepad) with one file open.
 #pragma once
 
-#include "rig/desktop.h"
-#include "rig/process.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/process.h"
 
 #include <filesystem>
 #include <string>
 #include <string_view>
 
-namespace rig {
+namespace testbed {
 
 class Editor {
 public:
@@ -35,4 +35,4 @@ private:
     WindowId window_ = 0;
 };
 
-} // namespace rig
+} // namespace testbed

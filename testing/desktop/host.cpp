@@ -1,4 +1,4 @@
-#include "rig/host.h"
+#include "testing/desktop/host.h"
 
 #include "flutter/standard_codec.h"
 
@@ -14,7 +14,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-namespace rig {
+namespace testbed {
 
 using flutter::Frame;
 using flutter::FrameKind;
@@ -176,4 +176,4 @@ void Host::receive() {
     }
 }
 
-} // namespace rig
+} // namespace testbed

@@ -1,6 +1,6 @@
-#include "rig/session.h"
+#include "testing/desktop/session.h"
 
-#include "rig/wait.h"
+#include "testing/desktop/wait.h"
 
 #include <X11/ICE/ICElib.h>
 #include <X11/SM/SMlib.h>
@@ -15,7 +15,7 @@
 // Of libICE, in no header of its: a manager that is not to be reached from outside calls it.
 extern "C" int _IceTransNoListen(const char* protocol);
 
-namespace rig {
+namespace testbed {
 
 namespace {
 
@@ -132,4 +132,4 @@ void Session::askToEnd(bool mayInteract) {
 
 void Session::callOff() { SmsShutdownCancelled(server_->program); }
 
-} // namespace rig
+} // namespace testbed

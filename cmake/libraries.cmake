@@ -1,0 +1,23 @@
+# Every library that the project is built on, all from Debian's packages (script/bootstrap).
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+
+# The host's rooms.
+find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
+
+# The language models. Boost 1.81 has headers only.
+pkg_check_modules(HUNSPELL REQUIRED IMPORTED_TARGET hunspell)
+
+# The Linux desktop.
+pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
+pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
+pkg_check_modules(SESSION REQUIRED IMPORTED_TARGET sm ice)
+pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11 xtst xfixes xi xres xkbcommon)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes)
+
+# Tests and benchmarks.
+if(BUILD_TESTING)
+    find_package(GTest REQUIRED)
+    find_package(benchmark REQUIRED)
+    pkg_check_modules(PIXBUF REQUIRED IMPORTED_TARGET gdk-pixbuf-2.0)
+endif()
