@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <utility>
 
 // The main thread's queue, clock and blocking pause.
 //
@@ -19,10 +21,32 @@ public:
     // Queues `work` behind everything queued so far and returns at once. Any thread.
     static void async(std::function<void()> work);
 
-    // Queues `work` once `delay` has passed. Any thread. It is never cancelled: guard it with a weak
-    // reference.
+    // Queues `work` once `delay` has passed. Any thread. It is never cancelled.
     static void asyncAfter(Seconds delay, std::function<void()> work);
+
+    // The same for work on an object that may be gone by then: it is left out once nobody owns `life` any
+    // more. An object passes a token that it owns itself, such as a `std::shared_ptr<char>`.
+    static void async(std::weak_ptr<const void> life, std::function<void()> work);
+    static void asyncAfter(Seconds delay, std::weak_ptr<const void> life, std::function<void()> work);
+
+private:
+    static std::function<void()> whileAlive(std::weak_ptr<const void> life, std::function<void()> work);
 };
+
+inline std::function<void()> MainQueue::whileAlive(std::weak_ptr<const void> life,
+                                                   std::function<void()> work) {
+    return [life = std::move(life), work = std::move(work)] {
+        if (!life.expired()) work();
+    };
+}
+
+inline void MainQueue::async(std::weak_ptr<const void> life, std::function<void()> work) {
+    async(whileAlive(std::move(life), std::move(work)));
+}
+
+inline void MainQueue::asyncAfter(Seconds delay, std::weak_ptr<const void> life, std::function<void()> work) {
+    asyncAfter(delay, whileAlive(std::move(life), std::move(work)));
+}
 
 // The current time of a clock that never goes back.
 TimePoint now();

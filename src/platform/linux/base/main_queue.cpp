@@ -1,10 +1,11 @@
 #include "platform/main_queue.h"
 
+#include "platform/never_destroyed.h"
+
 #include <glib.h>
 
 #include <algorithm>
 #include <deque>
-#include <memory>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -54,8 +55,8 @@ public:
 
     // Never destroyed, so that a thread that outlives the main loop may still post.
     static Queue& shared() {
-        static Queue& queue = *std::make_unique<Queue>().release();
-        return queue;
+        static const NeverDestroyed<Queue> queue;
+        return *queue;
     }
 
 private:
