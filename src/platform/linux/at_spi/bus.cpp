@@ -24,7 +24,7 @@ template <typename Clock, typename Done>
 void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done done) {
     const auto left = std::chrono::ceil<Milliseconds>(end - Clock::now()).count();
     bool passed = false;
-    const std::unique_ptr<GSource, Releaser<g_source_unref>> alarm(
+    const Handle<GSource, g_source_unref> alarm(
         g_timeout_source_new(static_cast<guint>(std::max<std::int64_t>(left, 0))));
     const auto ring = [](gpointer flag) -> gboolean {
         *static_cast<bool*>(flag) = true;
@@ -40,7 +40,7 @@ void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done do
 // After this long a call counts as answered, so that a program that lost one is asked again some day.
 constexpr Milliseconds forgiveness{30'000};
 
-using Error = std::unique_ptr<GError, Releaser<g_error_free>>;
+using Error = Handle<GError, g_error_free>;
 
 Failure failureOf(const GError& error) {
     if (error.domain == G_IO_ERROR && (error.code == G_IO_ERROR_CLOSED || error.code == G_IO_ERROR_CANCELLED))
@@ -58,6 +58,12 @@ Failure failureOf(const GError& error) {
 }
 
 } // namespace
+
+void tell(GDBusConnection* connection, const Question& question) {
+    g_dbus_connection_call(connection, question.program.c_str(), question.path.c_str(), question.interface,
+                           question.method, question.arguments.get(), nullptr,
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+}
 
 // Calls that are awaited together.
 struct Bus::Round {
@@ -94,7 +100,7 @@ std::unique_ptr<Bus> Bus::connect(const std::string& address, Milliseconds deadl
         bool done = false;
         Connection connection;
     } attempt;
-    const std::unique_ptr<GCancellable, Releaser<g_object_unref>> cancellable(g_cancellable_new());
+    const Handle<GCancellable, g_object_unref> cancellable(g_cancellable_new());
     const ReportingTo here(context.get());
     const auto finished = [](GObject*, GAsyncResult* result, gpointer data) {
         auto& into = *static_cast<Attempt*>(data);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/base/handle.h"
+
 #include <gio/gio.h>
 
 #include <chrono>
@@ -13,19 +15,11 @@
 // Questions to programs over a message bus, on a connection of our own. Main thread only.
 //
 // Answers are awaited on a main context of the connection's own: nothing else of the host runs meanwhile.
-// The connection has no match rules, so that nothing arrives on it that was not asked for.
 namespace platform::at_spi {
 
 using Milliseconds = std::chrono::milliseconds;
 
-template <auto release>
-struct Releaser {
-    template <typename T>
-    void operator()(T* object) const {
-        release(object);
-    }
-};
-using Variant = std::unique_ptr<GVariant, Releaser<g_variant_unref>>;
+using Variant = Handle<GVariant, g_variant_unref>;
 
 // A tuple of arguments, in the bus's own notation for types.
 template <typename... Values>
@@ -55,6 +49,9 @@ struct Answer {
     Failure failure = Failure::late;
 };
 
+// Sends `question` and does not wait for the answer.
+void tell(GDBusConnection* connection, const Question& question);
+
 class Bus {
 public:
     // Absent when there is no bus at that address, or it does not answer in time.
@@ -63,6 +60,7 @@ public:
     Bus(const Bus&) = delete;
     Bus& operator=(const Bus&) = delete;
 
+    GDBusConnection* connection() const { return connection_.get(); }
     bool isClosed() const { return g_dbus_connection_is_closed(connection_.get()) != FALSE; }
 
     // Asks all `questions` together and waits for the answers, which come in the same order.
@@ -91,8 +89,8 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
-    using Connection = std::unique_ptr<GDBusConnection, Releaser<g_object_unref>>;
-    using Context = std::unique_ptr<GMainContext, Releaser<g_main_context_unref>>;
+    using Connection = Handle<GDBusConnection, g_object_unref>;
+    using Context = Handle<GMainContext, g_main_context_unref>;
     struct Round;
     struct Call;
 
@@ -102,7 +100,7 @@ private:
 
     Connection connection_;
     Context context_;
-    std::unique_ptr<GCancellable, Releaser<g_object_unref>> cancellable_;
+    Handle<GCancellable, g_object_unref> cancellable_;
     std::map<std::string, int> owed_; // unanswered calls past their deadline, by program
     std::size_t underWay_ = 0;
     Clock::time_point limit_ = Clock::time_point::max();

@@ -1,0 +1,80 @@
+#include "platform/linux/at_spi/events.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace platform::at_spi {
+namespace {
+
+// What the registry passes on to programs, whose libraries then send it. Removing one removes the ones below
+// it as well, so none of these stands above one of the session's own.
+constexpr std::array wanted{"object:text-changed", "object:text-caret-moved",
+                            "object:text-selection-changed"};
+
+std::vector<Question> toRegistry(const char* method, const char* types, auto... more) {
+    std::vector<Question> questions;
+    for (const char* event : wanted)
+        questions.push_back(
+            {registry, "/org/a11y/atspi/registry", registry, method, "()", arguments(types, event, more...)});
+    return questions;
+}
+
+std::optional<Event::Kind> kindOf(std::string_view member, std::string_view detail, std::int32_t first) {
+    if (member == "TextChanged") return Event::Kind::textChanged;
+    if (member == "TextCaretMoved") return Event::Kind::caretMoved;
+    if (member == "TextSelectionChanged") return Event::Kind::selectionChanged;
+    if (member == "StateChanged" && detail == "focused")
+        return first != 0 ? Event::Kind::focusGained : Event::Kind::focusLost;
+    return std::nullopt;
+}
+
+// The body starts with a detail and two numbers in every library's events; what follows differs.
+std::optional<Event> eventIn(const Signal& signal) {
+    if (g_variant_n_children(signal.body) < 3) return std::nullopt;
+    const Variant detail(g_variant_get_child_value(signal.body, 0));
+    const Variant first(g_variant_get_child_value(signal.body, 1));
+    const Variant second(g_variant_get_child_value(signal.body, 2));
+    if (!g_variant_is_of_type(detail.get(), G_VARIANT_TYPE_STRING) ||
+        !g_variant_is_of_type(first.get(), G_VARIANT_TYPE_INT32) ||
+        !g_variant_is_of_type(second.get(), G_VARIANT_TYPE_INT32))
+        return std::nullopt;
+    const std::int32_t number = g_variant_get_int32(first.get());
+    const auto kind = kindOf(signal.member, g_variant_get_string(detail.get(), nullptr), number);
+    if (!kind) return std::nullopt;
+    Event event{*kind, {signal.program, signal.path}};
+    if (kind == Event::Kind::textChanged || kind == Event::Kind::caretMoved) event.position = number;
+    if (kind == Event::Kind::textChanged) event.length = g_variant_get_int32(second.get());
+    return event;
+}
+
+} // namespace
+
+Events::Events(Bus& bus, const std::string& program)
+    : program_(program), subscription_(bus, {program, "org.a11y.atspi.Event.Object"},
+                                       [this](const Signal& signal) { hear(signal); }) {
+    // The registry tells the programs before it answers, and this program takes what it is sent in order: its
+    // answer to another question says that it knows.
+    bus.ask(toRegistry("RegisterEvent", "(sass)", nullptr, ""));
+    bus.ask(stateOf(rootOf(program)));
+}
+
+Events::~Events() {
+    for (const Question& question : toRegistry("DeregisterEvent", "(s)"))
+        tell(subscription_.connection(), question);
+}
+
+std::optional<std::vector<Event>> Events::take(Bus& bus) {
+    if (!subscription_.isOn(bus) || !bus.ask(stateOf(rootOf(program_))).value) return std::nullopt;
+    const std::lock_guard lock(mutex_);
+    return std::exchange(heard_, {});
+}
+
+void Events::hear(const Signal& signal) {
+    if (auto event = eventIn(signal)) {
+        const std::lock_guard lock(mutex_);
+        heard_.push_back(std::move(*event));
+    }
+}
+
+} // namespace platform::at_spi

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/linux/at_spi/object.h"
+#include "platform/linux/at_spi/subscription.h"
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::at_spi {
+
+// Something that a program says has happened to one of its objects.
+struct Event {
+    enum class Kind { focusGained, focusLost, textChanged, caretMoved, selectionChanged };
+
+    Kind kind;
+    Object source;
+    // Of textChanged the first offset and the number of characters, of caretMoved the new offset, in the
+    // program's own units; else 0.
+    std::int32_t position = 0;
+    std::int32_t length = 0;
+};
+
+// What happens in one program while the object lives: where its focus goes, and what becomes of its texts,
+// carets and selections. Main thread only.
+//
+// A program tells of text only while somebody asks for it, and begins once it knows: whatever happens after
+// the constructor has returned is told. Focus changes are told by those programs that know the session's own
+// wish for them (Session::keepListening).
+class [[nodiscard]] Events {
+public:
+    Events(Bus& bus, const std::string& program);
+    ~Events();
+
+    // Everything that has happened up to now and has not been taken yet, in the program's order. Asks the
+    // program one question: what it said before the answer has arrived by then. Absent when it does not
+    // answer, or on another bus than the one it listens on.
+    std::optional<std::vector<Event>> take(Bus& bus);
+
+private:
+    void hear(const Signal& signal);
+
+    std::string program_;
+    std::mutex mutex_;
+    std::vector<Event> heard_;  // under the mutex
+    Subscription subscription_; // last: its handler uses what stands above
+};
+
+} // namespace platform::at_spi

@@ -1,0 +1,76 @@
+// What a program tells of itself while somebody listens, as it arrives from a real GTK program.
+#include "platform/linux/at_spi/events.h"
+#include "platform/linux/at_spi/focus.h"
+#include "platform/linux/at_spi/session.h"
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+
+namespace platform::at_spi {
+namespace {
+
+using Kind = Event::Kind;
+using testing::Contains;
+using testing::Field;
+using testing::IsEmpty;
+using testing::Optional;
+
+struct AtSpiEvents : testing::Test {
+    void SetUp() override {
+        session.keepListening();
+        bus = session.accessibilityBus();
+        ASSERT_TRUE(bus) << session.whyNot();
+        const auto found = session.programs().of(*bus, fields.process().pid());
+        ASSERT_TRUE(found && found->size() == 1);
+        program = found->front();
+        const auto focus = focusedElement(*bus, *program);
+        ASSERT_TRUE(focus);
+        field = focus->object;
+    }
+
+    testbed::Desktop desktop;
+    testbed::Fields fields{desktop, {"entry=one two three", "entry=other"}};
+    Session& session = Session::shared();
+    Bus* bus = nullptr;
+    Program* program = nullptr;
+    Object field;
+};
+
+TEST_F(AtSpiEvents, TellWhatHasHappenedToWhichObjectOnce) {
+    Events events(*bus, program->name);
+    EXPECT_THAT(events.take(*bus), Optional(IsEmpty()));
+    const std::pair<const char*, Kind> cases[]{{"select 0 4 7", Kind::selectionChanged},
+                                               {"select 0 5 5", Kind::caretMoved},
+                                               {"text 0 new", Kind::textChanged}};
+    for (const auto& [command, kind] : cases) {
+        fields.command(command);
+        const auto heard = events.take(*bus);
+        ASSERT_TRUE(heard);
+        EXPECT_THAT(*heard, Contains(testing::AllOf(Field(&Event::kind, kind), Field(&Event::source, field))))
+            << command;
+        EXPECT_THAT(events.take(*bus), Optional(IsEmpty()));
+    }
+    fields.command("focus 1");
+    const auto heard = events.take(*bus);
+    ASSERT_TRUE(heard);
+    EXPECT_THAT(*heard, Contains(testing::AllOf(Field(&Event::kind, Kind::focusGained),
+                                                Field(&Event::source, testing::Ne(field)))));
+}
+
+TEST_F(AtSpiEvents, AreOfOneProgramOnlyAndAbsentOnceItIsSilent) {
+    Events events(*bus, program->name);
+    testbed::Fields other(desktop, {"entry=other"});
+    other.command("text 0 new");
+    const auto heard = events.take(*bus);
+    ASSERT_TRUE(heard);
+    EXPECT_THAT(*heard, testing::Each(testing::Not(Field(&Event::kind, Kind::textChanged))));
+    fields.process().signal(SIGSTOP);
+    EXPECT_FALSE(events.take(*bus));
+    fields.process().signal(SIGCONT);
+}
+
+} // namespace
+} // namespace platform::at_spi
