@@ -1,4 +1,4 @@
-// Directories that backup programs leave out, as those programs see them.
+// Directories that backup programs leave out, checked by what those programs look for.
 #include "platform/url.h"
 #include "testing/desktop/temporary_folder.h"
 
@@ -43,7 +43,7 @@ TEST_F(Backup, MarkedDirectoryCarriesTheTagAndTheAttributeUntilUnmarked) {
     EXPECT_LT(getxattr(folder.c_str(), "user.xdg.robots.backup", value, sizeof value), 0);
 }
 
-TEST_F(Backup, TagThatIsSomeoneElsesFileIsNotRemoved) {
+TEST_F(Backup, OtherFileNamedLikeTheTagIsNotRemoved) {
     std::ofstream(folder / "CACHEDIR.TAG") << "mine";
     EXPECT_EQ(exclude(folder, false), std::nullopt);
     EXPECT_EQ(firstLineOfTag(), "mine");

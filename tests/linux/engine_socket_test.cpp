@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using Bytes = std::vector<std::uint8_t>;
 
-// An engine socket whose bytes, and end, are kept.
+// An engine socket that records the bytes and the end it is told of.
 struct Engine : testing::Test {
     Engine() {
         std::string whyNot;
@@ -44,7 +44,8 @@ struct Engine : testing::Test {
         EXPECT_EQ(send(client.number(), bytes.data(), bytes.size(), 0), static_cast<ssize_t>(bytes.size()));
     }
 
-    // Everything until the host's end of the connection; an error counts as a byte that nobody sent.
+    // Everything until the host closes the connection. An error appends 0xEE, which the host never sends
+    // here.
     Bytes clientReadsToTheEnd() const {
         Bytes all, piece(1 << 20);
         ssize_t count = 0;
@@ -63,30 +64,30 @@ struct Engine : testing::Test {
     FileDescriptor client;
 };
 
-TEST_F(Engine, OnlyThisUserCanReachTheSocketAndNothingOfItStays) {
+TEST_F(Engine, OnlyThisUserCanReachTheSocketAndItsFolderIsRemoved) {
     const auto folder = fs::path(socket->path()).parent_path();
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     socket.reset();
     EXPECT_FALSE(fs::exists(folder));
 }
 
-TEST_F(Engine, SecondConnectionIsRefusedAndTheFirstServedOn) {
+TEST_F(Engine, SecondConnectionIsRefusedAndTheFirstGoesOn) {
     connectClient();
     EXPECT_EQ(testbed::connectTo(socket->path()), -1);
     clientSends({1, 2, 3});
     runUntil([this] { return received.size() == 3; });
 }
 
-TEST_F(Engine, WhatIsWrittenBeforeTheConnectionAndJustBeforeTheEndArrives) {
+TEST_F(Engine, BytesWrittenBeforeTheConnectionAndJustBeforeTheEndArrive) {
     socket->write({1});
     connectClient();
-    clientSends({9}); // left unread, it must not turn the end into an error
+    clientSends({9}); // unread bytes must not turn the end into an error
     socket->write({2});
     socket->close(500ms);
     EXPECT_EQ(clientReadsToTheEnd(), (Bytes{1, 2}));
 }
 
-TEST_F(Engine, CloseWaitsForAClientThatReadsEveryByteInOrderWhateverTheSizesOfFrames) {
+TEST_F(Engine, CloseWaitsForAReadingClientAndFramesOfAllSizesArriveInOrder) {
     connectClient();
     Bytes sent, arrived;
     for (const std::size_t size : {1u, 0u, 100u, 65536u, 65535u, 3u, 5000000u, 200000u, 64u, 64u}) {
@@ -101,7 +102,7 @@ TEST_F(Engine, CloseWaitsForAClientThatReadsEveryByteInOrderWhateverTheSizesOfFr
     EXPECT_TRUE(arrived == sent);
 }
 
-TEST_F(Engine, CloseDoesNotWaitLongForAClientThatDoesNotRead) {
+TEST_F(Engine, CloseWaitsNoLongerThanItsLimitForAClientThatDoesNotRead) {
     connectClient();
     socket->write(Bytes(5000000));
     const TimePoint start = now();
@@ -109,30 +110,30 @@ TEST_F(Engine, CloseDoesNotWaitLongForAClientThatDoesNotRead) {
     EXPECT_LT(now() - start, 5s);
 }
 
-TEST_F(Engine, FloodIsReadInPiecesBetweenWhichOthersGetTheirTurn) {
+TEST_F(Engine, FloodIsReadInPiecesWithOtherEntriesBetweenThem) {
     connectClient();
     std::jthread flooder([this] {
         const Bytes piece(1 << 20);
         for (int i = 0; i < 32; ++i)
             clientSends(piece);
     });
-    int turnsOfOthers = 0;
+    int otherTurns = 0;
     std::function<void()> other = [&] {
-        ++turnsOfOthers;
+        ++otherTurns;
         if (received.size() < std::size_t{32} << 20) MainQueue::async(other);
     };
     other();
     runUntil([&] { return received.size() == std::size_t{32} << 20; });
     EXPECT_LE(largestPiece, 65536u);
-    EXPECT_GE(turnsOfOthers, 32 * 16);
+    EXPECT_GE(otherTurns, 32 * 16);
     runUntil([] { return g_main_context_pending(nullptr) == FALSE; });
 }
 
-TEST_F(Engine, EndOfTheClientComesAfterAllItSent) {
+TEST_F(Engine, EndOfTheConnectionIsReportedAfterAllBytes) {
     connectClient();
     clientSends(Bytes(200000));
     client = {};
-    socket->write({1}); // to nobody; no signal may end the host
+    socket->write({1}); // must not raise SIGPIPE
     runUntil([this] { return ended; });
     EXPECT_EQ(received.size(), 200000u);
     EXPECT_EQ(whyEnded, std::nullopt);
@@ -147,7 +148,7 @@ TEST_F(Engine, RefusedBytesCloseTheConnectionWithTheReason) {
     EXPECT_EQ(clientReadsToTheEnd(), Bytes{});
 }
 
-TEST_F(Engine, EntryThatRunsALoopOfItsOwnIsNotGivenTheNextBytes) {
+TEST_F(Engine, NoBytesArriveWhileAnEntryRunsAMainLoopOfItsOwn) {
     connectClient();
     bool inside = false;
     MainQueue::async([&] {
@@ -161,7 +162,7 @@ TEST_F(Engine, EntryThatRunsALoopOfItsOwnIsNotGivenTheNextBytes) {
     runUntil([&] { return !inside && received.size() == 1; });
 }
 
-TEST(SocketFolder, FolderOfAKilledHostIsRemovedByTheNextAndALiveOneIsNot) {
+TEST(SocketFolder, NextHostRemovesTheFolderOfAKilledHostButNotOfARunningOne) {
     const testbed::TemporaryFolder folder;
     const fs::path base = folder / "";
     fs::create_directories(base / "quillmark-host.killed");

@@ -31,7 +31,7 @@ struct Interface : testing::Test {
     std::unique_ptr<InterfaceProcess> process;
 };
 
-TEST_F(Interface, StatusIsTheProgramsOwnAndASignalsIsTheShells) {
+TEST_F(Interface, ExitStatusIsReportedAsAShellReportsIt) {
     const struct {
         const char* script;
         int status;
@@ -40,7 +40,8 @@ TEST_F(Interface, StatusIsTheProgramsOwnAndASignalsIsTheShells) {
         {"exit 0", 0, "ended with status 0"},
         {"[ \"$GREETING\" = hello ] && exit 7", 7, "ended with status 7"},
         {"kill -9 $$", 137, "was ended by signal 9"},
-        {"kill -PIPE $$; sleep 1", 141, "was ended by signal 13"}, // the host's own disposition must not leak
+        {"kill -PIPE $$; sleep 1", 141,
+         "was ended by signal 13"}, // the host ignores SIGPIPE, the interface must not
     };
     for (const auto& [script, status, ending] : cases) {
         ended = false;
@@ -51,7 +52,7 @@ TEST_F(Interface, StatusIsTheProgramsOwnAndASignalsIsTheShells) {
     }
 }
 
-TEST_F(Interface, IsLeftTimeToEndThenAskedThenEnded) {
+TEST_F(Interface, EndWaitsThenSendsSigtermThenSigkill) {
     run("sleep 0.05; exit 3");
     EXPECT_TRUE(process->end(10s));
     EXPECT_EQ(process->exitStatus(), 3);
@@ -63,17 +64,17 @@ TEST_F(Interface, IsLeftTimeToEndThenAskedThenEnded) {
     run("trap '' TERM; while :; do sleep 0.01; done");
     EXPECT_FALSE(process->end(300ms));
     EXPECT_EQ(process->exitStatus(), 128 + SIGKILL);
-    EXPECT_FALSE(ended) << "whoever ends it knows";
+    EXPECT_FALSE(ended) << "the callback is for a process that ends by itself";
 }
 
-TEST_F(Interface, ThatCannotBeStartedHasAReason) {
+TEST_F(Interface, ProgramThatCannotBeStartedGivesAReason) {
     std::string whyNot;
     EXPECT_FALSE(InterfaceProcess::start(
         {"/nonexistent/program"}, {}, [] {}, whyNot));
     EXPECT_THAT(whyNot, HasSubstr("No such file"));
 }
 
-TEST(FindInterface, SaysWhatToDoAboutAProgramThatCannotBeStarted) {
+TEST(FindInterface, SaysWhatToDoWhenAProgramCannotBeStarted) {
     const testbed::TemporaryFolder folder;
     std::ofstream(folder / "plain") << "#!/bin/sh\n";
     const auto problem = [](const std::string& program) {

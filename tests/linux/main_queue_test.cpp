@@ -36,7 +36,7 @@ TEST(MainQueue, KeepsTheOrderOfEachOfManyThreads) {
         EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
 }
 
-TEST(MainQueue, EntriesAndTimersWaitWhileAnEntryRunsALoopOfItsOwn) {
+TEST(MainQueue, EntriesAndTimersWaitWhileAnEntryRunsAMainLoopOfItsOwn) {
     std::string order;
     MainQueue::async([&] {
         MainQueue::async([&] { order += 'c'; });
@@ -50,7 +50,7 @@ TEST(MainQueue, EntriesAndTimersWaitWhileAnEntryRunsALoopOfItsOwn) {
     EXPECT_EQ(order, "abcd");
 }
 
-TEST(MainQueue, TimerAskedForByAnotherThreadWakesASleepingLoop) {
+TEST(MainQueue, TimerSetByAnotherThreadWakesASleepingLoop) {
     bool fired = false;
     g_main_context_iteration(nullptr, FALSE);
     const std::jthread other([&] { MainQueue::asyncAfter(2ms, [&] { fired = true; }); });
@@ -60,7 +60,7 @@ TEST(MainQueue, TimerAskedForByAnotherThreadWakesASleepingLoop) {
     EXPECT_LT(now() - start, 5s);
 }
 
-TEST(MainQueue, FloodOfEntriesLeavesTurnsForDrawing) {
+TEST(MainQueue, DrawingGetsTurnsDuringAFloodOfEntries) {
     bool flooding = true;
     std::function<void()> flood = [&] {
         if (flooding) MainQueue::async(flood);

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// What must still happen when the program ends without destroying its objects, as it does when the X server
-// has gone. Main thread only.
+// Clean-up that must happen even when the program ends without destroying its objects, as it does when the
+// connection to the X server breaks. Main thread only.
 
 // While it lives, runEndHooks() calls `hook`. The hook must not talk to the display.
 class [[nodiscard]] EndHook {

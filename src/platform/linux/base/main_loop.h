@@ -6,7 +6,7 @@ namespace platform {
 // Runs until endMainLoop() and returns the status it was given; at once when it was called before.
 int runMainLoop();
 
-// Ends the main loop after what runs now. The first status counts.
+// Ends the main loop once its current callback returns. Of several calls the first one's status counts.
 void endMainLoop(int status);
 
 } // namespace platform

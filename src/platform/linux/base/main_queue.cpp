@@ -26,16 +26,16 @@ bool later(const Timer& left, const Timer& right) {
     return left.due != right.due ? left.due > right.due : left.order > right.order;
 }
 
-// One source of the main loop for all entries and timers. Its ready time does the waking: at once while
-// entries wait, the next timer's moment while none do, never while there is nothing. GLib does not run a
-// source again inside itself, which keeps entries waiting while one of them runs a main loop of its own.
+// One source of the main loop for all entries and timers. Its ready time wakes the loop: at once while
+// entries wait, else when the next timer falls due. GLib does not dispatch a source from inside its own
+// dispatch, so entries wait while one of them runs a main loop of its own.
 class Queue {
 public:
     Queue() {
         static GSourceFuncs functions{nullptr, nullptr, &Queue::dispatch, nullptr, nullptr, nullptr};
         source_ = g_source_new(&functions, sizeof(GSource));
         g_source_set_static_name(source_, "main queue");
-        // The priority of drawing: each gets its turn, however many entries arrive.
+        // GTK draws at this priority too, so it gets turns however many entries arrive.
         g_source_set_priority(source_, G_PRIORITY_HIGH_IDLE + 20);
         g_source_attach(source_, nullptr);
     }
@@ -60,7 +60,8 @@ public:
     }
 
 private:
-    // Then the toolkit has its turn, so that a flood of work does not freeze the window.
+    // How long entries may run before the toolkit gets a turn, so that a flood of them does not freeze the
+    // window.
     static constexpr auto longestTurn = std::chrono::milliseconds(8);
     static constexpr std::int64_t never = -1;
 
@@ -94,7 +95,7 @@ private:
 
     void takeBatch() {
         const std::lock_guard lock(mutex_);
-        readyTime_ = 0; // nobody needs to wake us while we are up
+        readyTime_ = 0; // while the batch runs, other threads need not wake the loop
         for (const TimePoint time = now(); !timers_.empty() && timers_.front().due <= time;) {
             std::pop_heap(timers_.begin(), timers_.end(), later);
             arrived_.push_back(std::move(timers_.back().work));

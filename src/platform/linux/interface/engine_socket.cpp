@@ -16,7 +16,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t mostBytesPerTurn = 64 << 10;
-constexpr int priority = Glib::PRIORITY_HIGH_IDLE + 20; // drawing's: neither waits for the other
+constexpr int priority = Glib::PRIORITY_HIGH_IDLE + 20; // GTK draws at this one: each gets its turns
 
 FileDescriptor listenAt(const std::string& path) {
     sockaddr_un address{};
@@ -70,12 +70,6 @@ void EngineSocket::disconnectWatches() {
     writeWatch_.disconnect();
 }
 
-void EngineSocket::later(void (EngineSocket::*step)()) {
-    MainQueue::async([this, step, life = std::weak_ptr(life_)] {
-        if (!life.expired()) (this->*step)();
-    });
-}
-
 void EngineSocket::accept() {
     FileDescriptor connection(accept4(listener_.number(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (!connection || !isThisUser(connection)) return;
@@ -85,12 +79,12 @@ void EngineSocket::accept() {
     flushSoon();
 }
 
-// One look at a time: the next one is asked for when what arrived has been handled, so that a flood stays in
-// the socket and the main loop keeps its turns.
+// Watches for one event only; readSome() watches again once it has handled what arrived. So a flood stays in
+// the socket, and the main loop serves others between two pieces.
 void EngineSocket::watchForBytes() {
     readWatch_ = Glib::signal_io().connect(
         [this](Glib::IOCondition) {
-            later(&EngineSocket::readSome);
+            MainQueue::async(life_, [this] { readSome(); });
             return false;
         },
         connection_.number(), Glib::IO_IN | Glib::IO_HUP | Glib::IO_ERR, priority);
@@ -114,9 +108,10 @@ void EngineSocket::write(std::vector<std::uint8_t> bytes) {
     if (connection_ && !writeWatch_.connected()) flushSoon();
 }
 
-// Behind what already waits in the main queue, so that all it writes leaves in one piece.
+// Queued behind the entries that already wait, so that all they write is sent with one system call.
 void EngineSocket::flushSoon() {
-    if (!std::exchange(flushQueued_, true)) later(&EngineSocket::flush);
+    if (std::exchange(flushQueued_, true)) return;
+    MainQueue::async(life_, [this] { flush(); });
 }
 
 void EngineSocket::flush() {
@@ -127,7 +122,7 @@ void EngineSocket::flush() {
         break;
     case OutgoingBytes::State::broken:
         outgoing_.clear();
-        break; // reading will find the end
+        break; // readSome() finds the end of the connection
     case OutgoingBytes::State::waiting:
         writeWatch_ = Glib::signal_io().connect(
             [this](Glib::IOCondition) {
@@ -146,14 +141,14 @@ void EngineSocket::end(std::optional<std::string> why) {
     callbacks_.ended(std::move(why));
 }
 
-void EngineSocket::close(std::chrono::milliseconds grace) {
+void EngineSocket::close(std::chrono::milliseconds limit) {
     if (!ended_ && connection_) {
-        const TimePoint deadline = now() + grace;
+        const TimePoint deadline = now() + limit;
         while (outgoing_.writeTo(connection_.number()) == OutgoingBytes::State::waiting && now() < deadline) {
             pollfd ready{connection_.number(), POLLOUT, 0};
             poll(&ready, 1, 10);
         }
-        // With bytes left unread the interface would see an error instead of the end.
+        // Closing a socket with unread bytes in it gives the peer an error (ECONNRESET) instead of the end.
         while (recv(connection_.number(), buffer_.data(), buffer_.size(), MSG_DONTWAIT) > 0 &&
                now() < deadline) {
         }

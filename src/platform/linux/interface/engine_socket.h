@@ -17,15 +17,17 @@
 
 namespace platform {
 
-// The socket on which the host waits for its interface, and the one connection it serves. Moves bytes and
-// never blocks: reading hands over a bounded piece per entry of the main queue, writing keeps in memory what
-// the interface does not take yet. Main thread only.
+// The socket on which the host waits for its interface, and the one connection it serves. Apart from close()
+// nothing blocks: each entry in the main queue reads one bounded piece, and what the interface does not take
+// yet waits in memory. Main thread only.
 class EngineSocket {
 public:
     struct Callbacks {
-        // Bytes as they arrived; what they mean is the owner's. A sentence says why to close the connection.
+        // Bytes in the pieces they arrived in. A sentence in return closes the connection and is passed on
+        // to `ended`.
         std::function<std::optional<std::string>(std::span<const std::uint8_t>)> received;
-        // Once, after everything that arrived was handed over; absent when the interface itself ended it.
+        // The connection has ended, and everything that arrived on it has been handed over. `why` is absent
+        // when the interface closed it. Called once.
         std::function<void(std::optional<std::string> why)> ended;
     };
 
@@ -41,11 +43,12 @@ public:
     std::string path() const { return folder_.socketPath(); }
     bool connected() const { return static_cast<bool>(connection_); }
 
-    // What is written before the interface connects waits for it.
+    // May be called before the interface connects.
     void write(std::vector<std::uint8_t> bytes);
 
-    // Blocks until the interface has taken what waits, at most for `grace`, and closes. No callback follows.
-    void close(std::chrono::milliseconds grace);
+    // Blocks until the interface has taken all that was written, at most for `limit`, and closes. No callback
+    // follows.
+    void close(std::chrono::milliseconds limit);
 
 private:
     void accept();
@@ -55,11 +58,10 @@ private:
     void flush();
     void end(std::optional<std::string> why);
     void disconnectWatches();
-    void later(void (EngineSocket::*step)());
 
     Callbacks callbacks_;
     SocketFolder folder_;
-    FileDescriptor listener_; // closed once the interface has come: whoever comes later is refused
+    FileDescriptor listener_; // closed once the interface has connected, which refuses all others
     FileDescriptor connection_;
     OutgoingBytes outgoing_;
     std::vector<std::uint8_t> buffer_;

@@ -21,7 +21,7 @@ constexpr std::size_t mostBytesAtOnce = 4 << 20;
 void OutgoingBytes::append(std::vector<std::uint8_t> bytes) {
     size_ += bytes.size();
     peak_ = std::max(peak_, size_);
-    // Small frames share a piece: one copy costs less than an allocation and a vector entry for each.
+    // Copying small frames into one piece is cheaper than a piece for each.
     if (!pieces_.empty() && pieces_.back().size() + bytes.size() <= pieceSize) {
         pieces_.back().insert(pieces_.back().end(), bytes.begin(), bytes.end());
     } else {
@@ -71,7 +71,7 @@ void OutgoingBytes::giveMemoryBack() {
     constexpr std::size_t worthIt = 8 << 20;
     if (std::exchange(peak_, 0) < worthIt) return;
     pieces_.shrink_to_fit();
-    malloc_trim(0); // glibc keeps what was freed in small blocks, all day if need be
+    malloc_trim(0); // glibc does not give freed small blocks back to the system by itself
 }
 
 } // namespace platform

@@ -7,16 +7,15 @@
 
 namespace platform {
 
-// Bytes on their way into a socket that may take them slowly. They wait in memory, in order, and the memory
-// goes as they do.
+// Bytes that wait, in order, for a socket to take them. Their memory is freed as they are sent.
 class OutgoingBytes {
 public:
     enum class State { drained, waiting, broken };
 
     void append(std::vector<std::uint8_t> bytes);
 
-    // Writes what the socket takes without blocking, up to a few megabytes: `waiting` says that more is left,
-    // `broken` that nobody will ever take it.
+    // Writes what the socket takes without blocking, up to a few megabytes. The answer is `waiting` when some
+    // is left, `broken` when the connection has ended.
     State writeTo(int socket);
 
     bool empty() const { return pieces_.empty(); }

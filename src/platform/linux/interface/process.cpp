@@ -55,14 +55,14 @@ InterfaceProcess::InterfaceProcess(pid_t process, std::function<void()> ended)
 
 InterfaceProcess::~InterfaceProcess() { end({}); }
 
-bool InterfaceProcess::end(std::chrono::milliseconds grace) {
-    constexpr std::chrono::milliseconds graceAfterAsking{2000};
+bool InterfaceProcess::end(std::chrono::milliseconds limit) {
+    constexpr std::chrono::milliseconds limitAfterAsking{2000};
     constexpr std::chrono::milliseconds forever{-1};
     watch_.disconnect();
-    if (exitStatus_ || waitFor(grace)) return true;
+    if (exitStatus_ || waitFor(limit)) return true;
     kill(process_, SIGTERM);
     kill(process_, SIGCONT); // a stopped process ends only when it goes on
-    if (waitFor(graceAfterAsking)) return false;
+    if (waitFor(limitAfterAsking)) return false;
     kill(process_, SIGKILL);
     waitFor(forever);
     return false;

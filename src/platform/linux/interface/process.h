@@ -15,7 +15,7 @@
 
 namespace platform {
 
-// The running interface. Never outlives this object, nor the host. Main thread only.
+// The running interface. Ends with this object, and with the host however that ends. Main thread only.
 class InterfaceProcess {
 public:
     // `ended` is called once, from the main loop, when the process ends by itself. Null, with the reason in
@@ -30,14 +30,15 @@ public:
     InterfaceProcess(const InterfaceProcess&) = delete;
     InterfaceProcess& operator=(const InterfaceProcess&) = delete;
 
-    // Blocks: waits up to `grace` for the process to end by itself, then asks it to, then ends it. `ended` is
-    // not called any more. True when it ended by itself.
-    bool end(std::chrono::milliseconds grace);
+    // Blocks until the process has ended: waits up to `limit` for it to end by itself, then sends SIGTERM,
+    // and SIGKILL when that does not help. `ended` is not called any more. True when it ended by itself.
+    bool end(std::chrono::milliseconds limit);
 
-    // As a shell has it: 128 + the signal's number for a process ended by one. Absent while it runs.
+    // As a shell reports it: 128 + the signal's number for a process that a signal ended. Absent while it
+    // runs.
     std::optional<int> exitStatus() const { return exitStatus_; }
 
-    // How it ended, to follow its name in a sentence.
+    // How it ended, in words that follow its name in a sentence.
     std::string ending() const;
 
 private:

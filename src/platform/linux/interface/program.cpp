@@ -1,10 +1,11 @@
 #include "platform/linux/interface/program.h"
 
+#include "platform/linux/base/handle.h"
+
 #include <glib.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -13,12 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* usualName = "quillmark-interface";
+constexpr const char* suppliedProgram = "quillmark-interface";
 
-std::vector<std::string>& theCommand() {
-    static std::vector<std::string> command;
-    return command;
-}
+std::vector<std::string> chosenCommand;
 
 bool isProgram(const fs::path& path) {
     std::error_code unreadable;
@@ -28,12 +26,12 @@ bool isProgram(const fs::path& path) {
 std::string besideTheHost() {
     std::error_code unreadable;
     const auto self = fs::read_symlink("/proc/self/exe", unreadable);
-    const auto path = self.parent_path() / usualName;
+    const auto path = self.parent_path() / suppliedProgram;
     return isProgram(path) ? path.string() : "";
 }
 
 std::string inPath(const std::string& name) {
-    const std::unique_ptr<char, decltype(&g_free)> path{g_find_program_in_path(name.c_str()), g_free};
+    const Handle<char, g_free> path(g_find_program_in_path(name.c_str()));
     return path ? path.get() : "";
 }
 
@@ -41,7 +39,7 @@ std::string problemWith(const std::string& program) {
     std::error_code unreadable;
     if (!fs::exists(program, unreadable)) {
         return "there is no program \"" + program +
-               "\"; give the path of your interface, or leave it out to start the usual one.";
+               "\"; give the path of your interface, or none to start quillmark-interface.";
     }
     if (fs::is_directory(program, unreadable)) {
         return "\"" + program + "\" is a folder; give the path of your interface's program.";
@@ -52,14 +50,14 @@ std::string problemWith(const std::string& program) {
 
 } // namespace
 
-const std::vector<std::string>& interfaceCommand() { return theCommand(); }
+const std::vector<std::string>& interfaceCommand() { return chosenCommand; }
 
-void setInterfaceCommand(std::vector<std::string> command) { theCommand() = std::move(command); }
+void setInterfaceCommand(std::vector<std::string> command) { chosenCommand = std::move(command); }
 
 std::vector<std::string> findInterface(std::vector<std::string> command, std::string& problem) {
     if (command.empty()) {
         command = {besideTheHost()};
-        if (command[0].empty()) command[0] = inPath(usualName);
+        if (command[0].empty()) command[0] = inPath(suppliedProgram);
         if (!command[0].empty()) return command;
         problem = "quillmark-interface is neither beside this program nor in the PATH; install it, or name "
                   "your own interface: quillmark-host PROGRAM ARGS.";

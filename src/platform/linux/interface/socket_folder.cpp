@@ -29,7 +29,8 @@ void remove(const std::string& folder) {
     rmdir(folder.c_str());
 }
 
-// A folder whose lock is free has no host any more. One without a socket may be in the making.
+// A folder that no host holds the lock of is left behind. Another host may be about to lock one without a
+// socket.
 void removeIfLeftBehind(const std::string& path) {
     const FileDescriptor folder = openFolder(path);
     if (!folder || flock(folder.number(), LOCK_EX | LOCK_NB) != 0) return;

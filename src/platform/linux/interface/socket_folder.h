@@ -9,12 +9,12 @@
 
 namespace platform {
 
-// A fresh folder that only this user can enter, for one socket; a host has one. Removed when this ends. What
-// a killed host left behind is removed by the next one.
+// A new folder that only this user can enter, for the host's one socket. Removed with the object. A host that
+// was killed leaves its folder behind; the next host removes it.
 class SocketFolder {
 public:
-    // In $XDG_RUNTIME_DIR, else in the temporary folder. Absent, with the reason in `whyNot`, when neither
-    // takes it.
+    // In $XDG_RUNTIME_DIR, else in the temporary folder. Absent, with the reason in `whyNot`, when it can be
+    // made in neither.
     static std::optional<SocketFolder> create(std::string& whyNot);
 
     ~SocketFolder();
@@ -27,8 +27,8 @@ private:
     SocketFolder(std::string path, FileDescriptor lock);
 
     std::string path_;
-    FileDescriptor lock_; // held while the folder is in use; the system lets go of it with the process
-    std::unique_ptr<EndHook> endHook_; // removes it all the same
+    FileDescriptor lock_; // locked as long as the folder is in use; the system unlocks it with the process
+    std::unique_ptr<EndHook> endHook_; // removes the folder when no destructor runs
 };
 
 } // namespace platform

@@ -16,10 +16,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int cannotStart = 127; // as a shell has it
+constexpr int cannotStart = 127; // as a shell reports it
 
-constexpr auto graceForLastBytes = 500ms;
-constexpr auto graceForProcess = 1000ms;
+constexpr auto lastBytesLimit = 500ms;
+constexpr auto processEndLimit = 1000ms;
+// How long what the process wrote last may take to arrive once the process has ended.
+constexpr auto lastReadLimit = 200ms;
 
 std::string name() { return "the interface " + platform::interfaceCommand().at(0); }
 
@@ -39,18 +41,16 @@ ViewController::Native::Native()
                "); make $XDG_RUNTIME_DIR or the temporary folder writable.");
         return;
     }
-    platform::MainQueue::async([this, life = std::weak_ptr(life_)] {
-        if (!life.expired()) start();
-    });
+    platform::MainQueue::async(life_, [this] { start(); });
 }
 
 ViewController::Native::~Native() {
-    if (socket_) socket_->close(graceForLastBytes);
-    if (process_) process_->end(graceForProcess);
+    if (socket_) socket_->close(lastBytesLimit);
+    if (process_) process_->end(processEndLimit);
 }
 
 void ViewController::Native::start() {
-    // In place of those the host itself may have inherited, being started from another host's interface.
+    // A host that another host's interface has started inherits that one's variables; they are replaced.
     char** variables = g_environ_setenv(g_get_environ(), "QUILLMARK_SOCKET", socket_->path().c_str(), TRUE);
     variables = view_ ? g_environ_setenv(variables, "QUILLMARK_VIEW", std::to_string(*view_).c_str(), TRUE)
                       : g_environ_unsetenv(variables, "QUILLMARK_VIEW");
@@ -62,21 +62,23 @@ void ViewController::Native::start() {
     if (!process_) finish(name() + " could not be started: " + whyNot);
 }
 
-// What the process said last may still be in the socket; its end is the connection's end too, unless a child
-// of its own keeps the connection.
+// What the process wrote last may still be in the socket, and ends with the end of the connection, unless a
+// child of the process keeps the connection open.
 void ViewController::Native::processEnded() {
     if (!socket_->connected()) return connectionEnded(std::nullopt);
-    platform::MainQueue::asyncAfter(200ms, [this, life = std::weak_ptr(life_)] {
-        if (!life.expired() && socket_->connected()) connectionEnded(std::nullopt);
+    platform::MainQueue::asyncAfter(lastReadLimit, life_, [this] {
+        if (socket_->connected()) connectionEnded(std::nullopt);
     });
 }
 
 void ViewController::Native::connectionEnded(std::optional<std::string> why) {
     if (!process_) return;
-    const bool byItself = process_->end(graceForProcess);
+    const bool byItself = process_->end(processEndLimit);
     if (why) return finish("closed the connection to " + name() + ": " + *why);
     if (!byItself)
-        return finish(name() + " left its connection but went on; it was stopped, and the host ends.");
+        return finish(
+            name() + " closed its connection but did not end; it was stopped, and the host ends. Let it exit "
+                     "when it closes the connection.");
     finish(name() + " " + process_->ending() + ", and the host ends with it.");
 }
 

@@ -11,8 +11,8 @@
 
 namespace flutter {
 
-// The interface's process and the socket to it. Either one's end ends the host, with the process's exit
-// status.
+// The interface's process and the socket to it. When either ends, the host ends with the exit status of the
+// process.
 class ViewController::Native {
 public:
     Native();
@@ -22,8 +22,8 @@ public:
 
     FrameMessenger& messenger() { return messenger_; }
 
-    // The X window that the interface's view may be embedded in. Told to the interface when it starts, in the
-    // next turn of the main loop.
+    // The X window in which the interface may embed its view. Call it before the next turn of the main loop,
+    // in which the interface starts.
     void setView(unsigned long window) { view_ = window; }
 
 private:

@@ -1,13 +1,14 @@
 #include "platform/process_info.h"
 
-#include <glib.h>
+#include "platform/linux/base/handle.h"
 
-#include <memory>
+#include <glib.h>
 
 namespace platform {
 namespace {
 
-// The release of the system services that this desktop offers, whatever the distribution's own numbers are.
+// The host asks for the release of the system services it needs; this desktop offers all of that release,
+// whatever the number of the distribution is.
 constexpr OperatingSystemVersion offered{26, 0, 0};
 
 } // namespace
@@ -22,7 +23,7 @@ bool ProcessInfo::isOperatingSystemAtLeast(OperatingSystemVersion version) const
 }
 
 std::string ProcessInfo::operatingSystemVersionString() const {
-    const std::unique_ptr<char, decltype(&g_free)> name(g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME), g_free);
+    const Handle<char, g_free> name(g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME));
     return name ? name.get() : "Linux";
 }
 

@@ -1,20 +1,17 @@
 #include "platform/url.h"
 
+#include "platform/linux/base/handle.h"
 #include "platform/linux/system/backup_mark.h"
 
 #include <gio/gio.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 
 namespace platform {
 namespace {
 
-struct Free {
-    void operator()(char* text) const { g_free(text); }
-};
-using Text = std::unique_ptr<char, Free>;
+using Text = Handle<char, g_free>;
 
 bool isControl(char character) {
     const auto byte = static_cast<unsigned char>(character);
@@ -23,7 +20,7 @@ bool isControl(char character) {
 
 constexpr std::string_view unsafe = " \"<>\\^`{|}";
 
-// Characters that may not stand in a URL, but that people type into one, are percent-encoded.
+// Percent-encodes the characters that a URL may not hold but that people type into one.
 std::string encoded(std::string_view text) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string result;
@@ -32,14 +29,14 @@ std::string encoded(std::string_view text) {
             result += character;
         } else {
             const auto byte = static_cast<unsigned char>(character);
-            ((result += '%') += digits[byte >> 4]) += digits[byte & 0x0F];
+            result += {'%', digits[byte >> 4], digits[byte & 0x0F]};
         }
     }
     return result;
 }
 
-// Accepts a relative reference too: it parses, and has no scheme. No host has one of the unsafe characters in
-// its name, encoded or not.
+// Accepts a relative reference too, which is a URL without a scheme. The name of a host never holds one of
+// the unsafe characters, encoded or not.
 bool parses(const std::string& text) {
     char* host = nullptr;
     const bool split = g_utf8_validate(text.c_str(), -1, nullptr) != 0 &&
