@@ -7,8 +7,10 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -77,15 +79,20 @@ void serve() {
                                         say("agreed to quit");
                                         desktop.quit();
                                     }});
-    rewriter.emplace(connection.messenger(),
-                     quillmark::Rewriter::Handlers{
-                         .growing =
-                             [](const std::string& text) {
-                                 say("growing, " + std::to_string(characters(text)) + " characters: \"" +
-                                     tail(text) + '"');
-                             },
-                         .done = [&](const std::string& text) { pasteBack(desktop, text, token); },
-                         .failed = [](const std::string& why) { say("not rewritten: " + why); }});
+    rewriter.emplace(
+        connection.messenger(), [&](std::function<void()> work) { connection.async(std::move(work)); },
+        quillmark::Rewriter::Handlers{
+            .growing =
+                [](const std::string& text) {
+                    say("growing, " + std::to_string(characters(text)) + " characters: \"" + tail(text) +
+                        '"');
+                },
+            .done = [&](const std::string& text) { pasteBack(desktop, text, token); },
+            .failed = [](const std::string& why) { say("not rewritten: " + why); },
+            .spellingOnly =
+                [](const std::string& why) {
+                    say("there is no language model, so only the spelling is corrected. " + why);
+                }});
     desktop.initialize({}, {}, [](bool registered) {
         say(registered ? "ready: select text anywhere and press Alt+Shift+Space"
                        : "another program holds Alt+Shift+Space: free it there, then start again");

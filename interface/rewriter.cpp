@@ -29,15 +29,28 @@ std::string withEdgesOf(const std::string& original, const std::string& text) {
 
 } // namespace
 
-Rewriter::Rewriter(flutter::BinaryMessenger& messenger, Handlers handlers)
-    : handlers_(std::move(handlers)), model_(messenger, [this](const ModelEvent& event) { handle(event); }) {}
+Rewriter::Rewriter(flutter::BinaryMessenger& messenger, std::function<void(std::function<void()>)> async,
+                   Handlers handlers)
+    : handlers_(std::move(handlers)), model_(messenger, [this](const ModelEvent& event) { handle(event); }),
+      spelling_(std::move(async)) {}
 
 void Rewriter::rewrite(const std::string& text) {
     if (!current_.empty()) model_.cancel(current_);
     current_ = "rewrite-" + std::to_string(++requests_);
     original_ = text;
     latest_.clear();
-    model_.respond(current_, instructions, text, tokensFor(text));
+    spelling_.cancel();
+    model_.availability([this, asked = current_](const std::optional<std::string>& whyNot) {
+        if (current_ == asked) start(whyNot);
+    });
+}
+
+void Rewriter::start(const std::optional<std::string>& whyNoModel) {
+    if (!whyNoModel) return model_.respond(current_, instructions, original_, tokensFor(original_));
+    current_.clear();
+    if (!Spelling::isInstalled()) return handlers_.failed(*whyNoModel);
+    handlers_.spellingOnly(*whyNoModel);
+    spelling_.correct(original_, {.growing = handlers_.growing, .done = handlers_.done});
 }
 
 void Rewriter::handle(const ModelEvent& event) {

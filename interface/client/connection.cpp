@@ -1,6 +1,7 @@
 #include "client/connection.h"
 
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -41,22 +42,44 @@ Connection Connection::toHost() {
 }
 
 Connection::Connection(int socket)
-    : socket_(socket), messenger_([this](std::vector<std::uint8_t> bytes) { write(std::move(bytes)); }) {}
+    : socket_(socket), wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      messenger_([this](std::vector<std::uint8_t> bytes) { write(std::move(bytes)); }) {}
 
-Connection::~Connection() { close(socket_); }
+Connection::~Connection() {
+    close(socket_);
+    close(wakeUp_);
+}
 
 void Connection::run() {
     while (!stopped_) {
-        pollfd waiting{socket_, POLLIN, 0};
-        if (!outgoing_.empty()) waiting.events |= POLLOUT;
-        if (poll(&waiting, 1, -1) < 0) {
+        std::array<pollfd, 2> waiting{{{socket_, POLLIN, 0}, {wakeUp_, POLLIN, 0}}};
+        auto& socket = waiting[0];
+        if (!outgoing_.empty()) socket.events |= POLLOUT;
+        if (poll(waiting.data(), waiting.size(), -1) < 0) {
             if (errno == EINTR) continue;
             throw ConnectionError(std::string("The connection to the host broke: ") + std::strerror(errno) +
                                   ".");
         }
-        if ((waiting.revents & POLLOUT) != 0) flush();
-        if ((waiting.revents & (POLLIN | POLLHUP | POLLERR)) != 0 && !receive()) return;
+        if (waiting[1].revents != 0) work();
+        if ((socket.revents & POLLOUT) != 0) flush();
+        if ((socket.revents & (POLLIN | POLLHUP | POLLERR)) != 0 && !receive()) return;
     }
+}
+
+void Connection::async(std::function<void()> work) {
+    const std::lock_guard lock(mutex_);
+    work_.push_back(std::move(work));
+    eventfd_write(wakeUp_, 1);
+}
+
+void Connection::work() {
+    eventfd_t count = 0;
+    eventfd_read(wakeUp_, &count);
+    std::unique_lock lock(mutex_);
+    const auto work = std::exchange(work_, {});
+    lock.unlock();
+    for (const auto& piece : work)
+        piece();
 }
 
 void Connection::write(std::vector<std::uint8_t> bytes) {

@@ -1,11 +1,12 @@
-// The interface's end of the socket to the host, and the loop that moves its messages. One thread only:
-// handlers run inside run().
+// The interface's end of the socket to the host, and the loop that moves its messages. One thread only,
+// except async(): handlers run inside run().
 #pragma once
 
 #include "flutter/frame_messenger.h"
 
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -36,12 +37,19 @@ public:
     void run();
     void stop() { stopped_ = true; }
 
+    // Has `work` done inside run(), in order. Any thread.
+    void async(std::function<void()> work);
+
 private:
     void write(std::vector<std::uint8_t> bytes);
     void flush();
     bool receive();
+    void work();
 
     int socket_;
+    int wakeUp_; // an eventfd: readable while there is work
+    std::mutex mutex_;
+    std::vector<std::function<void()>> work_;
     bool stopped_ = false;
     std::vector<std::uint8_t> outgoing_; // what the socket has not taken yet
     flutter::FrameMessenger messenger_;

@@ -51,6 +51,18 @@ void Model::respond(const std::string& request, const std::string& instructions,
                                                 {"max_tokens", maxTokens}});
 }
 
+void Model::availability(std::function<void(std::optional<std::string>)> answered) {
+    calls_.invokeMethod(
+        "availability", {}, [answered = std::move(answered)](const flutter::CallOutcome& outcome) {
+            const auto* value = std::get_if<flutter::EncodableValue>(&outcome);
+            const auto* map = value ? flutter::asMap(*value) : nullptr;
+            const auto* state = flutter::asString(flutter::member(map, "state"));
+            if (state && *state == "available") return answered(std::nullopt);
+            const auto* detail = flutter::asString(flutter::member(map, "detail"));
+            answered(detail ? *detail : "This host does not say whether it has a language model.");
+        });
+}
+
 void Model::cancel(const std::string& request) {
     calls_.invokeMethod("cancel", EncodableMap{{"request_id", request}});
 }

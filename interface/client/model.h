@@ -5,6 +5,7 @@
 #include "flutter/method_channel.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace quillmark {
@@ -27,6 +28,9 @@ public:
     void respond(const std::string& request, const std::string& instructions, const std::string& prompt,
                  int maxTokens);
     void cancel(const std::string& request);
+
+    // Whether the model can be used at this moment: tells why not, as a sentence for the person, or nothing.
+    void availability(std::function<void(std::optional<std::string> whyNot)> answered);
 
 private:
     flutter::MethodChannel calls_;

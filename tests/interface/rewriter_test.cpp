@@ -6,6 +6,11 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+
 namespace quillmark {
 namespace {
 
@@ -24,6 +29,25 @@ struct Rewriting : testing::Test {
         }
         return calls;
     }
+    // Has a text rewritten by a host that says so of its language model.
+    void rewrite(const std::string& text,
+                 const flutter::EncodableMap& availability = {{"state", "available"}}) {
+        rewriter.rewrite(text);
+        const auto question = host.sent.back();
+        host.sent.pop_back();
+        question.onReply(flutter::encodeSuccessEnvelope(availability));
+    }
+    // What other threads hand over, until the condition holds.
+    void workUntil(const std::function<bool()>& condition) {
+        while (!condition()) {
+            std::unique_lock lock(mutex_);
+            if (!filled_.wait_for(lock, std::chrono::seconds(20), [&] { return !work_.empty(); })) return;
+            const auto work = std::exchange(work_, {});
+            lock.unlock();
+            for (const auto& piece : work)
+                piece();
+        }
+    }
     void event(const char* request, const char* kind, const char* key, const char* value) {
         host.deliver("quillmark.quillmark/system_model/events",
                      flutter::encodeSuccessEnvelope(
@@ -33,10 +57,20 @@ struct Rewriting : testing::Test {
 
     FakeMessenger host;
     Strings outcomes_;
-    Rewriter rewriter{host,
-                      {.growing = [](const std::string&) {},
-                       .done = [this](const std::string& text) { outcomes_.push_back("done " + text); },
-                       .failed = [this](const std::string& why) { outcomes_.push_back("failed " + why); }}};
+    std::mutex mutex_;
+    std::condition_variable filled_;
+    std::vector<std::function<void()>> work_;
+    Rewriter rewriter{
+        host,
+        [this](std::function<void()> work) {
+            const std::lock_guard lock(mutex_);
+            work_.push_back(std::move(work));
+            filled_.notify_one();
+        },
+        {.growing = [](const std::string&) {},
+         .done = [this](const std::string& text) { outcomes_.push_back("done " + text); },
+         .failed = [this](const std::string& why) { outcomes_.push_back("failed " + why); },
+         .spellingOnly = [this](const std::string& why) { outcomes_.push_back("only " + why); }}};
 };
 
 TEST_F(Rewriting, HandsOutOnlyAWholeAnswer) {
@@ -54,7 +88,7 @@ TEST_F(Rewriting, HandsOutOnlyAWholeAnswer) {
     };
     EXPECT_THAT(calls(), ElementsAre("listen"));
     for (const auto& [text, kind, key, value, outcome] : table) {
-        rewriter.rewrite(" i knwo\n");
+        rewrite(" i knwo\n");
         const auto request = calls().at(0).substr(std::string("respond ").size());
         event(request.c_str(), "text", "text", text);
         EXPECT_THAT(outcomes(), ElementsAre());
@@ -65,9 +99,9 @@ TEST_F(Rewriting, HandsOutOnlyAWholeAnswer) {
 }
 
 TEST_F(Rewriting, GivesUpTheOldTextForANewOne) {
-    rewriter.rewrite("old");
+    rewrite("old");
     event("rewrite-1", "text", "text", "old text");
-    rewriter.rewrite("new");
+    rewrite("new");
     EXPECT_THAT(calls(), ElementsAre("listen", "respond rewrite-1", "cancel rewrite-1", "respond rewrite-2"));
     event("rewrite-1", "text", "text", "old text again");
     event("rewrite-1", "done", "finish_reason", "stop");
@@ -76,7 +110,19 @@ TEST_F(Rewriting, GivesUpTheOldTextForANewOne) {
     EXPECT_THAT(outcomes(), ElementsAre());
     event("rewrite-2", "done", "finish_reason", "stop");
     EXPECT_THAT(outcomes(), ElementsAre("done new text"));
-    rewriter.rewrite("third");
+    rewrite("third");
+    EXPECT_THAT(calls(), ElementsAre("respond rewrite-3"));
+}
+
+TEST_F(Rewriting, CorrectsTheSpellingWithoutAModelAndSaysSo) {
+    const flutter::EncodableMap none{{"state", "unavailable"}, {"detail", "Start a server."}};
+    rewrite("teh", none);
+    rewrite(" i knwo teh way.\n", none);
+    EXPECT_THAT(outcomes(), ElementsAre("only Start a server.", "only Start a server."));
+    EXPECT_THAT(calls(), ElementsAre("listen"));
+    workUntil([&] { return !outcomes_.empty(); });
+    EXPECT_THAT(outcomes(), ElementsAre("done  I know the way.\n"));
+    rewrite("and now with a model");
     EXPECT_THAT(calls(), ElementsAre("respond rewrite-3"));
 }
 

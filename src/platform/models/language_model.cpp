@@ -5,7 +5,6 @@
 #include "platform/models/generation/response_stream.h"
 #include "platform/models/model_choice.h"
 #include "platform/models/server/answer.h"
-#include "platform/models/spelling/corrector_answer.h"
 
 namespace platform {
 namespace {
@@ -14,9 +13,7 @@ void start(const ModelChoice& model, const Prompt& prompt, const std::shared_ptr
     if (!answer->isWanted()) return;
     if (const auto* served = std::get_if<ServedModel>(&model))
         return answerFromServer(*served, prompt, answer);
-    if (const auto* reason = std::get_if<SystemLanguageModel::UnavailableReason>(&model))
-        return answer->fail(reason->description);
-    answerFromCorrector(prompt.text, answer);
+    answer->fail(std::get<SystemLanguageModel::UnavailableReason>(model).description);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "platform/models/model_choice.h"
 
 #include "platform/models/generation/worker.h"
-#include "platform/models/spelling/corrector.h"
 
 #include <chrono>
 #include <memory>
@@ -18,7 +17,7 @@ using Clock = std::chrono::steady_clock;
 constexpr auto notEnabled = "appleIntelligenceNotEnabled", notReady = "modelNotReady";
 constexpr auto noModel =
     "No language model runs on this computer. Start a local model server (Ollama, llama-server, "
-    "LM Studio or vLLM), or install the package hunspell-en-us for spelling corrections.";
+    "LM Studio or vLLM).";
 constexpr auto noSuchAddress =
     "OPENAI_BASE_URL is not the address of a model server. Set it to one that begins with "
     "http:// (https is not supported), or unset it.";
@@ -33,7 +32,6 @@ ModelChoice choiceFor(const ModelServers& servers, const ModelServerState& state
     if (servers.setExplicitly)
         return silent ? Reason{notReady, silent->sentence}
                       : Reason{notEnabled, std::get<NoModelServer>(state).sentence};
-    if (Corrector::isInstalled()) return BuiltInCorrector{};
     return Reason{notEnabled, noModel};
 }
 

@@ -1,4 +1,4 @@
-// Which model answers: a local model server, or the built-in corrector when none is set and none is found.
+// Which model answers: a model server.
 #pragma once
 
 #include "platform/language_model.h"
@@ -9,9 +9,7 @@
 
 namespace platform {
 
-struct BuiltInCorrector {};
-
-using ModelChoice = std::variant<ServedModel, BuiltInCorrector, SystemLanguageModel::UnavailableReason>;
+using ModelChoice = std::variant<ServedModel, SystemLanguageModel::UnavailableReason>;
 
 // As it is at this moment, found out within 300 ms. Any thread but the background ones.
 ModelChoice chooseModel();

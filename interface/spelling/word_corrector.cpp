@@ -1,8 +1,8 @@
-#include "platform/models/spelling/corrector.h"
+#include "spelling/word_corrector.h"
 
-#include "platform/models/spelling/ascii.h"
-#include "platform/models/spelling/edit_distance.h"
-#include "platform/models/spelling/english_words.h"
+#include "spelling/ascii.h"
+#include "spelling/edit_distance.h"
+#include "spelling/english_words.h"
 
 #include <hunspell/hunspell.hxx>
 
@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-namespace platform {
+namespace quillmark {
 namespace {
 
 constexpr auto affixFile = "/usr/share/hunspell/en_US.aff";
@@ -55,9 +55,11 @@ std::unordered_set<std::string> commonWords() {
 
 } // namespace
 
-bool Corrector::isInstalled() { return std::ifstream(affixFile).good() && std::ifstream(wordFile).good(); }
+bool WordCorrector::isInstalled() {
+    return std::ifstream(affixFile).good() && std::ifstream(wordFile).good();
+}
 
-class Corrector::Dictionary {
+class WordCorrector::Dictionary {
 public:
     bool isRight(const std::string& word) {
         const auto small = lowered(word);
@@ -159,19 +161,19 @@ private:
     std::unordered_map<std::string, std::string> corrections_;
 };
 
-Corrector::Corrector() : dictionary_(std::make_unique<Dictionary>()) {}
-Corrector::~Corrector() = default;
+WordCorrector::WordCorrector() : dictionary_(std::make_unique<Dictionary>()) {}
+WordCorrector::~WordCorrector() = default;
 
-bool Corrector::knows(std::string_view word) {
+bool WordCorrector::knows(std::string_view word) {
     const auto plain = replaced(word, typographicApostrophe, "'");
     return dictionary_->isRight(plain) || !usualCorrection(lowered(plain)).empty();
 }
 
-std::string Corrector::correct(std::string_view word) {
+std::string WordCorrector::correct(std::string_view word) {
     const auto plain = replaced(word, typographicApostrophe, "'");
     const auto corrected = dictionary_->correct(plain);
     if (corrected == plain) return std::string(word);
     return plain.size() == word.size() ? corrected : replaced(corrected, "'", typographicApostrophe);
 }
 
-} // namespace platform
+} // namespace quillmark

@@ -1,14 +1,14 @@
-#include "platform/models/spelling/correction.h"
+#include "spelling/text_correction.h"
 
-#include "platform/models/spelling/ascii.h"
-#include "platform/models/spelling/english_words.h"
-#include "platform/models/spelling/text_gaps.h"
+#include "spelling/ascii.h"
+#include "spelling/english_words.h"
+#include "spelling/text_gaps.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-namespace platform {
+namespace quillmark {
 namespace {
 
 template <std::size_t N>
@@ -30,13 +30,13 @@ constexpr std::array<std::string_view, 10> whoWillNot{"i",  "you",  "he",   "she
 
 } // namespace
 
-Correction::Correction(std::string text, Corrector& corrector)
-    : text_(std::move(text)), corrector_(corrector), pieces_(correctionPieces(text_)), english_(isEnglish()) {
+TextCorrection::TextCorrection(std::string text, WordCorrector& corrector)
+    : text_(std::move(text)), corrector_(corrector), pieces_(textPieces(text_)), english_(isEnglish()) {
     for (std::size_t at = 1; at < pieces_.size(); ++at)
         severalSentences_ = severalSentences_ || (!pieces_[at].word.empty() && startsSentence(at));
 }
 
-std::optional<std::string> Correction::next() {
+std::optional<std::string> TextCorrection::next() {
     while (next_ < pieces_.size() && isRepeated(next_))
         ++next_;
     if (next_ == pieces_.size()) return std::nullopt;
@@ -45,23 +45,22 @@ std::optional<std::string> Correction::next() {
 }
 
 // A dictionary finds something to correct in every word of another language. A few words may all be wrong.
-bool Correction::isEnglish() const {
+bool TextCorrection::isEnglish() const {
     constexpr std::ptrdiff_t few = 6;
-    const auto words = std::ranges::count_if(pieces_, &CorrectionPiece::isOrdinary);
-    const auto known = std::ranges::count_if(pieces_, [&](const CorrectionPiece& piece) {
-        return piece.isOrdinary && corrector_.knows(piece.word);
-    });
+    const auto words = std::ranges::count_if(pieces_, &TextPiece::isOrdinary);
+    const auto known = std::ranges::count_if(
+        pieces_, [&](const TextPiece& piece) { return piece.isOrdinary && corrector_.knows(piece.word); });
     return words < few || 2 * known >= words;
 }
 
-bool Correction::isRepeated(std::size_t at) const {
+bool TextCorrection::isRepeated(std::size_t at) const {
     if (!english_ || at == 0 || !pieces_[at].isOrdinary || pieces_[at].before != " ") return false;
     const auto& word = pieces_[at].word;
     return isOneOf(neverTwice, word) && lowered(pieces_[at - 1].word) == word;
 }
 
 // Whether the word before is the end of a sentence, and not an abbreviation or an initial.
-bool Correction::startsSentence(std::size_t at) const {
+bool TextCorrection::startsSentence(std::size_t at) const {
     // A text of one sentence may be a piece of a longer one.
     if (at == 0) return severalSentences_ && isBlank(pieces_[at].before);
     const auto& last = pieces_[at - 1];
@@ -72,7 +71,7 @@ bool Correction::startsSentence(std::size_t at) const {
            last.word.size() > (capitalised ? 3u : 1u) && !isAbbreviation(lowered(last.word));
 }
 
-std::string Correction::gapBefore(std::size_t at) const {
+std::string TextCorrection::gapBefore(std::size_t at) const {
     const auto& piece = pieces_[at];
     if (!english_ || at == 0 || !pieces_[at - 1].isOrdinary) return std::string(piece.before);
     const bool last = at + 1 == pieces_.size() && piece.word.empty();
@@ -82,7 +81,7 @@ std::string Correction::gapBefore(std::size_t at) const {
     return tidied(piece.before, last ? GapBefore::end : capital ? GapBefore::capital : GapBefore::word);
 }
 
-std::string Correction::wordAt(std::size_t at) const {
+std::string TextCorrection::wordAt(std::size_t at) const {
     const auto& piece = pieces_[at];
     if (!english_ || !piece.isOrdinary) return std::string(piece.word);
     const std::string_view after = at + 1 < pieces_.size() ? pieces_[at + 1].before : std::string_view();
@@ -99,4 +98,4 @@ std::string Correction::wordAt(std::size_t at) const {
     return word;
 }
 
-} // namespace platform
+} // namespace quillmark

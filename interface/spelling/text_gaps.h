@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace quillmark {
 
 bool isBlank(std::string_view gap);
 
@@ -18,4 +18,4 @@ enum class GapBefore { word, capital, end };
 // Without the blanks that nobody means: two where one belongs, those before a punctuation mark. Layout stays.
 std::string tidied(std::string_view gap, GapBefore next);
 
-} // namespace platform
+} // namespace quillmark

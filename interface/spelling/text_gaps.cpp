@@ -1,8 +1,8 @@
-#include "platform/models/spelling/text_gaps.h"
+#include "spelling/text_gaps.h"
 
 #include <algorithm>
 
-namespace platform {
+namespace quillmark {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
@@ -45,4 +45,4 @@ std::string tidied(std::string_view gap, GapBefore next) {
     return belongs ? std::string(trimmed) : std::string(gap);
 }
 
-} // namespace platform
+} // namespace quillmark

@@ -2,22 +2,22 @@
 // beyond doubt: a mistake that stays is better than one that is made.
 #pragma once
 
-#include "platform/models/spelling/correction_pieces.h"
-#include "platform/models/spelling/corrector.h"
+#include "spelling/text_pieces.h"
+#include "spelling/word_corrector.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace platform {
+namespace quillmark {
 
 // Used by the corrector's thread.
-class Correction {
+class TextCorrection {
 public:
-    Correction(std::string text, Corrector& corrector);
-    Correction(const Correction&) = delete;
-    Correction& operator=(const Correction&) = delete;
+    TextCorrection(std::string text, WordCorrector& corrector);
+    TextCorrection(const TextCorrection&) = delete;
+    TextCorrection& operator=(const TextCorrection&) = delete;
 
     // The next word with what stands before it, absent at the end. What follows never changes it.
     std::optional<std::string> next();
@@ -30,11 +30,11 @@ private:
     std::string wordAt(std::size_t at) const;
 
     std::string text_;
-    Corrector& corrector_;
-    std::vector<CorrectionPiece> pieces_; // point into the text
+    WordCorrector& corrector_;
+    std::vector<TextPiece> pieces_; // point into the text
     bool english_;
     bool severalSentences_ = false;
     std::size_t next_ = 0;
 };
 
-} // namespace platform
+} // namespace quillmark

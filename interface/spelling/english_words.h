@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace quillmark {
 
 // In small letters; takes any letters.
 std::string lowered(std::string_view word);
@@ -27,4 +27,4 @@ bool isShorthand(std::string_view word);
 // "etc", "approx": a full stop behind it ends no sentence for certain.
 bool isAbbreviation(std::string_view word);
 
-} // namespace platform
+} // namespace quillmark

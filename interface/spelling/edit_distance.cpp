@@ -1,12 +1,12 @@
-#include "platform/models/spelling/edit_distance.h"
+#include "spelling/edit_distance.h"
 
-#include "platform/models/spelling/ascii.h"
+#include "spelling/ascii.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
 
-namespace platform {
+namespace quillmark {
 namespace {
 
 // Found on lists of typos: these slips are more common than others.
@@ -76,4 +76,4 @@ std::vector<std::string> oneEditAway(const std::string& word) {
     return edits;
 }
 
-} // namespace platform
+} // namespace quillmark

@@ -1,5 +1,5 @@
-// The built-in corrector.
-#include "platform/models/spelling/correction.h"
+// Words, blanks and punctuation marks as a text has them.
+#include "spelling/text_correction.h"
 
 #include <gtest/gtest.h>
 
@@ -8,15 +8,15 @@
 namespace {
 
 std::string corrected(const std::string& text) {
-    static platform::Corrector corrector;
-    platform::Correction correction(text, corrector);
+    static quillmark::WordCorrector corrector;
+    quillmark::TextCorrection correction(text, corrector);
     std::string result;
     while (const auto piece = correction.next())
         result += *piece;
     return result;
 }
 
-TEST(Corrector, CorrectsWhatIsWrongBeyondDoubt) {
+TEST(TextCorrection, CorrectsWhatIsWrongBeyondDoubt) {
     const std::pair<const char*, const char*> cases[] = {
         {"teh", "the"},
         {"i recieved it,", "I received it,"},
@@ -42,7 +42,7 @@ TEST(Corrector, CorrectsWhatIsWrongBeyondDoubt) {
         EXPECT_EQ(corrected(text), expected);
 }
 
-TEST(Corrector, LeavesAloneWhatMayBeMeant) {
+TEST(TextCorrection, LeavesAloneWhatMayBeMeant) {
     for (const std::string text :
          {"", "  ", "The letter's ready; isn't it?", "https://exmaple.org/teh", "teh@exmaple.org", "src/teh",
           "exmaple.teh", "teh2", "TEH", "getTeh", "teh()", "std::teh", "#teh", "--teh", "a=teh", "teh-teh",

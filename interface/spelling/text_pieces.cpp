@@ -1,6 +1,6 @@
-#include "platform/models/spelling/correction_pieces.h"
+#include "spelling/text_pieces.h"
 
-#include "platform/models/spelling/ascii.h"
+#include "spelling/ascii.h"
 
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-namespace platform {
+namespace quillmark {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
@@ -113,14 +113,14 @@ private:
 
 } // namespace
 
-std::vector<CorrectionPiece> correctionPieces(std::string_view text) {
+std::vector<TextPiece> textPieces(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     UText utf8 = UTEXT_INITIALIZER;
     utext_openUTF8(&utf8, text.data(), static_cast<std::int64_t>(text.size()), &status);
     const auto words = wordIterator();
     if (words) words->setText(&utf8, status);
 
-    std::vector<CorrectionPiece> pieces;
+    std::vector<TextPiece> pieces;
     Chunks chunks(text);
     std::size_t done = 0, at = 0;
     while (words && U_SUCCESS(status)) {
@@ -139,4 +139,4 @@ std::vector<CorrectionPiece> correctionPieces(std::string_view text) {
     return pieces;
 }
 
-} // namespace platform
+} // namespace quillmark

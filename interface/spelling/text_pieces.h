@@ -4,10 +4,10 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+namespace quillmark {
 
 // One word with what stands before it; the last piece of a text may have no word. All point into the text.
-struct CorrectionPiece {
+struct TextPiece {
     std::string_view before;
     std::string_view word;
     // An ordinary English word: letters from a to z with apostrophes, at most the first one a capital, and no
@@ -16,6 +16,6 @@ struct CorrectionPiece {
 };
 
 // Together the pieces are the text. Any thread.
-std::vector<CorrectionPiece> correctionPieces(std::string_view text);
+std::vector<TextPiece> textPieces(std::string_view text);
 
-} // namespace platform
+} // namespace quillmark

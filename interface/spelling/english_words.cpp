@@ -1,12 +1,12 @@
-#include "platform/models/spelling/english_words.h"
+#include "spelling/english_words.h"
 
-#include "platform/models/spelling/ascii.h"
+#include "spelling/ascii.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-namespace platform {
+namespace quillmark {
 namespace {
 
 using Pair = std::pair<std::string_view, std::string_view>;
@@ -103,4 +103,4 @@ bool isAbbreviation(std::string_view word) {
     return std::ranges::find(abbreviations, word) != abbreviations.end();
 }
 
-} // namespace platform
+} // namespace quillmark
