@@ -1,6 +1,8 @@
-#include "platform/linux/system/backup_mark.h"
-
+// Two marks tell backup programs to leave a file or directory out: the attribute `user.xdg.robots.backup` on
+// anything, and in a directory the tag file that borg, restic and tar look for (https://bford.info/cachedir/). A
+// directory on a file system without attributes counts as marked by its tag alone.
 #include "platform/linux/base/file_descriptor.h"
+#include "platform/url.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -62,10 +64,10 @@ int mark(const std::string& path, bool excluded) {
 
 } // namespace
 
-std::optional<std::string> markExcludedFromBackup(const std::string& path, bool excluded) {
-    const int error = mark(path, excluded);
+std::optional<std::string> URL::setExcludedFromBackup(bool excluded) const {
+    const int error = mark(path_, excluded);
     if (error == 0) return std::nullopt;
-    return "The backup mark of \"" + path +
+    return "The backup mark of \"" + path_ +
            "\" could not be changed: " + std::generic_category().message(error) + ".";
 }
 
