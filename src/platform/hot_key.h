@@ -5,13 +5,15 @@
 #include <memory>
 #include <optional>
 
-// System-wide hot keys. Main thread only; presses arrive on the main thread, through the main queue's order.
+// System-wide hot keys. Main thread only: each press is one entry of the main queue.
 namespace platform {
 
+// What a handler returns.
 using OSStatus = std::int32_t;
-inline constexpr OSStatus noErr = 0;
+inline constexpr OSStatus noErr = 0;                  // it has handled the event
+inline constexpr OSStatus eventNotHandledErr = -9874; // it has not
 
-// Modifier bits of a hot key's mask. Command, Option, Control and Shift are the keys of those names.
+// The bits of a hot key's modifier mask.
 inline constexpr std::uint32_t cmdKey = 0x0100;
 inline constexpr std::uint32_t shiftKey = 0x0200;
 inline constexpr std::uint32_t optionKey = 0x0800;
@@ -30,7 +32,7 @@ struct EventHotKeyID {
     std::uint32_t id = 0;
 };
 
-// Whose events a handler sees; the application's are the only ones there are.
+// Whose events a handler gets. Only the application has events.
 enum class EventTargetRef { application };
 EventTargetRef GetApplicationEventTarget();
 
@@ -41,19 +43,25 @@ public:
 };
 using EventHandlerRef = std::unique_ptr<EventHandler>;
 
-// Installs a handler for one type of event. Null when the desktop refuses.
+// Installs a handler for presses of hot keys. Null for every other type of event, and when the desktop
+// refuses.
+//
+// A press runs the handlers that are installed then, the newest first, until one returns `noErr`; after any
+// other result the next one runs. A handler that another one removes during the press is left out.
 EventHandlerRef InstallEventHandler(EventTargetRef target, std::function<OSStatus()> handler,
                                     EventTypeSpec type);
 
-// A registered combination. Destroying it gives the combination back (`UnregisterEventHotKey`).
+// A registered combination. Destroying it frees the combination (`UnregisterEventHotKey`); a press whose
+// handlers have not run yet is dropped then.
 class EventHotKey {
 public:
     virtual ~EventHotKey() = default;
 };
 using EventHotKeyRef = std::unique_ptr<EventHotKey>;
 
-// Registers a key (by position, see `CGKeyCode`) with a modifier mask; a press anywhere runs the target's
-// handlers. Null when the combination cannot be had, for instance because another program holds it.
+// Registers a key (by position, see `CGKeyCode`) with a modifier mask: a press of it in any program runs the
+// handlers, and that program does not get the key. Null when the combination cannot be registered, for
+// instance because another program or the host itself has it already.
 EventHotKeyRef RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
                                    EventTargetRef target, std::uint32_t options);
 

@@ -12,16 +12,19 @@ struct HotKeyTest : testing::Test {
     static constexpr std::uint32_t mask = optionKey | shiftKey;
     static constexpr CGEventFlags heldForIt = kCGEventFlagMaskAlternate | kCGEventFlagMaskShift;
 
+    static constexpr EventTypeSpec hotKeyPressed{kEventClassKeyboard, kEventHotKeyPressed};
+
     Stage stage;
     std::unique_ptr<Program> program = stage.open({.value = ""});
     int presses = 0;
-    EventHandlerRef handler = InstallEventHandler(GetApplicationEventTarget(),
-                                                  [this] {
-                                                      ++presses;
-                                                      return noErr;
-                                                  },
-                                                  {kEventClassKeyboard, kEventHotKeyPressed});
+    EventHandlerRef handler = install([this] {
+        ++presses;
+        return noErr;
+    });
 
+    static EventHandlerRef install(std::function<OSStatus()> handler, EventTypeSpec type = hotKeyPressed) {
+        return InstallEventHandler(GetApplicationEventTarget(), std::move(handler), type);
+    }
     static EventHotKeyRef registerKey(std::uint32_t keyCode, std::uint32_t modifiers) {
         return RegisterEventHotKey(keyCode, modifiers, {0x54455354, 1}, GetApplicationEventTarget(), 0);
     }
@@ -42,6 +45,36 @@ TEST_F(HotKeyTest, APressAnywhereRunsTheHandlerOnceAndKeepsTheKeyFromTheProgram)
     stage.runABit();
     EXPECT_EQ(presses, 2);
     EXPECT_EQ(program->value(), "");
+}
+
+TEST_F(HotKeyTest, APressRunsTheNewestHandlerFirstAndTheOthersUntilOneHandlesIt) {
+    const auto key = registerKey(space, mask);
+    std::string ran;
+    const auto add = [&](char name, OSStatus result) {
+        return install([&ran, name, result] {
+            ran += name;
+            return result;
+        });
+    };
+    auto second = add('2', noErr);
+    const auto third = add('3', eventNotHandledErr);
+    auto fourth = install([&] {
+        ran += '4';
+        second.reset(); // must not run for this press any more
+        return eventNotHandledErr;
+    });
+    for (const auto& [expected, expectedPresses] : {std::pair("43", 1), std::pair("4343", 2)}) {
+        stage.press(space, heldForIt);
+        EXPECT_TRUE(pressed(expectedPresses));
+        EXPECT_EQ(ran, expected);
+    }
+    fourth.reset();
+    second = add('2', noErr);
+    stage.press(space, heldForIt);
+    EXPECT_TRUE(stage.runUntil([&] { return ran == "43432"; })) << ran;
+    EXPECT_EQ(presses, 2) << "it was handled before";
+
+    EXPECT_FALSE(install([] { return noErr; }, {kEventClassKeyboard, kEventHotKeyPressed + 1}));
 }
 
 TEST_F(HotKeyTest, OtherModifiersAreAnotherCombination) {

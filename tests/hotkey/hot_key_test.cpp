@@ -51,7 +51,7 @@ TEST_F(HotKeys, AreLeftAloneWhenNothingChanges) {
     initialize(40);
     world.journal.clear();
     EXPECT_EQ(initialize(40), "hotkey_registered=true");
-    EXPECT_THAT(world.journal.of("hot key"), IsEmpty());
+    EXPECT_THAT(world.journal.entriesThatBeginWith("hot key"), IsEmpty());
 }
 
 TEST_F(HotKeys, FallBackToTheOldCombinationWhenTheNewOneIsTaken) {
@@ -60,10 +60,10 @@ TEST_F(HotKeys, FallBackToTheOldCombinationWhenTheNewOneIsTaken) {
     EXPECT_EQ(initialize(41), "hotkey_registered=false");
     EXPECT_THAT(live(), ElementsAre(Combination{40, optionShift}));
 
-    world.hotKeys.takesHandlers = false;
+    world.hotKeys.acceptsHandlers = false;
     EXPECT_EQ(initialize(42), "hotkey_registered=false");
     EXPECT_THAT(live(), IsEmpty());
-    world.hotKeys.takesHandlers = true;
+    world.hotKeys.acceptsHandlers = true;
     EXPECT_EQ(initialize(41), "hotkey_registered=false") << "nothing is left to fall back to";
     EXPECT_THAT(live(), IsEmpty());
     EXPECT_EQ(initialize(40), "hotkey_registered=true");

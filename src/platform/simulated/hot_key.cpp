@@ -3,6 +3,7 @@
 #include "platform/simulated/world.h"
 
 #include <algorithm>
+#include <ranges>
 #include <string>
 
 namespace simulated {
@@ -15,7 +16,7 @@ std::string describe(Combination combination) {
 class InstalledHandler final : public platform::EventHandler {
 public:
     ~InstalledHandler() override {
-        World* const world = World::living();
+        World* const world = World::currentOrNull();
         if (world == nullptr) return;
         std::erase_if(world->hotKeys.handlers,
                       [this](const HotKeys::Handler& handler) { return handler.owner == this; });
@@ -25,7 +26,7 @@ public:
 class RegisteredHotKey final : public platform::EventHotKey {
 public:
     ~RegisteredHotKey() override {
-        World* const world = World::living();
+        World* const world = World::currentOrNull();
         if (world == nullptr) return;
         std::erase_if(world->hotKeys.registrations, [&](const HotKeys::Registration& registration) {
             if (registration.owner != this) return false;
@@ -42,21 +43,20 @@ std::uint32_t hotKeyMask(platform::CGEventFlags flags) {
            (flags & platform::kCGEventFlagMaskControl ? platform::controlKey : 0u);
 }
 
-// The youngest handler comes first; one that is done with the event keeps it from the others.
 void runHandlers(Combination combination) {
     const HotKeys& hotKeys = World::current().hotKeys;
-    if (!hotKeys.registered(combination)) return;
-    const std::vector<HotKeys::Handler> handlers(hotKeys.handlers.rbegin(), hotKeys.handlers.rend());
-    for (const HotKeys::Handler& handler : handlers) {
-        if (handler.type.eventClass != platform::kEventClassKeyboard) continue;
-        if (handler.type.eventKind != platform::kEventHotKeyPressed) continue;
-        if (handler.run() == platform::noErr) return;
-    }
+    if (!hotKeys.isRegistered(combination)) return;
+    const auto handlers = hotKeys.handlers; // a handler may install and remove others
+    for (const HotKeys::Handler& handler : std::views::reverse(handlers))
+        if (hotKeys.isInstalled(handler.owner) && handler.run() == platform::noErr) return;
 }
 
 } // namespace
 
-bool HotKeys::registered(Combination combination) const {
+bool HotKeys::isInstalled(const void* handlerOwner) const {
+    return std::ranges::find(handlers, handlerOwner, &Handler::owner) != handlers.end();
+}
+bool HotKeys::isRegistered(Combination combination) const {
     return std::ranges::find(registrations, combination, &Registration::combination) != registrations.end();
 }
 
@@ -64,7 +64,7 @@ void World::userPresses(platform::CGKeyCode keyCode, platform::CGEventFlags modi
     const platform::CGEventFlags flags = heldModifiers | modifiers;
     const Combination combination{keyCode, hotKeyMask(flags)};
     if (hotKeys.taken.contains(combination)) return;
-    if (!hotKeys.registered(combination)) return deliverKeystroke({keyCode, flags});
+    if (!hotKeys.isRegistered(combination)) return deliverKeystroke({keyCode, flags});
     note(describe(combination) + " pressed");
     clock.async([combination] { runHandlers(combination); });
 }
@@ -79,9 +79,10 @@ EventTargetRef GetApplicationEventTarget() { return EventTargetRef::application;
 
 EventHandlerRef InstallEventHandler(EventTargetRef, std::function<OSStatus()> handler, EventTypeSpec type) {
     simulated::HotKeys& hotKeys = World::current().hotKeys;
-    if (!hotKeys.takesHandlers) return nullptr;
+    const bool isPress = type.eventClass == kEventClassKeyboard && type.eventKind == kEventHotKeyPressed;
+    if (!hotKeys.acceptsHandlers || !isPress) return nullptr;
     auto installed = std::make_unique<simulated::InstalledHandler>();
-    hotKeys.handlers.push_back({installed.get(), type, std::move(handler)});
+    hotKeys.handlers.push_back({installed.get(), std::move(handler)});
     return installed;
 }
 
@@ -89,7 +90,7 @@ EventHotKeyRef RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifier
                                    EventTargetRef, std::uint32_t options) {
     World& world = World::current();
     const simulated::Combination combination{keyCode, modifiers};
-    if (world.hotKeys.taken.contains(combination) || world.hotKeys.registered(combination)) return nullptr;
+    if (world.hotKeys.taken.contains(combination) || world.hotKeys.isRegistered(combination)) return nullptr;
     auto registered = std::make_unique<simulated::RegisteredHotKey>();
     world.hotKeys.registrations.push_back({registered.get(), combination, id, options});
     world.note(simulated::describe(combination) + " registered");

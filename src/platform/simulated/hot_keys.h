@@ -13,11 +13,10 @@ namespace simulated {
 // A key code and a modifier mask.
 using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
-// The system's hot keys.
+// The hot keys of the system.
 struct HotKeys {
     struct Handler {
         const void* owner = nullptr;
-        platform::EventTypeSpec type;
         std::function<platform::OSStatus()> run;
     };
     struct Registration {
@@ -27,16 +26,17 @@ struct HotKeys {
         std::uint32_t options = 0;
     };
 
-    // Held by other programs.
+    // Registered by other programs.
     std::set<Combination> taken = {};
     // False: the desktop refuses every handler.
-    bool takesHandlers = true;
+    bool acceptsHandlers = true;
 
-    // The host's own.
+    // Of the host, oldest first.
     std::vector<Handler> handlers = {};
     std::vector<Registration> registrations = {};
 
-    bool registered(Combination combination) const;
+    bool isInstalled(const void* handlerOwner) const;
+    bool isRegistered(Combination combination) const;
 };
 
 } // namespace simulated

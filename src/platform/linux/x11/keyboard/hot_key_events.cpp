@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <ranges>
 #include <utility>
 
 namespace platform::x11 {
@@ -134,8 +135,11 @@ void HotKeyEvents::run(const std::weak_ptr<HotKeyCombination>& combination) {
     if (combination.expired()) return;
     // GTK shows no focused element while the keyboard is the host's.
     letKeyboardGo(KeysDown(Connection::shared()->display()));
-    for (const auto& handler : living(handlers_))
-        (*handler)();
+    const auto handlers = handlers_; // a handler may install and remove others
+    for (const auto& installed : std::views::reverse(handlers)) {
+        const auto handler = installed.lock();
+        if (handler && (*handler)() == noErr) break;
+    }
     watchHeldKey(combination);
 }
 
