@@ -73,7 +73,7 @@ TEST_F(Capture, TakesTheFirstSourceThatHasText) {
     letter.selection = {0, 2};
     EXPECT_EQ(summary(), "selection:    +token") << "a selection of spaces is a selection";
 
-    letter.answers["AXSelectedText"] = std::nullopt;
+    letter.overrides["AXSelectedText"] = std::nullopt;
     letter.copies = simulated::Copies::selection;
     letter.selection = {2, 4};
     EXPECT_EQ(summary(), "clipboard: Dear") << "what was copied has no known place";
@@ -88,10 +88,10 @@ TEST_F(Capture, TakesTheFirstSourceThatHasText) {
 
 TEST_F(Capture, GivesNoTokenForAPlaceThatIsNotKnown) {
     auto& letter = field("Dear Anna", {0, 4});
-    letter.answers["AXSelectedTextRange"] = Value{platform::AXValue{platform::AXValueType::cgPoint, {}}};
+    letter.overrides["AXSelectedTextRange"] = Value{platform::AXValue{platform::AXValueType::cgPoint, {}}};
     EXPECT_EQ(summary(), "selection: Dear");
-    letter.answers.clear();
-    writer.answers["AXFocusedWindow"] = Value{std::string{"not a window"}};
+    letter.overrides.clear();
+    writer.overrides["AXFocusedWindow"] = Value{std::string{"not a window"}};
     const auto sent = capture();
     EXPECT_EQ(textOf(*sent, "token"), "");
     EXPECT_EQ(textOf(*sent, "title"), "");
@@ -115,7 +115,7 @@ TEST_F(Capture, ReadsOnlyWhatIsATextField) {
     EXPECT_EQ(summary(), "clipboard: ");
     letter.role = "AXWebArea";
     EXPECT_EQ(summary(), "field: Dear Anna +token");
-    letter.answers["AXValue"] = Value{true};
+    letter.overrides["AXValue"] = Value{true};
     EXPECT_EQ(summary(), "clipboard: ");
 }
 
@@ -174,7 +174,7 @@ TEST_F(Capture, AsksASilentProgramToShowItsElementsAndTriesAgainEveryFiftyMillis
     writer.showsAfter = 120ms;
     EXPECT_EQ(summary(), "selection: Dear +token");
     EXPECT_EQ(world.time(), 150ms);
-    EXPECT_THAT(world.journal.of("attribute"),
+    EXPECT_THAT(world.journal.entriesThatBeginWith("attribute"),
                 ElementsAre(simulated::JournalEntry{0us, "attribute AXManualAccessibility of Writer"},
                             simulated::JournalEntry{0us, "attribute AXEnhancedUserInterface of Writer"}));
     EXPECT_EQ(summary(), "selection: Dear +token");

@@ -65,10 +65,10 @@ TEST_F(CopySelection, WaitsFourHundredMillisecondsForTextAndNoLonger) {
 }
 
 TEST_F(CopySelection, LeavesAnEmptyPasteboardEmpty) {
-    for (const bool answers : {true, false}) {
+    for (const bool readable : {true, false}) {
         world.emptyPasteboard();
-        world.pasteboard.answers = answers;
-        world.after(1ms, [&] { world.pasteboard.answers = true; });
+        world.pasteboard.readable = readable;
+        world.after(1ms, [&] { world.pasteboard.readable = true; });
         EXPECT_EQ(AX::copySelectionViaClipboard(), " Dear");
         EXPECT_THAT(world.pasteboardItems(), IsEmpty());
     }

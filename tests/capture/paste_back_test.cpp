@@ -38,7 +38,7 @@ struct PasteBack : testing::Test, Host {
         world.journal.clear();
     }
     void expectNothingTyped() {
-        EXPECT_THAT(world.journal.of("keystroke"), IsEmpty());
+        EXPECT_THAT(world.journal.entriesThatBeginWith("keystroke"), IsEmpty());
         EXPECT_EQ(world.pasteboardText(), "hello") << "the text is there for the user to paste";
     }
 };
@@ -62,8 +62,8 @@ TEST_F(PasteBack, ReplacesAWholeFieldWithSelectAllAndItsPauses) {
     const auto start = world.time();
     EXPECT_EQ(paste().text(), "pasted");
     EXPECT_EQ(letter.value, "hello");
-    EXPECT_EQ(world.journal.of("pasteboard").back().at, start);
-    EXPECT_THAT(world.journal.of("keystroke"),
+    EXPECT_EQ(world.journal.entriesThatBeginWith("pasteboard").back().at, start);
+    EXPECT_THAT(world.journal.entriesThatBeginWith("keystroke"),
                 ElementsAre(simulated::JournalEntry{start + 30ms, "keystroke Command+0 to Writer"},
                             simulated::JournalEntry{start + 70ms, "keystroke Command+9 to Writer"}));
 }
@@ -109,7 +109,7 @@ TEST_F(PasteBack, WaitsForTheSourceAndForTheUsersFingers) {
 
     world.runFor(2s);
     EXPECT_EQ(answer.text(), "pasted");
-    EXPECT_EQ(world.journal.of("keystroke").front().at, start + 320ms + 30ms);
+    EXPECT_EQ(world.journal.entriesThatBeginWith("keystroke").front().at, start + 320ms + 30ms);
     EXPECT_EQ(letter.value, "Dear Anna, hello");
 }
 
@@ -137,11 +137,11 @@ TEST_F(PasteBack, RefusesATargetThatHasChanged) {
     static constexpr platform::AXValue earlier{platform::AXValueType::cfRange, {10, 4}};
     const std::pair<const char*, Change> changes[]{
         {"value", [](auto& t) { t.letter.value = "Dear Anna, help"; }},
-        {"value unreadable", [](auto& t) { t.letter.answers["AXValue"] = std::nullopt; }},
-        {"selection", [](auto& t) { t.letter.answers["AXSelectedText"] = Value{"hel"s}; }},
-        {"selection unreadable", [](auto& t) { t.letter.answers["AXSelectedText"] = std::nullopt; }},
-        {"range", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = Value{earlier}; }},
-        {"range unreadable", [](auto& t) { t.letter.answers["AXSelectedTextRange"] = std::nullopt; }},
+        {"value unreadable", [](auto& t) { t.letter.overrides["AXValue"] = std::nullopt; }},
+        {"selection", [](auto& t) { t.letter.overrides["AXSelectedText"] = Value{"hel"s}; }},
+        {"selection unreadable", [](auto& t) { t.letter.overrides["AXSelectedText"] = std::nullopt; }},
+        {"range", [](auto& t) { t.letter.overrides["AXSelectedTextRange"] = Value{earlier}; }},
+        {"range unreadable", [](auto& t) { t.letter.overrides["AXSelectedTextRange"] = std::nullopt; }},
         {"another field", [](auto& t) { t.writer.addField(t.letter); }},
         {"another window",
          [](auto& t) {
@@ -152,7 +152,7 @@ TEST_F(PasteBack, RefusesATargetThatHasChanged) {
     };
     for (const auto& [what, change] : changes) {
         SCOPED_TRACE(what);
-        letter.answers.clear();
+        letter.overrides.clear();
         letter.subrole.clear();
         letter.value = "Dear Anna, helo";
         letter.selection = {11, 4};
@@ -172,7 +172,7 @@ TEST_F(PasteBack, ComparesTextAsAReaderSeesIt) {
     letter.selection = {0, 5};
     token = textOf(*capture(), "token");
     letter.value = "cafe\u0301";
-    letter.answers["AXSelectedText"] = Value{letter.value};
+    letter.overrides["AXSelectedText"] = Value{letter.value};
     EXPECT_EQ(paste().text(), "pasted");
 }
 

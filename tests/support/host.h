@@ -24,14 +24,14 @@ struct Host {
     // A call of the interface's; the answer fills in when it comes.
     class Call {
     public:
-        explicit Call(std::shared_ptr<const simulated::Answer> answer) : answer_(std::move(answer)) {}
+        explicit Call(std::shared_ptr<const simulated::HostReply> answer) : answer_(std::move(answer)) {}
         bool answered() const { return answer_->bytes.has_value(); }
         // In a readable form (describe.h), or "unanswered".
         std::string text() const;
         simulated::TimePoint at() const { return answer_->at; }
 
     private:
-        std::shared_ptr<const simulated::Answer> answer_;
+        std::shared_ptr<const simulated::HostReply> answer_;
     };
     Call call(std::string method, flutter::EncodableValue arguments = {});
 

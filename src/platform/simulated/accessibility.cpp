@@ -21,7 +21,7 @@ public:
 namespace {
 
 using simulated::Accessibility;
-using simulated::AttributeAnswer;
+using simulated::AttributeRead;
 using simulated::Field;
 using simulated::Program;
 using simulated::ProgramWindow;
@@ -35,7 +35,7 @@ AXUIElementRef handle(Kind kind, pid_t pid, const void* place) {
 AXUIElementRef handleOf(const Field& field) { return handle(Kind::field, 0, &field); }
 AXUIElementRef handleOf(const ProgramWindow& window) { return handle(Kind::window, 0, &window); }
 
-// Where a handle leads in the world; a program of null when it leads nowhere (any more).
+// What a handle refers to in the world; the program is null when that no longer exists.
 struct Found {
     Program* program = nullptr;
     ProgramWindow* window = nullptr;
@@ -69,8 +69,8 @@ bool shows(const Program& program) {
     return program.showsFrom && *program.showsFrom <= now();
 }
 
-// The program takes its time; one that hangs takes all there is. False when no answer came.
-bool reacts(const Program& program) {
+// Blocks for the program's reaction time, or, when it hangs, for the whole time limit. False when it hangs.
+bool waitForReaction(const Program& program) {
     World& world = World::current();
     world.clock.block(program.reactionTime);
     if (program.accessibility != Accessibility::hung) return true;
@@ -78,7 +78,7 @@ bool reacts(const Program& program) {
     return false;
 }
 
-AttributeAnswer read(const Program& program, std::string_view attribute) {
+AttributeRead read(const Program& program, std::string_view attribute) {
     if (attribute == "AXFocusedUIElement" && program.focusedField != nullptr)
         return handleOf(*program.focusedField);
     if (attribute == "AXFocusedWindow" && program.focusedWindow != nullptr)
@@ -86,13 +86,13 @@ AttributeAnswer read(const Program& program, std::string_view attribute) {
     return std::nullopt;
 }
 
-AttributeAnswer read(const ProgramWindow& window, std::string_view attribute) {
+AttributeRead read(const ProgramWindow& window, std::string_view attribute) {
     if (attribute == "AXTitle") return window.title;
     if (attribute == "AXRole") return "AXWindow";
     return std::nullopt;
 }
 
-// A password field shows bullets.
+// The text as accessibility reports it: a bullet for each byte of a password.
 std::string shown(const Field& field, const std::string& text) {
     if (field.subrole != "AXSecureTextField") return text;
     std::string bullets;
@@ -101,7 +101,7 @@ std::string shown(const Field& field, const std::string& text) {
     return bullets;
 }
 
-AttributeAnswer read(const Field& field, std::string_view attribute) {
+AttributeRead read(const Field& field, std::string_view attribute) {
     if (attribute == "AXRole") return field.role;
     if (attribute == "AXSubrole" && !field.subrole.empty()) return field.subrole;
     if (attribute == "AXEditable") return field.editable;
@@ -112,22 +112,22 @@ AttributeAnswer read(const Field& field, std::string_view attribute) {
 }
 
 template <class Element>
-AttributeAnswer answer(const Element& element, std::string_view attribute) {
-    const auto instead = element.answers.find(attribute);
-    return instead != element.answers.end() ? instead->second : read(element, attribute);
+AttributeRead readOrOverride(const Element& element, std::string_view attribute) {
+    const auto found = element.overrides.find(attribute);
+    return found != element.overrides.end() ? found->second : read(element, attribute);
 }
 
-AttributeAnswer ask(const AXUIElement& element, std::string_view attribute) {
+AttributeRead ask(const AXUIElement& element, std::string_view attribute) {
     const Found found = find(element);
     if (found.program == nullptr) return std::nullopt;
     ++found.program->reads[std::string(attribute)];
-    if (!reacts(*found.program) || !shows(*found.program)) return std::nullopt;
-    if (found.field != nullptr) return answer(*found.field, attribute);
-    if (found.window != nullptr) return answer(*found.window, attribute);
-    return answer(*found.program, attribute);
+    if (!waitForReaction(*found.program) || !shows(*found.program)) return std::nullopt;
+    if (found.field != nullptr) return readOrOverride(*found.field, attribute);
+    if (found.window != nullptr) return readOrOverride(*found.window, attribute);
+    return readOrOverride(*found.program, attribute);
 }
 
-AttributeAnswer askSystemWide(std::string_view attribute) {
+AttributeRead askSystemWide(std::string_view attribute) {
     const World& world = World::current();
     if (attribute != "AXFocusedUIElement") return std::nullopt;
     if (world.systemWideFocus) return *world.systemWideFocus;
@@ -164,10 +164,10 @@ bool AXUIElementSetAttributeValue(const AXUIElementRef& element, std::string_vie
     const bool manual = attribute == "AXManualAccessibility";
     if (program == nullptr || (!manual && attribute != "AXEnhancedUserInterface")) return false;
     world.note("attribute " + std::string(attribute) + " of " + program->name);
-    if (!reacts(*program) || program->accessibility == Accessibility::missing) return false;
+    if (!waitForReaction(*program) || program->accessibility == Accessibility::missing) return false;
     (manual ? program->manualAccessibility : program->enhancedUserInterface) = value;
     if (program->manualAccessibility && program->enhancedUserInterface && !program->showsFrom) {
-        program->showsFrom = world.clock.after(program->showsAfter);
+        program->showsFrom = world.clock.timeAfter(program->showsAfter);
     }
     return true;
 }

@@ -11,16 +11,16 @@ void Clock::async(std::function<void()> work) {
 
 void Clock::asyncAfter(Seconds delay, std::function<void()> work) {
     const std::lock_guard lock(mutex_);
-    timers_.emplace(after(delay), std::move(work));
+    timers_.emplace(timeAfter(delay), std::move(work));
 }
 
-void Clock::happenAfter(Seconds delay, std::function<void()> happening) {
+void Clock::schedule(Seconds delay, std::function<void()> event) {
     const std::lock_guard lock(mutex_);
-    happenings_.emplace(after(delay), std::move(happening));
+    events_.emplace(timeAfter(delay), std::move(event));
 }
 
 void Clock::block(Seconds duration) {
-    const TimePoint end = after(duration);
+    const TimePoint end = timeAfter(duration);
     while (doNextDue(end)) {
     }
     advanceTo(end);
@@ -40,9 +40,9 @@ void Clock::advanceTo(TimePoint moment) {
     nanoseconds_ = std::max(nanoseconds_.load(), moment.time_since_epoch().count());
 }
 
-TimePoint Clock::after(Seconds delay) const {
-    constexpr Seconds longest{1e9};
-    const Seconds bounded = delay > Seconds::zero() ? std::min(delay, longest) : Seconds::zero();
+TimePoint Clock::timeAfter(Seconds delay) const {
+    constexpr Seconds longestDelay{1e9};
+    const Seconds bounded = delay > Seconds::zero() ? std::min(delay, longestDelay) : Seconds::zero();
     // Rounded, so that 0.02 s is exactly 20 ms.
     return now() + std::chrono::round<std::chrono::nanoseconds>(bounded);
 }
@@ -50,11 +50,11 @@ TimePoint Clock::after(Seconds delay) const {
 void Clock::clear() {
     std::deque<std::function<void()>> ready;
     Due timers;
-    Due happenings;
+    Due events;
     const std::lock_guard lock(mutex_);
     ready.swap(ready_);
     timers.swap(timers_);
-    happenings.swap(happenings_);
+    events.swap(events_);
 }
 
 std::function<void()> Clock::takeReady() {
@@ -65,24 +65,24 @@ std::function<void()> Clock::takeReady() {
     return work;
 }
 
-// One happening takes place, or one timer joins the queue.
+// One event takes place, or one timer's work joins the queue.
 bool Clock::doNextDue(TimePoint limit) {
-    std::function<void()> happening;
+    std::function<void()> due;
     {
         const std::lock_guard lock(mutex_);
         const bool timerFirst =
-            !timers_.empty() && (happenings_.empty() || timers_.begin()->first < happenings_.begin()->first);
-        Due& first = timerFirst ? timers_ : happenings_;
+            !timers_.empty() && (events_.empty() || timers_.begin()->first < events_.begin()->first);
+        Due& first = timerFirst ? timers_ : events_;
         if (first.empty() || first.begin()->first > limit) return false;
         advanceTo(first.begin()->first);
-        happening = std::move(first.begin()->second);
+        due = std::move(first.begin()->second);
         first.erase(first.begin());
         if (timerFirst) {
-            ready_.push_back(std::move(happening));
+            ready_.push_back(std::move(due));
             return true;
         }
     }
-    happening();
+    due();
     return true;
 }
 

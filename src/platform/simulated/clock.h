@@ -15,9 +15,9 @@ namespace simulated {
 using platform::Seconds;
 using platform::TimePoint;
 
-// Virtual time, with what is due in it: the world's own happenings, which take place even while the host's
-// main thread is blocked, and the host's main-queue work, which does not. Time passes only when somebody
-// lets it.
+// Virtual time and what is due in it: events of the world, which take place even while the host's main thread
+// is blocked, and the host's main-queue work, which waits then. Time passes only in block(), step() and
+// advanceTo().
 class Clock {
 public:
     // Any thread.
@@ -25,11 +25,11 @@ public:
     void async(std::function<void()> work);
     void asyncAfter(Seconds delay, std::function<void()> work);
 
-    // Something that the world does at a time, whatever the host is doing then. At one moment happenings
-    // come before timers.
-    void happenAfter(Seconds delay, std::function<void()> happening);
+    // An event of the world: it takes place after `delay`, whatever the host is doing then. Of an event and a
+    // timer that are due at the same time, the event comes first.
+    void schedule(Seconds delay, std::function<void()> event);
 
-    // The main thread is blocked until then: happenings take place in time order, main-queue work waits.
+    // The main thread is blocked for that long: events take place in time order, main-queue work waits.
     void block(Seconds duration);
 
     // Does the next thing that is due no later than `limit`. False when there is none.
@@ -38,7 +38,8 @@ public:
     // Moves the time forward to `moment`; never back.
     void advanceTo(TimePoint moment);
 
-    TimePoint after(Seconds delay) const;
+    // Now and `delay`; a negative delay counts as none.
+    TimePoint timeAfter(Seconds delay) const;
 
     // Drops everything that has not run.
     void clear();
@@ -53,7 +54,7 @@ private:
     std::mutex mutex_;
     std::deque<std::function<void()>> ready_;
     Due timers_;
-    Due happenings_;
+    Due events_;
 };
 
 } // namespace simulated

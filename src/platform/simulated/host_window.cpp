@@ -23,11 +23,11 @@ void Window::Native::place(Rect newFrame) {
     if (!frameAutosaveName.empty() && ordinary) World::current().savedFrames[frameAutosaveName] = frame;
 }
 
-// The window may be gone by then.
+// Does nothing when the window has been destroyed by then.
 void Window::Native::atNextTurn(void (Native::*act)()) {
     World::current().clock.async([this, act, &window = window] {
-        const auto& living = World::current().hostWindows;
-        if (std::ranges::find(living, &window) != living.end()) (this->*act)();
+        const auto& existing = World::current().hostWindows;
+        if (std::ranges::find(existing, &window) != existing.end()) (this->*act)();
     });
 }
 
@@ -46,7 +46,7 @@ void Window::Native::close() {
 
 void Window::Native::enterFullScreen() {
     if (styleMask & WindowStyleMaskFullScreen) return;
-    ordinaryFrame = frame;
+    frameBeforeFullScreen = frame;
     styleMask |= WindowStyleMaskFullScreen;
     if (const auto screen = Screen::mainScreen()) place(screen->visibleFrame());
     if (delegate != nullptr) delegate->windowDidEnterFullScreen();
@@ -55,7 +55,7 @@ void Window::Native::enterFullScreen() {
 void Window::Native::exitFullScreen() {
     if ((styleMask & WindowStyleMaskFullScreen) == 0) return;
     styleMask &= ~WindowStyleMaskFullScreen;
-    place(ordinaryFrame);
+    place(frameBeforeFullScreen);
     if (delegate != nullptr) delegate->windowDidExitFullScreen();
 }
 

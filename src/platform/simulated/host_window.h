@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-// The state of one of the host's windows, and what the user does to it (through the main queue, so that it
-// happens at the next turn). A window has no border here: its frame is its content.
+// The state of one of the host's windows, and what the user does to it, which takes effect at the next turn of
+// the main loop. Windows have no border here: the frame and the content have the same size.
 class platform::Window::Native {
 public:
     explicit Native(Window& owner) : window(owner) {}
@@ -30,7 +30,7 @@ public:
     bool releasedWhenClosed = true;
     std::int64_t level = NormalWindowLevel;
 
-    // Frame changes that asked for the window to be drawn again.
+    // How many frame changes asked for the window to be drawn again.
     int redisplays = 0;
     bool visible = false;
     bool key = false;
@@ -38,16 +38,15 @@ public:
     bool zoomed = false;
     bool closed = false;
     bool awoken = false;
-    // The frame to come back to from full screen.
-    Rect ordinaryFrame;
+    Rect frameBeforeFullScreen;
 
     void userPressesCloseButton();
     void userEntersFullScreen();
     void userExitsFullScreen();
-    // Gets no smaller than `minSize`.
+    // To no less than `minSize`.
     void userResizes(Size size);
 
-    // Takes a frame, which the desktop keeps under the window's autosave name.
+    // Gives the window a frame, which the desktop keeps under the window's autosave name.
     void place(Rect newFrame);
 
 private:

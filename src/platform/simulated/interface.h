@@ -17,9 +17,9 @@ namespace simulated {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// What became of a message that the interface sent.
-struct Answer {
-    // Absent until the host answers; empty when no one handles the channel.
+// The host's reply to a message from the interface.
+struct HostReply {
+    // Absent until the host replies; empty when nobody handles the channel.
     std::optional<Bytes> bytes;
     TimePoint at{};
 };
@@ -29,21 +29,22 @@ struct Message {
     std::string channel;
     Bytes bytes;
     TimePoint at{};
-    // Answers it, at the next turn of the main loop; empty when the host wants no answer.
+    // Replies to it: the host gets the reply at the next turn of the main loop. An empty function when the
+    // host wants none.
     flutter::BinaryMessenger::Reply reply;
 };
 
-// The interface program, played by the test: it sends messages to the host and keeps what the host sends.
+// The test in the place of the interface program: it sends messages to the host and keeps what the host sends.
 class Interface : public flutter::BinaryMessenger {
 public:
-    // Sends a message; the host handles it at the next turn of the main loop. The answer fills in when it
-    // comes.
-    std::shared_ptr<const Answer> ask(std::string channel, Bytes message);
+    // Sends a message, which the host handles at the next turn of the main loop. The result is filled in when
+    // the host replies.
+    std::shared_ptr<const HostReply> ask(std::string channel, Bytes message);
 
     // What the host has sent, in order.
     std::vector<Message> received;
 
-    // A test that answers the host's messages at once sets this; it is called for each.
+    // Called for each message of the host, inside its send.
     std::function<void(Message&)> onMessage;
 
     void send(std::string_view channel, Bytes message) override;

@@ -18,22 +18,21 @@ struct JournalEntry {
 
 std::ostream& operator<<(std::ostream& stream, const JournalEntry& entry);
 
-// What happened in the world, in order. The sentences:
+// What happened in the world, in order. Entries read:
 //
 //     attribute AXManualAccessibility of Writer        pasteboard cleared by Quillmark
-//     activation of Writer asked                       pasteboard "text" by Quillmark
+//     activation of Writer requested                   pasteboard "text" by Quillmark
 //     Writer in front                                  keystroke Command+8 to Writer
 //     beep                                             hot key 49+2560 registered | unregistered | pressed
 //     window ordered out | front | miniaturized | deminiaturized
 //     terminated
 class Journal {
 public:
-    void write(std::chrono::microseconds at, std::string what);
+    void add(std::chrono::microseconds at, std::string what);
 
     const std::vector<JournalEntry>& entries() const { return entries_; }
 
-    // The entries that begin with `beginning`.
-    std::vector<JournalEntry> of(std::string_view beginning) const;
+    std::vector<JournalEntry> entriesThatBeginWith(std::string_view beginning) const;
 
     void clear() { entries_.clear(); }
 

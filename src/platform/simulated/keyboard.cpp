@@ -7,10 +7,8 @@
 namespace simulated {
 namespace {
 
-// The keys of a layout, each position with its character, by the positions' numbers.
+// A layout of the keys below, in the order of their key codes.
 KeyboardLayout layout(std::u16string_view characters) {
-    // From the bottom left of the keyboard on, in the order of the numbers: the letters' block and the
-    // digits' row.
     static constexpr platform::CGKeyCode positions[] = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,
                                                         11, 12, 13, 14, 15, 16, 17, 31, 32, 34,
                                                         35, 37, 38, 40, 41, 43, 45, 46, 47, 49};
@@ -71,7 +69,7 @@ UnicodeKeyLayoutRef TISGetInputSourceProperty(const TISInputSourceRef& source, I
 
 std::uint8_t LMGetKbdType() { return 40; }
 
-// These layouts have one level: they know nothing of keys pressed together with modifiers.
+// These layouts have one level: a key pressed together with modifiers is not translated.
 std::optional<std::u16string> UCKeyTranslate(const UnicodeKeyLayout& layout, CGKeyCode keyCode, KeyAction,
                                              std::uint32_t modifierState, std::uint8_t, std::uint32_t,
                                              std::uint32_t& deadKeyState, std::size_t maximumLength) {

@@ -9,27 +9,27 @@
 
 namespace simulated {
 
-// What each key types without modifiers. A key that is not listed types nothing.
+// What each key types without modifiers; a key that is not in `keys` types nothing.
 struct KeyboardLayout {
     std::map<platform::CGKeyCode, std::u16string> keys;
-    // Keys that wait for the next one.
+    // Keys that type nothing themselves and change what the next key types.
     std::set<platform::CGKeyCode> deadKeys = {};
     // Keys whose translation fails.
     std::set<platform::CGKeyCode> brokenKeys = {};
     bool typesASCII = true;
-    // A layout can come without the data that says what its keys type.
+    // False: asking for the layout's data fails.
     bool hasData = true;
 
     static KeyboardLayout us();
-    // A and Q, Z and W change places.
+    // French: A and Q have changed places, and so have Z and W.
     static KeyboardLayout azerty();
-    // C is on the key of I, V on that of the full stop; A stays.
+    // C is where the US layout has I, V where it has the full stop, A where it has A.
     static KeyboardLayout dvorak();
-    // US, with C on a dead key and on none other.
+    // US, but the key of C is a dead key.
     static KeyboardLayout usWithDeadC();
-    // US, with "ç" where C is.
+    // US, but the key of C types "ç".
     static KeyboardLayout withoutC();
-    // No Latin letter at all.
+    // Russian: no Latin letters.
     static KeyboardLayout cyrillic();
 };
 

@@ -1,8 +1,8 @@
+// What programs do when they get a keystroke.
 #include "platform/simulated/world.h"
 
 #include <algorithm>
 
-// What programs do with keystrokes.
 namespace simulated {
 namespace {
 
@@ -26,8 +26,8 @@ char asciiOn(const KeyboardLayout& layout, platform::CGKeyCode keyCode) {
     return typed.size() == 1 && typed.front() < 0x80 ? static_cast<char>(typed.front()) : '\0';
 }
 
-// The letter that programs see in a shortcut: the one of the layout that types ASCII, else the one that
-// stands there on a US keyboard.
+// The letter that programs see in a shortcut: what the key types on the first layout with ASCII letters, else
+// what it types on a US keyboard.
 char shortcutLetter(platform::CGKeyCode keyCode) {
     const auto& layouts = World::current().layouts;
     const auto found = std::ranges::find_if(layouts, &KeyboardLayout::typesASCII);

@@ -14,10 +14,10 @@
 
 namespace simulated {
 
-// What a model's stream does when it hears of a cancellation while the host waits for it.
+// What a stream does when the task that waits for it is cancelled.
 enum class OnCancel { ignore, fail, end };
 
-// How the model answers one prompt. Every time counts from the host's asking for what comes next.
+// How the model answers one prompt. Each time counts from the moment at which the host asks for the next piece.
 //
 //     Script{}.says(10ms, "Dear").says(10ms, "Dear Anna").ends(10ms).counts(3)
 struct Script {
@@ -31,9 +31,9 @@ struct Script {
     }
     Script& cancelled(OnCancel reaction);
 
-    // The final response comes that long after it was asked for.
+    // How long the final response takes.
     Script& collects(Seconds after);
-    // Its token count, or all its fields, or an error instead of it.
+    // The final response's token count, all its fields, or an error in its place.
     Script& counts(std::int64_t tokens);
     Script& reflects(platform::Mirror mirror);
     template <class Error>
@@ -54,14 +54,14 @@ struct Script {
     OnCancel onCancel = OnCancel::ignore;
 };
 
-// The system's language model. Streams take their scripts in the order in which they start.
+// The system's language model. Each stream that starts takes the first script left.
 struct LanguageModel {
     platform::SystemLanguageModel::Availability availability = platform::SystemLanguageModel::Available{};
 
-    // The scripts of the streams to come; a stream for which none is left yields nothing and ends.
+    // A stream that finds no script yields nothing and ends.
     std::deque<Script> scripts;
 
-    // What the host asked for, stream by stream.
+    // What the host asked for, in the order of the streams.
     struct Asked {
         std::string instructions;
         std::size_t tools = 0;

@@ -7,7 +7,7 @@ namespace platform {
 
 using simulated::World;
 
-// The simulated desktop draws no menus: what the host sets is all there is.
+// Nothing is drawn, so an item needs nothing of the desktop's own.
 class MenuItem::Native {};
 
 Menu::Menu(std::string title) : title_(std::move(title)) {}
@@ -108,8 +108,10 @@ void World::perform(platform::Selector action) {
     if (action == performMiniaturize) window.miniaturize();
     if (action == performZoom) window.native().zoomed = !window.native().zoomed;
     if (action != toggleFullScreen) return;
-    const bool fullScreen = (window.styleMask() & platform::WindowStyleMaskFullScreen) != 0;
-    fullScreen ? window.native().userExitsFullScreen() : window.native().userEntersFullScreen();
+    if (window.styleMask() & platform::WindowStyleMaskFullScreen)
+        window.native().userExitsFullScreen();
+    else
+        window.native().userEntersFullScreen();
 }
 
 } // namespace simulated

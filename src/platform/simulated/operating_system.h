@@ -6,7 +6,7 @@
 
 namespace simulated {
 
-// The system that the host finds itself on.
+// The system that the host runs on.
 struct OperatingSystem {
     platform::OperatingSystemVersion version{26, 0, 0};
     std::string versionString = "Version 26.0 (Build 25A354)";

@@ -12,7 +12,7 @@ using simulated::World;
 
 const PasteboardType PasteboardTypeString = "text/plain;charset=utf-8";
 
-// A new item's own representations, or the place of one on the pasteboard.
+// The representations of a new item, or the place of an item on the pasteboard.
 class PasteboardItem::Contents {
 public:
     Item own;
@@ -26,8 +26,9 @@ public:
 
 namespace {
 
-// The pasteboard's owner takes its time to produce the data; one that hangs takes all there is.
-bool ownerDelivers(const Representation& representation) {
+// Blocks while the pasteboard's owner produces the data, or, when it hangs, for the whole time limit. False
+// when it hangs.
+bool waitForOwner(const Representation& representation) {
     World& world = World::current();
     const auto owner = world.pasteboard.owner;
     const bool hangs = owner && owner->accessibility == simulated::Accessibility::hung;
@@ -55,8 +56,8 @@ std::optional<Data> PasteboardItem::dataForType(const PasteboardType& type) cons
     const Item& item = kept->representations();
     const auto found = std::ranges::find(item, type, &Representation::type);
     if (found == item.end()) return std::nullopt;
-    if (contents_->source && !ownerDelivers(*found)) return std::nullopt;
-    // The pasteboard may have changed while its owner was busy.
+    if (contents_->source && !waitForOwner(*found)) return std::nullopt;
+    // The pasteboard may have changed meanwhile.
     return contents_->stale() ? std::nullopt : found->data;
 }
 
@@ -75,7 +76,7 @@ std::int64_t Pasteboard::changeCount() const { return World::current().pasteboar
 
 std::optional<std::vector<PasteboardItem>> Pasteboard::pasteboardItems() const {
     const simulated::PasteboardState& state = World::current().pasteboard;
-    if (!state.answers) return std::nullopt;
+    if (!state.readable) return std::nullopt;
     std::vector<PasteboardItem> items;
     for (std::size_t i = 0; i < state.items->size(); ++i) {
         auto contents = std::make_shared<PasteboardItem::Contents>();

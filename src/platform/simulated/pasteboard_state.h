@@ -19,7 +19,7 @@ struct Representation {
     platform::PasteboardType type;
     // Absent when the owner cannot produce it.
     std::optional<platform::Data> data;
-    // How long the owner takes to produce it, each time.
+    // How long the owner takes to produce it, each time it is asked.
     Seconds takes{0};
 
     bool operator==(const Representation&) const = default;
@@ -35,10 +35,10 @@ Representation withoutData(platform::PasteboardType type);
 struct PasteboardState {
     std::int64_t changeCount = 1;
     std::shared_ptr<const std::vector<Item>> items = std::make_shared<const std::vector<Item>>();
-    // Whoever offers the items; null when it does not matter. A program that hangs produces no data.
+    // The program that offers the items; while it hangs, their data cannot be read. Null when no test cares.
     std::shared_ptr<const Program> owner = nullptr;
     // False: asking for the items fails.
-    bool answers = true;
+    bool readable = true;
 };
 
 } // namespace simulated

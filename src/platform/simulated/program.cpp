@@ -6,7 +6,7 @@
 namespace simulated {
 namespace {
 
-// The selection as places in the value, whatever a test has set.
+// The selection's start and length, cut to what lies inside the value.
 std::pair<std::size_t, std::size_t> bounds(const Field& field) {
     const auto size = static_cast<std::int64_t>(field.value.size());
     const std::int64_t start = std::clamp<std::int64_t>(field.selection.location, 0, size);

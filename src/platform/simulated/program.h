@@ -13,18 +13,19 @@
 #include <string>
 #include <vector>
 
-// Other programs, as accessibility and the keyboard find them. Owned by the world; tests hold references,
-// which stay good while the world lives, and change the public fields whenever they like.
+// Other programs, as the host finds them through accessibility and the keyboard. Owned by the world; tests keep
+// references, which are valid as long as the world, and change the public fields at any time.
 namespace simulated {
 
-// What the read of one attribute gives instead of the truth: absent makes the read fail.
-using AttributeAnswer = std::optional<platform::AXAttributeValue>;
-using AttributeAnswers = std::map<std::string, AttributeAnswer, std::less<>>;
+// The result of reading one attribute; absent when the read fails.
+using AttributeRead = std::optional<platform::AXAttributeValue>;
+// By attribute: what a read gives in place of the real value.
+using AttributeOverrides = std::map<std::string, AttributeRead, std::less<>>;
 
-// What a field puts on the pasteboard when it is told to copy.
+// What a field puts on the pasteboard when it gets the copy keystroke.
 enum class Copies { selection, nothing, image };
 
-// A text field. This world's programs count their text in bytes of UTF-8.
+// A text field. Its program counts text in bytes of UTF-8.
 struct Field {
     std::string role = "AXTextArea";
     std::string subrole = {};
@@ -32,25 +33,29 @@ struct Field {
     platform::CFRange selection = {};
     bool editable = true;
     Copies copies = Copies::selection;
-    AttributeAnswers answers = {};
+    AttributeOverrides overrides = {};
 
     std::string selectedText() const;
     void selectAll();
     void replaceSelection(std::string_view text);
 };
 
-// A field that shows no one what is in it.
+// A field that shows bullets in place of its text and copies nothing.
 Field passwordField(std::string value = {});
 
 struct ProgramWindow {
     std::string title;
-    AttributeAnswers answers = {};
+    AttributeOverrides overrides = {};
     std::deque<Field> fields = {};
 };
 
-// How a program that is asked for its elements behaves: it shows them, it shows them only after it was asked
-// to (both attributes written), it has none to show, or it hangs and the question runs into its time limit.
-enum class Accessibility { shown, shownWhenAsked, missing, hung };
+// How a program answers accessibility queries.
+enum class Accessibility {
+    shown,          // at once
+    shownWhenAsked, // only once AXManualAccessibility and AXEnhancedUserInterface were written
+    missing,        // never: it has no elements
+    hung,           // never: each query runs into its time limit
+};
 
 struct Keystroke {
     platform::CGKeyCode keyCode = 0;
@@ -62,36 +67,36 @@ struct Keystroke {
 class Program : public std::enable_shared_from_this<Program> {
 public:
     std::string name = "Writer";
-    // The name it gives the user; absent when it has none.
     std::optional<std::string> localizedName = name;
     std::optional<std::string> bundleIdentifier = "org.example.Writer";
     pid_t pid = 0;
     bool ended = false;
 
     Accessibility accessibility = Accessibility::shown;
-    // From the second attribute written until the elements show.
+    // With shownWhenAsked: from the second attribute written until the program answers.
     Seconds showsAfter{0};
-    // How long every accessibility question takes to be answered.
+    // How long every accessibility query takes.
     Seconds reactionTime{0};
-    AttributeAnswers answers = {};
+    AttributeOverrides overrides = {};
 
+    // Whether it comes to the front when asked, and how long it takes.
     bool activates = true;
     Seconds activatesAfter{0};
 
-    // From a keystroke until it does something.
+    // From a keystroke until it takes effect.
     Seconds keystrokesActAfter{0};
 
     std::deque<ProgramWindow> windows = {};
     ProgramWindow* focusedWindow = nullptr;
     Field* focusedField = nullptr;
 
-    // What it was sent, and how often each attribute was read of it or its elements.
+    // What it received: keystrokes, and how often each attribute of the program or its elements was read.
     std::vector<Keystroke> keystrokes = {};
     std::map<std::string, int, std::less<>> reads = {};
 
-    // Opens a window and gives it the focus.
+    // Opens a window and focuses it.
     ProgramWindow& openWindow(std::string title);
-    // Adds a field to the focused window (and opens one if there is none) and gives it the focus.
+    // Adds a field to the focused window, opening one if there is none, and focuses it.
     Field& addField(Field field);
     void focus(Field& field);
 

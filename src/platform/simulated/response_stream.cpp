@@ -50,7 +50,7 @@ private:
     simulated::Script script_;
     std::size_t next_ = 0;
     bool cancelled_ = false;
-    std::weak_ptr<simulated::PutAside> waiting_;
+    std::weak_ptr<simulated::WaitingTask> waiting_;
     std::optional<std::stop_callback<std::function<void()>>> onCancel_;
 };
 

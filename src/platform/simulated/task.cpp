@@ -6,20 +6,20 @@
 
 namespace simulated {
 
-PutAside::~PutAside() {
+WaitingTask::~WaitingTask() {
     if (const auto task = take()) task.destroy();
 }
 
-void PutAside::resume() {
+void WaitingTask::resume() {
     if (const auto task = take()) task.resume();
 }
 
-platform::Task::Suspended PutAside::take() { return std::exchange(task_, nullptr); }
+platform::Task::Suspended WaitingTask::take() { return std::exchange(task_, nullptr); }
 
-std::weak_ptr<PutAside> resumeAfter(Seconds delay, platform::Task::Suspended task) {
-    const auto aside = std::make_shared<PutAside>(task);
-    World::current().clock.happenAfter(delay, [aside] { aside->resume(); });
-    return aside;
+std::weak_ptr<WaitingTask> resumeAfter(Seconds delay, platform::Task::Suspended task) {
+    const auto waiting = std::make_shared<WaitingTask>(task);
+    World::current().clock.schedule(delay, [waiting] { waiting->resume(); });
+    return waiting;
 }
 
 } // namespace simulated

@@ -7,27 +7,25 @@
 
 namespace simulated {
 
-// A task that is put aside. Whoever holds it owns the task: let go without being resumed, it ends where it
-// stands.
-class PutAside {
+// A task that waits to be resumed. Owns the task: destroyed before that, it destroys the task too.
+class WaitingTask {
 public:
-    explicit PutAside(platform::Task::Suspended task) : task_(task) {}
-    ~PutAside();
-    PutAside(const PutAside&) = delete;
-    PutAside& operator=(const PutAside&) = delete;
+    explicit WaitingTask(platform::Task::Suspended task) : task_(task) {}
+    ~WaitingTask();
+    WaitingTask(const WaitingTask&) = delete;
+    WaitingTask& operator=(const WaitingTask&) = delete;
 
-    // The task goes on until it waits again or ends; nothing happens the second time.
+    // Runs the task until it waits again or ends. Does nothing when the task was resumed or taken before.
     void resume();
-    // Somebody else owns it now; null when it has gone on already.
+    // Hands the task over to the caller; null when it was resumed or taken before.
     platform::Task::Suspended take();
 
 private:
     platform::Task::Suspended task_;
 };
 
-// The background executor: the task goes on after that time, also while the host's main thread is blocked.
-// Tasks that are due at one moment go on in the order in which they were put aside. The world owns the task
-// until then.
-std::weak_ptr<PutAside> resumeAfter(Seconds delay, platform::Task::Suspended task);
+// The background executor: resumes the task after that time, also while the host's main thread is blocked.
+// Tasks that are due at the same time are resumed in the order of the calls. The world owns the task until then.
+std::weak_ptr<WaitingTask> resumeAfter(Seconds delay, platform::Task::Suspended task);
 
 } // namespace simulated

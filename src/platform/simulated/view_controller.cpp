@@ -5,17 +5,17 @@
 
 namespace simulated {
 
-std::shared_ptr<const Answer> Interface::ask(std::string channel, Bytes message) {
-    auto answer = std::make_shared<Answer>();
+std::shared_ptr<const HostReply> Interface::ask(std::string channel, Bytes message) {
+    auto result = std::make_shared<HostReply>();
     World::current().clock.async(
-        [this, life = handle(), channel = std::move(channel), message = std::move(message), answer] {
+        [this, life = handle(), channel = std::move(channel), message = std::move(message), result] {
             if (life.expired()) return;
-            deliver(channel, message, [answer](Bytes bytes) {
-                if (answer->bytes) return;
-                *answer = {std::move(bytes), platform::now()};
+            deliver(channel, message, [result](Bytes bytes) {
+                if (result->bytes) return;
+                *result = {std::move(bytes), platform::now()};
             });
         });
-    return answer;
+    return result;
 }
 
 void Interface::send(std::string_view channel, Bytes message) { send(channel, std::move(message), nullptr); }
@@ -60,7 +60,7 @@ ViewController::ViewController() : native_(std::make_unique<Native>()) {
 }
 
 ViewController::~ViewController() {
-    if (World* world = World::living()) std::erase(world->interfaces, &native_->interface);
+    if (World* world = World::currentOrNull()) std::erase(world->interfaces, &native_->interface);
 }
 
 BinaryMessenger& ViewController::binaryMessenger() const { return native_->interface; }

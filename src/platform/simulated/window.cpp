@@ -18,7 +18,7 @@ Window::Window(Rect contentRect, std::uint64_t styleMask, BackingStoreType backi
 }
 
 Window::~Window() {
-    if (World* world = World::living()) std::erase(world->hostWindows, this);
+    if (World* world = World::currentOrNull()) std::erase(world->hostWindows, this);
 }
 
 Window::Native& Window::native() const { return *native_; }

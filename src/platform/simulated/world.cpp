@@ -7,9 +7,9 @@
 namespace simulated {
 namespace {
 
-World* livingWorld = nullptr;
+World* onlyWorld = nullptr;
 
-[[noreturn]] void abandon(const char* sentence) {
+[[noreturn]] void abortWith(const char* sentence) {
     std::fprintf(stderr, "simulated desktop: %s\n", sentence);
     std::abort();
 }
@@ -17,43 +17,43 @@ World* livingWorld = nullptr;
 } // namespace
 
 World::World() : host(std::make_shared<Program>()) {
-    if (livingWorld != nullptr) abandon("a world is living already; end it before making another.");
+    if (onlyWorld != nullptr) abortWith("there is a world already; destroy it before you create another.");
     host->name = "Quillmark";
     host->localizedName = host->name;
     host->bundleIdentifier = "quillmark.quillmark";
     host->pid = 100;
     host->accessibility = Accessibility::missing;
     programs.push_back(host);
-    livingWorld = this;
+    onlyWorld = this;
 }
 
-// What waits in the queues may hold the host's objects: they go while the world can still be called.
+// Work in the queues may own objects of the host, whose destructors call the world.
 World::~World() {
     clock.clear();
     mainMenu.reset();
-    livingWorld = nullptr;
+    onlyWorld = nullptr;
 }
 
 World& World::current() {
-    if (livingWorld == nullptr)
-        abandon("there is no world; make a simulated::World before calling the platform.");
-    return *livingWorld;
+    if (onlyWorld == nullptr)
+        abortWith("there is no world; create a simulated::World before you call the platform.");
+    return *onlyWorld;
 }
 
-World* World::living() { return livingWorld; }
+World* World::currentOrNull() { return onlyWorld; }
 
 std::chrono::microseconds World::time() const {
     return std::chrono::duration_cast<std::chrono::microseconds>(clock.now().time_since_epoch());
 }
 
-void World::after(Seconds delay, std::function<void()> happening) {
-    clock.happenAfter(delay, std::move(happening));
+void World::after(Seconds delay, std::function<void()> event) {
+    clock.schedule(delay, std::move(event));
 }
 
 void World::settle() { runFor(Seconds::zero()); }
 
 void World::runFor(Seconds duration) {
-    const TimePoint end = clock.after(duration);
+    const TimePoint end = clock.timeAfter(duration);
     while (!hostEnded && clock.step(end)) {
     }
     clock.advanceTo(end);
@@ -65,7 +65,7 @@ void World::run() {
 }
 
 bool World::runUntil(const std::function<bool()>& condition, Seconds within) {
-    const TimePoint end = clock.after(within);
+    const TimePoint end = clock.timeAfter(within);
     while (!condition()) {
         if (!hostEnded && clock.step(end)) continue;
         clock.advanceTo(end);
@@ -96,14 +96,14 @@ void World::bringToFront(Program& program) {
 }
 
 void World::activate(Program& program) {
-    note("activation of " + program.name + " asked");
+    note("activation of " + program.name + " requested");
     if (!program.activates) return;
     if (program.activatesAfter <= Seconds::zero()) return bringToFront(program);
     after(program.activatesAfter, [&program] { World::current().bringToFront(program); });
 }
 
 Interface& World::interface() const {
-    if (interfaces.empty()) abandon("there is no interface; make a flutter::ViewController first.");
+    if (interfaces.empty()) abortWith("there is no interface; create a flutter::ViewController first.");
     return *interfaces.back();
 }
 

@@ -26,8 +26,9 @@
 #include <string_view>
 #include <vector>
 
-// A desktop in memory. A test makes one world, which everything the seam declares then acts on; a new world
-// starts afresh. Tests set its state, let the host act, let time pass, and read its state. Main thread only.
+// A desktop in memory. A test creates one world, and everything that the seam declares acts on it; each new
+// world starts empty. Tests set its state, let the host act, let time pass, and read its state. Main thread
+// only.
 //
 //     simulated::World world;
 //     auto& writer = world.openProgram({.name = "Writer"});
@@ -45,22 +46,21 @@ public:
     World(const World&) = delete;
     World& operator=(const World&) = delete;
 
-    // The living world. Without one the program ends with a line that says so.
+    // The world that exists. Without one the program ends with a message.
     static World& current();
-    // Null when there is none.
-    static World* living();
+    static World* currentOrNull();
 
-    // ---- Time: none passes unless something waits or the test lets it ----
+    // ---- Time: it passes only while something waits or the test says so ----
 
     // Since the world began.
     std::chrono::microseconds time() const;
-    // The world does something at that time, also while the host is blocked in a wait.
-    void after(Seconds delay, std::function<void()> happening);
-    // Runs the main loop on what is due now; no time passes by itself.
+    // An event of the world: takes place after that time, also while the host is blocked.
+    void after(Seconds delay, std::function<void()> event);
+    // Runs the main loop on what is due now.
     void settle();
     // Runs the main loop for that long.
     void runFor(Seconds duration);
-    // Runs the main loop until nothing is left to do, ever, or the host has ended.
+    // Runs the main loop until no work, timer or event is left, or the host has ended.
     void run();
     // Runs the main loop until the condition holds; false when it does not within that time.
     bool runUntil(const std::function<bool()>& condition, Seconds within = Seconds{60});
@@ -68,7 +68,7 @@ public:
 
     // ---- Programs ----
 
-    // Starts a program, with a process identifier of its own unless one is given. It is not in front yet.
+    // Starts a program, which is not in front yet. Its process identifier is a new one unless it is given.
     struct Description {
         std::string name = "Writer";
         std::optional<std::string> bundleIdentifier = "org.example.Writer";
@@ -78,10 +78,10 @@ public:
     Program& openProgram(Description description);
     void end(Program& program);
     void bringToFront(Program& program);
-    // Asks the program to come to the front by itself.
+    // Requests that the program come to the front; Program::activates and activatesAfter say what follows.
     void activate(Program& program);
     void bringHostToFront() { bringToFront(*host); }
-    // No program has the user's attention.
+    // From now on no program is in front.
     void bringNothingToFront() { frontmost = nullptr; }
     bool inFront(const Program& program) const { return frontmost.get() == &program; }
     bool hostInFront() const { return frontmost == host; }
@@ -94,62 +94,63 @@ public:
     bool trusted = true;
     // How often the user was asked for the permission.
     int permissionPrompts = 0;
-    // What the system-wide element finds focused; absent: the focused field of the program in front.
-    std::optional<AttributeAnswer> systemWideFocus;
-    // The time limit that a question to a program that hangs runs into.
+    // What "AXFocusedUIElement" of the system-wide element gives; absent: the focused field of the program in
+    // front.
+    std::optional<AttributeRead> systemWideFocus;
+    // How long a query to a program that hangs blocks.
     Seconds accessibilityTimeout = std::chrono::milliseconds{250};
-    // The handle that the accessibility interface gives out for a field or window, to compare with.
+    // The handle that accessibility gives out for a field or window.
     platform::AXUIElementRef elementOf(const Field& field) const;
     platform::AXUIElementRef elementOf(const ProgramWindow& window) const;
 
     // ---- Pasteboard ----
 
-    // Another program puts this on the pasteboard; a given one, if it matters.
+    // Another program, `by` or some other one, puts this on the pasteboard.
     void putOnPasteboard(std::vector<Item> items);
     void putOnPasteboard(std::vector<Item> items, const Program& by);
     void putOnPasteboard(std::string_view string);
     void emptyPasteboard();
-    // The plain text there, or absent.
+    // Its plain text, or absent.
     std::optional<std::string> pasteboardText() const;
     const std::vector<Item>& pasteboardItems() const { return *pasteboard.items; }
-    // The time limit that waiting for the data of a program that hangs runs into.
+    // How long a read of data from a program that hangs blocks.
     Seconds pasteboardTimeout = std::chrono::milliseconds{500};
     PasteboardState pasteboard;
     void changePasteboard(std::vector<Item> items, const std::string& by);
 
     // ---- Keyboard and hot keys ----
 
-    // The user's layouts; the first is in use. None at all is possible.
+    // The user's layouts; the first is in use. May be empty.
     std::vector<KeyboardLayout> layouts = {KeyboardLayout::us()};
-    // The modifier keys the user holds, locks included.
+    // The modifier keys that the user holds, locks included.
     platform::CGEventFlags heldModifiers = 0;
-    // The user presses and releases a key, with those modifiers besides the ones held. The host's hot key
-    // runs at the next turn of the main loop.
+    // The user presses and releases a key with those modifiers and the held ones. If that is a hot key of the
+    // host, its handlers run at the next turn of the main loop.
     void userPresses(platform::CGKeyCode keyCode, platform::CGEventFlags modifiers = 0);
     HotKeys hotKeys;
 
-    // False: there is no source for synthetic events.
+    // False: an event source cannot be created.
     bool hasEventSource = true;
-    // Says which synthetic events cannot be made; empty: all can.
+    // True for synthetic events that cannot be created; an empty function: all can.
     std::function<bool(platform::CGKeyCode keyCode, bool keyDown)> refusesKeyEvent;
     // Every synthetic event posted, in order.
     std::vector<platform::KeyboardEvent> postedEvents;
-    // The program in front gets a keystroke.
+    // Sends a keystroke to the program in front.
     void deliverKeystroke(Keystroke keystroke);
 
     // ---- Screens, sounds, links, files, menus ----
 
-    // Their visible frames; the first is the main screen. None at all is possible.
+    // The visible frames of the screens; the first is the main screen. May be empty.
     std::vector<platform::Rect> screens = {{0, 0, 1440, 860}};
-    // What the desktop keeps under the windows' autosave names.
+    // The frames that the desktop keeps, by autosave name.
     std::map<std::string, platform::Rect, std::less<>> savedFrames;
     int beeps = 0;
     bool opensLinks = true;
-    // What was asked to be opened, whether or not it was.
+    // What the host asked to open, also when it was refused.
     std::vector<std::string> openedLinks;
-    // The system's sentence about why backups cannot be told; absent: they can.
+    // Why marking a path fails; absent: it succeeds.
     std::optional<std::string> backupFailure;
-    // Paths that backups leave out.
+    // The paths marked to be left out of backups.
     std::set<std::string> excludedFromBackup;
 
     // ---- The system and its language model ----
@@ -157,43 +158,44 @@ public:
     OperatingSystem operatingSystem;
     LanguageModel languageModel;
 
-    // ---- The host's own life ----
+    // ---- The host ----
 
-    // The interface of the youngest view controller. Without one the program ends with a line that says so.
+    // The interface of the newest view controller. Without one the program ends with a message.
     Interface& interface() const;
-    // The windows that live, oldest first.
+    // The host's windows, oldest first.
     std::vector<platform::Window*> hostWindows;
     std::vector<Interface*> interfaces;
-    // The user's quit command, and the user's click on the icon of the running program; at the next turn.
+    // The user's quit command, and the user's click on the icon of the running program: at the next turn of
+    // the main loop.
     void userQuits();
     void userReopensHost();
-    // True once the host has ended: its main queue stands still from then on.
+    // Once the host has ended, nothing of its main queue runs any more.
     bool hostEnded = false;
-    // What the delegate answered to each request to end.
+    // What the delegate answered to each termination request.
     std::vector<platform::ApplicationTerminateReply> terminateReplies;
-    // How each postponed request was settled.
+    // Each reply to a postponed termination request.
     std::vector<bool> settledTerminations;
     bool terminationPending = false;
     platform::ApplicationDelegate* applicationDelegate = nullptr;
     std::unique_ptr<platform::Menu> mainMenu;
     // The item of the main menu with that identifier; null when there is none.
     platform::MenuItem* menuItem(std::string_view identifier) const;
-    // The user chooses that item, at the next turn; false when it is greyed or not there.
+    // The user chooses that item, at the next turn of the main loop; false when it is greyed or not there.
     bool userChooses(std::string_view identifier);
     // Whether the interface's view has the keyboard.
     bool interfaceTakesKeys = false;
     bool canPerform(platform::Selector action) const;
     void perform(platform::Selector action);
-    // The items' actions that ran, but for the one that ends the host.
+    // The actions of chosen items, without `terminate`.
     std::vector<platform::Selector> performedActions;
     void endHost();
 
     // ---- What happened ----
 
     Journal journal;
-    void note(std::string what) { journal.write(time(), std::move(what)); }
+    void note(std::string what) { journal.add(time(), std::move(what)); }
 
-    // Source of identifiers; the same in every world.
+    // Where UUIDs come from; the same sequence in every world.
     std::mt19937_64 random{20};
 };
 

@@ -6,7 +6,8 @@
 #include <string>
 
 // The installed programs as the desktop lists them: one desktop file each (freedesktop.org Desktop Entry
-// Specification). Main thread only. Programs installed later are known once the main loop has run.
+// Specification). Main thread only; the folders are read at the first question and again when they have
+// changed.
 namespace platform {
 
 // The identifier (file name without ".desktop") of the program that shows windows of this class.

@@ -22,7 +22,7 @@ std::mutex mutex;
 std::vector<LastError> kept;
 std::atomic<XErrorHandler> next = nullptr;
 
-// The caller holds the mutex.
+// Wants the mutex.
 LastError* find(Display* display) {
     for (LastError& error : kept)
         if (error.display == display) return &error;
@@ -37,7 +37,7 @@ int onError(Display* display, XErrorEvent* event) {
             return 0;
         }
     }
-    // The other handler may call this one in turn: that call does nothing.
+    // Should the other handler hand the error back to us, it ends here.
     thread_local bool passedOn = false;
     const XErrorHandler handler = next;
     if (handler == nullptr || passedOn) return 0;

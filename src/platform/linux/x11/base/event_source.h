@@ -4,10 +4,12 @@
 #include <glib.h>
 
 #include <functional>
+#include <memory>
 
 namespace platform::x11 {
 
-// Hands the events of a connection to a function, from the main loop, for as long as the object lives.
+// Hands the events of a connection to a function, from the main loop, for as long as the object lives. Idle
+// costs nothing: the main loop sleeps on the connection's socket.
 class EventLoopSource {
 public:
     // The function must not destroy the source.
@@ -16,7 +18,7 @@ public:
     EventLoopSource(const EventLoopSource&) = delete;
     EventLoopSource& operator=(const EventLoopSource&) = delete;
 
-    // Handles what has arrived now, without waiting for the main loop.
+    // Handles at once what has arrived, without waiting for the main loop.
     void handlePending() const;
 
 private:

@@ -1,17 +1,20 @@
 #include "platform/linux/x11/windows/properties.h"
 
-#include "platform/linux/base/handle.h"
 #include "platform/linux/x11/base/connection.h"
 
 #include <X11/Xutil.h>
 #include <X11/extensions/XRes.h>
 #include <glib.h>
 
+#include <memory>
+
 namespace platform::x11 {
 namespace {
 
-// The process at the other end of the client's socket, as the server knows it. A program in a sandbox knows
-// itself by another number.
+using FreeX = decltype([](void* data) { XFree(data); });
+
+// The process at the other end of the client's socket, as the server knows it. True also for a sandboxed
+// program, whose own idea of its process identifier means something else out here.
 std::optional<pid_t> clientProcess(Display* display, ::Window window) {
     XResClientIdSpec wanted{window, XRES_CLIENT_ID_PID_MASK};
     long count = 0;
@@ -25,7 +28,8 @@ std::optional<pid_t> clientProcess(Display* display, ::Window window) {
 }
 
 std::string validUtf8(const std::string& bytes) {
-    const Handle<char, g_free> valid(g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())));
+    const std::unique_ptr<char, decltype(&g_free)> valid(
+        g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())), g_free);
     return valid.get();
 }
 
@@ -47,7 +51,7 @@ std::optional<std::string> windowTitle(WindowId window) {
         return validUtf8(*title);
     XTextProperty property{};
     if (XGetWMName(connection->display(), window, &property) == 0) return std::nullopt;
-    const Handle<unsigned char, XFree> owned(property.value);
+    const std::unique_ptr<unsigned char, FreeX> owned(property.value);
     char** lines = nullptr;
     int count = 0;
     if (Xutf8TextPropertyToTextList(connection->display(), &property, &lines, &count) < Success)
