@@ -37,25 +37,30 @@ std::size_t allocated() {
     return info.uordblks + info.hblkhd;
 }
 
-// 10,000 generations of 20 snapshots at once; the argument is the length of each snapshot's text.
+void runUntil(const Counter& interface, std::size_t messages) {
+    while (interface.messages < messages)
+        g_main_context_iteration(nullptr, TRUE);
+}
+
+// 10,000 generations at once, 20 snapshots each: the model adds to every answer when the interface has the
+// snapshots before. The argument is the length of the text.
 void manyGenerations(benchmark::State& state) {
     constexpr std::size_t snapshots = 20;
     constexpr std::size_t generations = 10'000;
-    ready_model::answer(snapshots, std::string(static_cast<std::size_t>(state.range(0)), 'x'));
+    const std::string text(static_cast<std::size_t>(state.range(0)), 'x');
     Counter interface;
     const auto bridge = SystemModelBridge::create(interface);
     interface.call("quillmark.quillmark/system_model/events", {"listen", {}});
 
     for (auto _ : state) {
         state.PauseTiming();
-        ready_model::hold();
         const std::size_t before = allocated();
         for (std::size_t i = 0; i < generations; ++i) {
             const auto id = "0d6c5c3e-7f0b-4a57-9f4c-" + std::to_string(i);
             interface.call("quillmark.quillmark/system_model",
                            {"respond", flutter::EncodableMap{{"request_id", id}}});
         }
-        while (ready_model::held() < generations)
+        while (ready_model::waiting() < generations)
             g_usleep(1000);
         state.counters["bytes_waiting"] = static_cast<double>(allocated() - before) / generations;
         const auto threads = std::filesystem::directory_iterator("/proc/self/task");
@@ -63,9 +68,12 @@ void manyGenerations(benchmark::State& state) {
         interface.messages = 0;
         state.ResumeTiming();
 
-        ready_model::release();
-        while (interface.messages < generations * (snapshots + 1))
-            g_main_context_iteration(nullptr, TRUE);
+        for (std::size_t told = 1; told <= snapshots; ++told) {
+            ready_model::tell(told == 1 ? text : "x");
+            runUntil(interface, generations * told);
+        }
+        ready_model::end();
+        runUntil(interface, generations * (snapshots + 1));
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(generations * (snapshots + 1)));
 }

@@ -65,7 +65,7 @@ public:
 
     std::atomic<std::size_t> frames = 0; // answers to calls are not counted
     Clock::time_point lastAt;
-    bool cancelled = false;
+    bool cancelled = false, done = false;
 
 private:
     void call(const char* channel, const char* method, const EncodableMap& arguments) {
@@ -76,7 +76,10 @@ private:
 
     flutter::FrameMessenger messenger_{[this](const std::vector<std::uint8_t>& bytes) {
         lastAt = Clock::now();
-        cancelled = bytes.size() < 200 && std::string(bytes.begin(), bytes.end()).ends_with("cancelled");
+        const std::string last(
+            bytes.end() - static_cast<std::ptrdiff_t>(std::min<std::size_t>(bytes.size(), 9)), bytes.end());
+        cancelled = last.ends_with("cancelled");
+        done = last.ends_with("stop");
         ++frames;
         frames.notify_one();
     }};
@@ -154,7 +157,7 @@ double perToken(std::size_t bytes, std::string_view token) {
     }});
     use(server.port());
     interface.respond();
-    interface.runUntilFrame(tokens + 1);
+    interface.runUntil([&] { return interface.done; });
     return Microseconds(interface.lastAt - start).count() / static_cast<double>(tokens);
 }
 

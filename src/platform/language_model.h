@@ -59,6 +59,10 @@ struct Response {
 // An answer as it grows. Used by one task, which waits for one thing at a time; owned by it. Both operations
 // fail with a LanguageModelSession::GenerationError, a CancellationError or any other std::exception.
 // Dropping the stream ends the generation.
+//
+// A stream hands out the newest text, never each piece: the first snapshot at once, the last one always, and
+// no more in between than the interface takes. A model that writes fast and an interface that reads slowly
+// cost no memory.
 class ResponseStream {
 public:
     // One generation; each desktop completes it.

@@ -7,56 +7,43 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>
 
+#include <memory>
 #include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
 
 using platform::Answer;
 
 namespace {
 
-struct Gate {
+struct Waiting {
     std::mutex mutex;
-    bool holding = false;
     std::vector<std::shared_ptr<Answer>> answers;
-} gate;
+} waiting;
 
-std::size_t snapshotCount = 20;
-std::string firstSnapshot;
-
-// One piece, then another answer's turn.
-void tell(std::shared_ptr<Answer> answer, std::size_t told) {
-    boost::asio::post(platform::backgroundPool(), [answer = std::move(answer), told]() mutable {
-        if (told == snapshotCount) return answer->end(std::nullopt);
-        answer->add(told == 0 ? firstSnapshot : "x");
-        tell(std::move(answer), told + 1);
-    });
+// Answers take turns on the threads, one piece of work each.
+template <typename Work>
+void forEach(const std::vector<std::shared_ptr<Answer>>& answers, const Work& work) {
+    for (const auto& answer : answers)
+        boost::asio::post(platform::backgroundPool(), [answer, work] { work(*answer); });
 }
 
 } // namespace
 
-void ready_model::answer(std::size_t snapshots, std::string text) {
-    snapshotCount = snapshots;
-    firstSnapshot = std::move(text);
+std::size_t ready_model::waiting() {
+    const std::lock_guard lock(::waiting.mutex);
+    return ::waiting.answers.size();
 }
 
-void ready_model::hold() {
-    const std::lock_guard lock(gate.mutex);
-    gate.holding = true;
+void ready_model::tell(const std::string& text) {
+    const std::lock_guard lock(::waiting.mutex);
+    forEach(::waiting.answers, [text](Answer& answer) { answer.add(text); });
 }
 
-std::size_t ready_model::held() {
-    const std::lock_guard lock(gate.mutex);
-    return gate.answers.size();
-}
-
-void ready_model::release() {
-    std::vector<std::shared_ptr<Answer>> answers;
-    {
-        const std::lock_guard lock(gate.mutex);
-        gate.holding = false;
-        answers.swap(gate.answers);
-    }
-    for (auto& answer : answers)
-        tell(std::move(answer), 0);
+void ready_model::end() {
+    const std::lock_guard lock(::waiting.mutex);
+    forEach(std::exchange(::waiting.answers, {}), [](Answer& answer) { answer.end(std::nullopt); });
 }
 
 namespace platform {
@@ -81,12 +68,8 @@ LanguageModelSession::~LanguageModelSession() = default;
 
 ResponseStream LanguageModelSession::streamResponse(std::string, const GenerationOptions&) {
     auto answer = std::make_shared<Answer>();
-    const std::lock_guard lock(gate.mutex);
-    if (gate.holding) {
-        gate.answers.push_back(answer);
-    } else {
-        tell(answer, 0);
-    }
+    const std::lock_guard lock(::waiting.mutex);
+    ::waiting.answers.push_back(answer);
     return streamOf(std::move(answer));
 }
 // NOLINTEND(performance-unnecessary-value-param)

@@ -1,5 +1,5 @@
 // A language model whose answers are ready, and the system it belongs to: the test's own definition of that
-// part of the seam, for generations on the real background threads with no model to wait for.
+// part of the seam, for generations on the real background threads with no model server. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -7,13 +7,13 @@
 
 namespace ready_model {
 
-// What every generation from now on is told: this many snapshots, one after the other, the first of them this
-// text, each of the others one letter longer.
-void answer(std::size_t snapshots, std::string text);
+// Generations that have started and have not been told their end.
+std::size_t waiting();
 
-// From now on every generation waits for its first snapshot until release().
-void hold();
-std::size_t held();
-void release();
+// Adds the text to the answer of each of them, on the background threads.
+void tell(const std::string& text);
+
+// Ends all of them.
+void end();
 
 } // namespace ready_model

@@ -1,5 +1,6 @@
 #include "platform/linux/interface/engine_socket.h"
 
+#include "platform/linux/base/outgoing_messages.h"
 #include "platform/main_queue.h"
 
 #include <poll.h>
@@ -62,7 +63,10 @@ EngineSocket::EngineSocket(Callbacks callbacks, SocketFolder folder, FileDescrip
         listener_.number(), Glib::IO_IN, priority);
 }
 
-EngineSocket::~EngineSocket() { disconnectWatches(); }
+EngineSocket::~EngineSocket() {
+    disconnectWatches();
+    setMessagesWaiting(false);
+}
 
 void EngineSocket::disconnectWatches() {
     listenerWatch_.disconnect();
@@ -105,6 +109,7 @@ void EngineSocket::readSome() {
 void EngineSocket::write(std::vector<std::uint8_t> bytes) {
     if (ended_) return;
     outgoing_.append(std::move(bytes));
+    setMessagesWaiting(true);
     if (connection_ && !writeWatch_.connected()) flushSoon();
 }
 
@@ -118,11 +123,12 @@ void EngineSocket::flush() {
     flushQueued_ = false;
     if (ended_ || writeWatch_.connected()) return;
     switch (outgoing_.writeTo(connection_.number())) {
-    case OutgoingBytes::State::drained:
-        break;
     case OutgoingBytes::State::broken:
-        outgoing_.clear();
-        break; // readSome() finds the end of the connection
+        outgoing_.clear(); // readSome() finds the end of the connection
+        [[fallthrough]];
+    case OutgoingBytes::State::drained:
+        setMessagesWaiting(false);
+        break;
     case OutgoingBytes::State::waiting:
         writeWatch_ = Glib::signal_io().connect(
             [this](Glib::IOCondition) {
@@ -137,6 +143,7 @@ void EngineSocket::end(std::optional<std::string> why) {
     ended_ = true;
     disconnectWatches();
     outgoing_.clear();
+    setMessagesWaiting(false);
     connection_ = {};
     callbacks_.ended(std::move(why));
 }

@@ -3,30 +3,38 @@
 #include "platform/language_model.h"
 #include "platform/models/generation/background_executor.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace platform {
 
-void Answer::add(std::string piece) {
+void Answer::add(std::string_view text) {
     std::unique_lock lock(mutex_);
     if (state_ != State::growing || !wanted_) return;
-    pieces_.push_back(std::move(piece));
+    text_ += text;
+    hasNewText_ = true;
     wake(std::move(lock));
 }
 
-void Answer::end(std::optional<std::int64_t> tokens) {
+void Answer::startOver() {
+    std::unique_lock lock(mutex_);
+    hasNewText_ = hasNewText_ || !text_.empty(); // that nothing is left
+    text_.clear();
+    wake(std::move(lock));
+}
+
+void Answer::end(std::optional<std::int64_t> tokens) { finish(State::ended, {}, tokens); }
+
+void Answer::refuse(std::string sentence) { finish(State::refused, std::move(sentence)); }
+
+void Answer::fail(std::string sentence) { finish(State::failed, std::move(sentence)); }
+
+void Answer::finish(State state, std::string sentence, std::optional<std::int64_t> tokens) {
     std::unique_lock lock(mutex_);
     if (state_ != State::growing) return;
-    state_ = State::ended;
+    state_ = state;
+    sentence_ = std::move(sentence);
     tokens_ = tokens;
-    wake(std::move(lock));
-}
-
-void Answer::fail(std::string sentence) {
-    std::unique_lock lock(mutex_);
-    if (state_ != State::growing) return;
-    state_ = State::failed;
-    failure_ = std::move(sentence);
     wake(std::move(lock));
 }
 
@@ -51,6 +59,12 @@ bool Answer::isReady(Until until) const {
     return isReadyLocked(until);
 }
 
+bool Answer::isReadyLocked(Until until) const {
+    if (state_ == State::cancelled) return true;
+    if (until == Until::newText && hasNewText_) return hasTurn_;
+    return state_ != State::growing;
+}
+
 // Once the task is put down as waiting, it may go on on another thread: nothing of it is touched after that.
 void Answer::wait(Until until, Task::Suspended task) {
     {
@@ -66,14 +80,31 @@ void Answer::wait(Until until, Task::Suspended task) {
 
 std::optional<std::string> Answer::take() {
     const std::lock_guard lock(mutex_);
-    if (!pieces_.empty()) {
-        auto piece = std::move(pieces_.front());
-        pieces_.pop_front();
-        return piece;
-    }
     if (state_ == State::cancelled) throw CancellationError();
-    if (state_ == State::failed) throw LanguageModelSession::GenerationError(failure_);
+    if (std::exchange(hasNewText_, false)) {
+        hasTurn_ = false;
+        return text_;
+    }
+    throwIfWithoutEnd();
     return std::nullopt;
+}
+
+std::string Answer::text() const {
+    const std::lock_guard lock(mutex_);
+    throwIfWithoutEnd();
+    return text_;
+}
+
+void Answer::throwIfWithoutEnd() const {
+    if (state_ == State::cancelled) throw CancellationError();
+    if (state_ == State::refused) throw LanguageModelSession::GenerationError(sentence_);
+    if (state_ == State::failed) throw std::runtime_error(sentence_);
+}
+
+void Answer::giveTurn() {
+    std::unique_lock lock(mutex_);
+    hasTurn_ = true;
+    wake(std::move(lock));
 }
 
 std::optional<std::int64_t> Answer::tokens() const {

@@ -1,56 +1,67 @@
-// An answer on its way from the model that makes it to the task that waits for it: the maker adds pieces, the
-// task takes them one by one. Shared by the two. Any thread, but one maker and one task.
 #pragma once
 
 #include "platform/task.h"
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
+// An answer that grows: its maker adds to it, a task takes the newest text whenever it has the turn. So it
+// holds the text once, however fast the maker is and however slow the task. Shared by the two. Any thread,
+// but one maker and one task.
 class Answer {
 public:
-    // The maker's side. Only the first end or failure counts; what comes behind it is dropped.
-    void add(std::string piece);
+    // The maker's side. Only the first end, refusal or failure counts; what comes behind it is dropped.
+    void add(std::string_view text);
+    // What has been added was no part of the answer.
+    void startOver();
     void end(std::optional<std::int64_t> tokens);
+    void refuse(std::string sentence);
     void fail(std::string sentence);
     // False once it was cancelled.
     bool isWanted() const;
     // Called once, on any thread, as soon as nobody wants the answer; it must not block.
     void whenUnwanted(std::function<void()> stop);
 
-    // The task's side. Whether take() has a result, or all of them; if not, the task waits until it has.
-    enum class Until { nextPiece, end };
+    // The task's side. Whether take() has a result, or all of the answer; if not, the task waits until it
+    // has.
+    enum class Until { newText, end };
     bool isReady(Until until) const;
     void wait(Until until, Task::Suspended task);
-    // The next piece, absent at the end. Throws a LanguageModelSession::GenerationError or CancellationError.
+    // All text so far, if some of it is new; absent at the end. Takes the turn away. This and text() throw a
+    // CancellationError, a LanguageModelSession::GenerationError for a refusal, or another std::exception.
     std::optional<std::string> take();
+    std::string text() const;
+    // From the beginning, and after each of these, new text may be taken once.
+    void giveTurn();
     std::optional<std::int64_t> tokens() const;
     // Nobody wants the rest: unless it has ended, the answer fails with a CancellationError.
     void cancel();
 
 private:
-    enum class State { growing, ended, failed, cancelled };
+    enum class State { growing, ended, refused, failed, cancelled };
 
-    bool isReadyLocked(Until until) const {
-        return state_ != State::growing || (until == Until::nextPiece && !pieces_.empty());
-    }
+    bool isReadyLocked(Until until) const;
+    void finish(State state, std::string sentence, std::optional<std::int64_t> tokens = std::nullopt);
+    void throwIfWithoutEnd() const;
     void wake(std::unique_lock<std::mutex> lock);
 
     mutable std::mutex mutex_;
-    std::deque<std::string> pieces_;
+    std::string text_;
+    bool hasNewText_ = false;
+    bool hasTurn_ = true;
     State state_ = State::growing;
     bool wanted_ = true;
-    std::string failure_;
+    std::string sentence_; // of the refusal or failure
     std::optional<std::int64_t> tokens_;
     std::function<void()> stop_;
     Task::Suspended waiting_;
-    Until waitingUntil_ = Until::nextPiece;
+    Until waitingUntil_ = Until::newText;
 };
 
 } // namespace platform

@@ -1,5 +1,9 @@
 #include "platform/models/generation/response_stream.h"
 
+#include "platform/main_queue.h"
+#include "platform/outgoing_messages.h"
+
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <stop_token>
@@ -7,6 +11,20 @@
 #include <utility>
 
 namespace platform {
+namespace {
+
+// Every snapshot holds the whole text, so a long text that grows fast makes far more bytes than it has: a
+// screen shows no more than 60 a second, and copying even those of a very long one takes the main thread's
+// time.
+Seconds pauseAfter(std::size_t snapshotBytes) {
+    constexpr std::size_t longBytes = 16 << 10;
+    constexpr Seconds frame{1.0 / 60};
+    constexpr double mostBytesPerSecond = 16 << 20;
+    if (snapshotBytes < longBytes) return Seconds{};
+    return std::max(frame, Seconds(static_cast<double>(snapshotBytes) / mostBytesPerSecond));
+}
+
+} // namespace
 
 class ResponseStream::Native {
 public:
@@ -14,6 +32,15 @@ public:
     ~Native() { answer_->cancel(); }
     Native(const Native&) = delete;
     Native& operator=(const Native&) = delete;
+
+    // Once the interface has taken the last snapshot, which is on its way through the main queue.
+    void askForTurn() {
+        if (!last_) return;
+        auto ask = [answer = answer_] { OutgoingMessages::whenTaken([answer] { answer->giveTurn(); }); };
+        const auto pause = pauseAfter(*std::exchange(last_, std::nullopt));
+        if (pause > Seconds{}) return MainQueue::asyncAfter(pause, std::move(ask));
+        ask();
+    }
 
     bool isReady(Answer::Until until) const { return answer_->isReady(until); }
 
@@ -26,17 +53,15 @@ public:
 
     std::optional<Snapshot> next() {
         onCancel_.reset();
-        const auto piece = answer_->take();
-        if (!piece) return std::nullopt;
-        text_ += *piece;
-        return Snapshot{text_};
+        auto text = answer_->take();
+        if (!text) return std::nullopt;
+        last_ = text->size();
+        return Snapshot{std::move(*text)};
     }
 
     Response response() {
         onCancel_.reset();
-        while (const auto piece = answer_->take())
-            text_ += *piece;
-        Response response{std::move(text_), {}};
+        Response response{answer_->text(), {}};
         if (const auto tokens = answer_->tokens())
             response.mirror.children.push_back({"responseTokenCount", *tokens});
         return response;
@@ -44,7 +69,8 @@ public:
 
 private:
     std::shared_ptr<Answer> answer_;
-    std::string text_;
+    std::optional<std::size_t>
+        last_; // bytes of the last snapshot, until the turn after it has been asked for
     std::optional<std::stop_callback<std::function<void()>>> onCancel_;
 };
 
@@ -53,11 +79,12 @@ ResponseStream::~ResponseStream() = default;
 ResponseStream::ResponseStream(ResponseStream&&) noexcept = default;
 ResponseStream& ResponseStream::operator=(ResponseStream&&) noexcept = default;
 
-ResponseStream::Next ResponseStream::next() { return Next(*native_); }
-bool ResponseStream::Next::await_ready() { return stream_.isReady(Answer::Until::nextPiece); }
-void ResponseStream::Next::await_suspend(Task::Suspended task) {
-    stream_.wait(Answer::Until::nextPiece, task);
+ResponseStream::Next ResponseStream::next() {
+    native_->askForTurn();
+    return Next(*native_);
 }
+bool ResponseStream::Next::await_ready() { return stream_.isReady(Answer::Until::newText); }
+void ResponseStream::Next::await_suspend(Task::Suspended task) { stream_.wait(Answer::Until::newText, task); }
 std::optional<ResponseStream::Snapshot> ResponseStream::Next::await_resume() { return stream_.next(); }
 
 ResponseStream::Collect ResponseStream::collect() { return Collect(*native_); }

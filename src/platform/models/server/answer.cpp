@@ -117,7 +117,7 @@ private:
         begun_ = begun_ || chunk->thinking || !chunk->text.empty() || !chunk->refusal.empty();
         if (chunk->tokens) tokens_ = chunk->tokens;
         refusal_ += chunk->refusal;
-        if (!chunk->text.empty()) answer_->add(std::move(chunk->text));
+        if (!chunk->text.empty()) answer_->add(chunk->text);
         return true;
     }
 
@@ -130,8 +130,8 @@ private:
 
     void succeed() {
         if (!refusal_.empty() || finishReason_ == filtered) {
-            answer_->fail("The model would not answer (refusal)" +
-                          (refusal_.empty() ? "." : ": " + refusal_));
+            answer_->refuse("The model would not answer (refusal)" +
+                            (refusal_.empty() ? "." : ": " + refusal_));
             return;
         }
         if (!isWhole(finishReason_))
