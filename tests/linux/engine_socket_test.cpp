@@ -1,5 +1,6 @@
 #include "linux/run_until.h"
 #include "platform/linux/interface/engine_socket.h"
+#include "platform/outgoing_messages.h"
 #include "testing/desktop/host.h"
 #include "testing/desktop/temporary_folder.h"
 
@@ -108,6 +109,27 @@ TEST_F(Engine, CloseWaitsNoLongerThanItsLimitForAClientThatDoesNotRead) {
     const TimePoint start = now();
     socket->close(50ms);
     EXPECT_LT(now() - start, 5s);
+}
+
+TEST_F(Engine, SaysWhenTheClientHasTakenEverythingOrIsGone) {
+    connectClient();
+    int taken = 0;
+    const auto ask = [&] { OutgoingMessages::whenTaken([&] { ++taken; }); };
+    ask();
+    runUntil([&] { return taken == 1; });
+    socket->write(Bytes(5000000));
+    ask();
+    Bytes piece(100'000);
+    ssize_t read = 0;
+    runUntil([&] {
+        read += std::max<ssize_t>(0, recv(client.number(), piece.data(), piece.size(), MSG_DONTWAIT));
+        return taken == 2;
+    });
+    EXPECT_GT(read, 4'000'000); // the rest is in the kernel's buffers
+    socket->write(Bytes(5000000));
+    ask();
+    client = {};
+    runUntil([&] { return taken == 3 && ended; });
 }
 
 TEST_F(Engine, FloodIsReadInPiecesWithOtherEntriesBetweenThem) {
