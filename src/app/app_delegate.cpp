@@ -25,15 +25,15 @@ ApplicationTerminateReply AppDelegate::applicationShouldTerminate() {
     if (allowQuit_) return ApplicationTerminateReply::terminateNow;
     const auto desktop = bridge();
     if (!desktop || !desktop->initialized()) return ApplicationTerminateReply::terminateNow;
-    // The question already put to the interface stands.
+    // The interface has been asked and has not answered yet.
     if (terminationPending_) return ApplicationTerminateReply::terminateLater;
 
     terminationPending_ = true;
     desktop->requestQuit();
-    // Never cancelled: it grants whatever request is pending when it fires.
-    platform::MainQueue::asyncAfter(quitTimeout, [delegate = weak_from_this()] {
-        const auto alive = delegate.lock();
-        if (alive && alive->terminationPending_) alive->finishQuit();
+    // Not cancelled by an answer: it grants the request that is pending when the time is up, even a later
+    // one.
+    platform::MainQueue::asyncAfter(quitTimeout, weak_from_this(), [this] {
+        if (terminationPending_) finishQuit();
     });
     return ApplicationTerminateReply::terminateLater;
 }

@@ -1,5 +1,5 @@
-// Answers the desktop's questions about the program's life. A termination is first put to the interface,
-// which may confirm or cancel it; one that does not answer within 15 seconds has confirmed. Main thread only.
+// Decides for the desktop when the program ends. The interface is asked first and may agree or refuse; when
+// it does not answer within 15 seconds, it counts as agreed. Main thread only.
 #pragma once
 
 #include "platform/application.h"
@@ -15,13 +15,13 @@ public:
     platform::ApplicationTerminateReply applicationShouldTerminate() override;
     bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
 
-    // The next termination request is granted at once.
+    // Makes every later termination request be granted at once.
     void allowQuit() { allowQuit_ = true; }
 
-    // Completes a quit: grants the pending request, or starts a termination that will be granted.
+    // Completes a quit: grants the pending request, or starts a termination that is granted at once.
     void finishQuit();
 
-    // Withdraws a pending termination; without one, does nothing.
+    // Refuses the pending termination; without one, does nothing.
     void cancelQuit();
 
     // The application's main window; absent once it is gone.
@@ -31,5 +31,5 @@ private:
     std::shared_ptr<DesktopBridge> bridge() const;
 
     bool allowQuit_ = false;
-    bool terminationPending_ = false; // the desktop waits for the interface's answer
+    bool terminationPending_ = false; // the desktop waits for replyToApplicationShouldTerminate()
 };

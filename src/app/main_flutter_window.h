@@ -1,5 +1,6 @@
-// The host's one window. It shows the interface, owns the interface's two doors into the host, and is its own
-// delegate: the close button only asks to quit, and full-screen changes relabel the menu. Main thread only.
+// The host's only window. It shows the interface, owns the two bridges that serve the interface's channels,
+// and is its own delegate: the close button only asks to quit, and full-screen changes relabel the menu. Main
+// thread only.
 #pragma once
 
 #include "desktop/desktop_bridge.h"
@@ -16,14 +17,14 @@ public:
                       bool defer);
     ~MainFlutterWindow() override;
 
-    // Gives the window its content and its fixed look, and opens the channels.
+    // Gives the window its content and its fixed look, and creates the bridges.
     void awakeFromNib() override;
 
     bool windowShouldClose() override;
     void windowDidEnterFullScreen() override;
     void windowDidExitFullScreen() override;
 
-    // Absent (null) until the window has awoken.
+    // Null before awakeFromNib().
     const std::shared_ptr<DesktopBridge>& bridge() const { return bridge_; }
 
 private:

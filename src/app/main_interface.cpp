@@ -5,7 +5,7 @@
 #include "app/main_menu.h"
 
 platform::MainInterface loadMainInterface() {
-    constexpr platform::Rect contentRect{0, 0, 800, 600}; // until the window awakes and takes its own size
+    constexpr platform::Rect contentRect{0, 0, 800, 600}; // until awakeFromNib() sets the window's own size
     constexpr auto styleMask = platform::WindowStyleMaskTitled | platform::WindowStyleMaskClosable |
                                platform::WindowStyleMaskMiniaturizable | platform::WindowStyleMaskResizable;
     auto window = std::make_shared<MainFlutterWindow>(contentRect, styleMask,

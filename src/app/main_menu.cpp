@@ -42,7 +42,7 @@ constexpr std::array editMenu{
     Entry{"Select All", "nativeSelectAll", Selector::selectAll, "a"},
 };
 
-// The toggle's own label is true in both states, for an interface that sends none.
+// Right in both states, as long as the interface sends no label.
 constexpr std::array viewMenu{
     Entry{"Toggle Full Screen", "nativeFullScreen", Selector::toggleFullScreen, "F11", 0},
 };

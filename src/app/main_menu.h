@@ -1,5 +1,5 @@
-// The menu bar: one description for every desktop. Every item has an identifier, the key under which the
-// interface relabels it.
+// The menu bar, the same on every desktop. Every item but the separators has an identifier, the key under
+// which the interface relabels it.
 #pragma once
 
 #include "platform/menu.h"

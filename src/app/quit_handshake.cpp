@@ -1,4 +1,4 @@
-// DesktopBridge's side of quitting: the host's question to the interface, and the interface's two answers.
+// Quitting, on the desktop channel: the host's question to the interface, and the interface's two answers.
 #include "app/app_delegate.h"
 #include "desktop/desktop_bridge.h"
 
@@ -16,7 +16,7 @@ void DesktopBridge::requestQuit() {
     Application::sharedApplication().terminate();
 }
 
-// Answered first, so that the interface has its answer before the program begins to end.
+// The call is answered first, so that the interface gets the reply before the program ends.
 void DesktopBridge::quit(Arguments, Result result) {
     result.success();
     if (auto* delegate = appDelegate()) delegate->finishQuit();

@@ -1,6 +1,6 @@
-// What capture and paste-back ask of other programs: their focused element and its text, a synthetic copy
-// through the pasteboard, and single keystrokes. Main thread only; every operation is synchronous, and
-// whatever fails makes the result absent.
+// What capture and paste-back need of other programs: the focused element and its text, a synthetic copy
+// through the pasteboard, and single keystrokes. Main thread only. Every operation is synchronous; the result
+// of one that fails is absent.
 #pragma once
 
 #include "platform/accessibility.h"
@@ -17,10 +17,10 @@
 
 namespace AX {
 
-// The process that focusedElement() asks; absent: the frontmost application. Set through TargetPid.
+// The process that focusedElement() queries, set through TargetPid; absent: the frontmost application.
 std::optional<pid_t> targetPid();
 
-// Directs the queries to one process until the object goes.
+// Makes focusedElement() query one process for as long as the object exists.
 class TargetPid {
 public:
     explicit TargetPid(pid_t pid);
@@ -29,9 +29,9 @@ public:
     TargetPid& operator=(const TargetPid&) = delete;
 };
 
-// The element with the keyboard focus in the target process; null when there is none. A process that does not
-// answer is asked to show its elements and tried again for 1.5 s, then whatever has the focus anywhere is
-// taken.
+// The element with the keyboard focus in the target process. A process that reports none is asked to show its
+// elements and queried again for 1.5 s; then the element with the focus on the whole desktop is taken,
+// whatever process it belongs to. Null when there is none either.
 platform::AXUIElementRef focusedElement();
 
 struct FieldValue {
@@ -49,14 +49,14 @@ std::optional<std::string> stringAttribute(const platform::AXUIElementRef& eleme
 // True for a password field: never read, never pasted into.
 bool isSecure(const platform::AXUIElementRef& element);
 
-// Per item, in order, each type with its data; a type whose data cannot be had is left out.
+// For each item, in order, its types with their data; a type whose data cannot be read is left out.
 using PasteboardSnapshot = std::vector<std::vector<std::pair<platform::PasteboardType, platform::Data>>>;
 
 PasteboardSnapshot snapshotPasteboard(const platform::Pasteboard& pasteboard);
 void restorePasteboard(platform::Pasteboard& pasteboard, PasteboardSnapshot snapshot);
 
-// Copies the frontmost application's selection with the copy keystroke and returns its text, unchanged. The
-// user's pasteboard is put back in every outcome. Takes up to about 400 ms.
+// Copies the frontmost application's selection with the copy keystroke and returns its text, unchanged;
+// absent when no text arrives within about 400 ms. In both cases the user's pasteboard is restored.
 std::optional<std::string> copySelectionViaClipboard();
 
 // The key that types `character` without modifiers on the current layout.

@@ -1,5 +1,5 @@
-// What a press of the hot key does: read what the user is writing in the frontmost application, remember
-// where it came from, and hand it to the interface.
+// What a press of the hot key does: read what the user is writing in the frontmost application, record where
+// it came from, and send it to the interface.
 #include "capture/ax.h"
 #include "desktop/desktop_bridge.h"
 #include "platform/uuid.h"
@@ -21,7 +21,7 @@ void DesktopBridge::capture() {
     const auto front = platform::Workspace::sharedWorkspace().frontmostApplication();
     const auto me = RunningApplication::currentApplication();
     const bool hostIsFrontmost = front == me;
-    // Pressed in the host's own window, the hot key means the application of the previous capture.
+    // When the host itself is in front, the hot key means the application of the previous capture.
     const auto target = hostIsFrontmost ? captureState_.sourceApp : front;
     if (!target || target->isTerminated() || *target == me) return show();
     if (excluded_.contains(text::lowercased(target->bundleIdentifier().value_or(""))))
@@ -61,7 +61,7 @@ DesktopBridge::Captured DesktopBridge::readText(bool hostIsFrontmost) {
     const auto& selection = captureState_.originalSelection;
     if (selection && !selection->empty()) return {*selection, "selection"};
 
-    // With the host in front the keystroke would reach the host itself.
+    // The keystroke goes to the program in front, which must not be the host.
     if (!hostIsFrontmost) {
         if (auto copied = AX::copySelectionViaClipboard()) return {std::move(*copied), "clipboard"};
     }
@@ -72,8 +72,8 @@ DesktopBridge::Captured DesktopBridge::readText(bool hostIsFrontmost) {
     return {};
 }
 
-// Only a text whose place is known for certain may be typed back into it: pasting over a shortened field
-// would lose its end.
+// A text gets a token only when paste-back can check its place. A shortened field gets none: replacing the
+// whole field with a rewrite of its beginning would lose its end.
 void DesktopBridge::grantToken(const Captured& captured) {
     if (captured.truncated || !captureState_.sourceWindow) return;
     const bool placeIsKnown = (captured.source == "field" && captureState_.originalValue) ||

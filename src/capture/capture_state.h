@@ -1,4 +1,4 @@
-// Where the last captured text came from: what capture writes and paste-back compares with. A plain record.
+// Where the last captured text came from: written by capture, compared by paste-back. A plain record.
 #pragma once
 
 #include "platform/accessibility.h"

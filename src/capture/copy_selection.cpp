@@ -5,14 +5,15 @@ namespace AX {
 
 namespace {
 
-constexpr int polls = 20;
-constexpr std::uint32_t pollPause = 20'000; // microseconds
-constexpr platform::CGKeyCode cKey = 8;     // where C is on a US keyboard
+constexpr int mostPolls = 20;
+constexpr std::uint32_t pollInterval = 20'000; // microseconds
+constexpr platform::CGKeyCode cKey = 8;        // of C on a US keyboard
 
-// The text that arrives on the emptied pasteboard.
-std::optional<std::string> awaitCopy(const platform::Pasteboard& pasteboard, std::int64_t changeCountBefore) {
-    for (int poll = 0; poll < polls; ++poll) {
-        platform::usleep(pollPause);
+// The first text that arrives on the emptied pasteboard.
+std::optional<std::string> awaitCopiedText(const platform::Pasteboard& pasteboard,
+                                           std::int64_t changeCountBefore) {
+    for (int poll = 0; poll < mostPolls; ++poll) {
+        platform::usleep(pollInterval);
         if (pasteboard.changeCount() == changeCountBefore) continue;
         auto copied = pasteboard.stringForType(platform::PasteboardTypeString);
         if (copied && !copied->empty()) return copied;
@@ -28,7 +29,7 @@ std::optional<std::string> copySelectionViaClipboard() {
     const auto changeCount = pasteboard.changeCount();
     pasteboard.clearContents();
     postKey("c", cKey, platform::kCGEventFlagMaskCommand);
-    auto copied = awaitCopy(pasteboard, changeCount);
+    auto copied = awaitCopiedText(pasteboard, changeCount);
     restorePasteboard(pasteboard, std::move(snapshot));
     return copied;
 }

@@ -8,12 +8,12 @@ namespace AX {
 
 namespace {
 
-constexpr int retries = 30;
-constexpr std::uint32_t retryPause = 50'000; // microseconds
+constexpr int mostRetries = 30;
+constexpr std::uint32_t retryInterval = 50'000; // microseconds
 
 std::optional<pid_t> target;
 
-std::optional<pid_t> processToAsk() {
+std::optional<pid_t> processToQuery() {
     if (target) return target;
     const auto front = platform::Workspace::sharedWorkspace().frontmostApplication();
     if (!front) return std::nullopt;
@@ -35,16 +35,16 @@ TargetPid::TargetPid(pid_t pid) { target = pid; }
 TargetPid::~TargetPid() { target.reset(); }
 
 AXUIElementRef focusedElement() {
-    const auto pid = processToAsk();
+    const auto pid = processToQuery();
     if (!pid) return {};
     const auto application = platform::AXUIElementCreateApplication(*pid);
     if (auto focused = ask(application)) return focused;
 
-    // Programs that build their elements only for assistive technology start on one of these two.
+    // Some programs create their elements only once an assistive program has written one of these two.
     platform::AXUIElementSetAttributeValue(application, "AXManualAccessibility", true);
     platform::AXUIElementSetAttributeValue(application, "AXEnhancedUserInterface", true);
-    for (int attempt = 0; attempt < retries; ++attempt) {
-        platform::usleep(retryPause);
+    for (int retry = 0; retry < mostRetries; ++retry) {
+        platform::usleep(retryInterval);
         if (auto focused = ask(application)) return focused;
     }
     return ask(platform::AXUIElementCreateSystemWide());

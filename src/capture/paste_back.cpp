@@ -1,5 +1,5 @@
-// "paste": put the text on the pasteboard, and type it into the field it was captured from when that field is
-// certainly still the same; otherwise leave it for the user to paste.
+// "paste": put the text on the pasteboard and, when the field that it was captured from is focused and
+// unchanged, type it in there; otherwise the user can paste it.
 #include "capture/ax.h"
 #include "capture/paste_target.h"
 #include "desktop/desktop_bridge.h"
@@ -15,8 +15,8 @@ constexpr platform::Seconds pasteDeadline{1.0};
 constexpr platform::Seconds pollInterval{0.02};
 constexpr std::uint32_t pauseBeforeKeys = 30'000;     // microseconds
 constexpr std::uint32_t pauseAfterSelectAll = 40'000; // microseconds
-constexpr platform::CGKeyCode aKey = 0;               // where A and V are on a US keyboard
-constexpr platform::CGKeyCode vKey = 9;
+constexpr platform::CGKeyCode aKey = 0;               // of A on a US keyboard
+constexpr platform::CGKeyCode vKey = 9;               // of V on a US keyboard
 constexpr platform::CGEventFlags heldModifiers =
     platform::kCGEventFlagMaskShift | platform::kCGEventFlagMaskControl |
     platform::kCGEventFlagMaskAlternate | platform::kCGEventFlagMaskCommand;
@@ -36,7 +36,7 @@ bool isFrontmost(const RunningApplication& application) {
 
 } // namespace
 
-// One paste from its start to its reply; lives as long as attempts are scheduled.
+// One paste from its start to its reply. Each scheduled attempt keeps it alive.
 struct DesktopBridge::PasteAttempt {
     platform::TimePoint start;
     RunningApplication source;
@@ -86,7 +86,7 @@ void DesktopBridge::poll(const std::shared_ptr<PasteAttempt>& attempt) {
         return;
     }
     if (!targetUnchanged(attempt->source, attempt->target)) return giveUp(*attempt);
-    // The check has taken its time; nothing may have changed meanwhile.
+    // The check may have taken long enough for the user to do something else.
     if (attempt->isLate() || isModifierHeld() || !isFrontmost(attempt->source)) return giveUp(*attempt);
 
     attempt->typeText();

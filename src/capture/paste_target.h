@@ -1,5 +1,5 @@
-// The place a paste goes to, as it was when the text was captured. A plain record; it keeps its elements
-// alive.
+// The place that a paste goes to, as it was when the text was captured. A plain record, which keeps its
+// elements alive.
 #pragma once
 
 #include "capture/capture_state.h"
@@ -17,9 +17,9 @@ struct PasteTarget {
     std::optional<platform::CFRange> range;
     bool replaceAll = false;
 
-    // Whether the element's whole text is what it was, where it was known.
+    // Whether the element's whole text is what it was. True when the capture could not read it.
     bool textUnchanged(const platform::AXUIElementRef& current) const;
 
-    // Whether the selected text is what it was, wherever it stands.
+    // Whether the selected text is what it was; its place is not compared.
     bool selectionUnchanged(const platform::AXUIElementRef& current) const;
 };

@@ -1,4 +1,4 @@
-// Single questions about the application that is captured from or pasted into.
+// Single queries of the application that is captured from or pasted into.
 #include "desktop/desktop_bridge.h"
 
 using platform::AXUIElementRef;

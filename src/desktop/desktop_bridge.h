@@ -1,10 +1,9 @@
-// The interface's door to the desktop: answers every call on the desktop channel, and remembers between calls
-// what the host needs to know (hot key, last capture, pending paste, menu labels). Main thread only.
+// Serves the desktop channel: answers every call of the interface on it, and keeps between calls what they
+// need (hot key, last capture, pending paste, menu labels). Main thread only.
 //
-// The main window owns the bridge; the bridge holds the window weakly, and whatever is called back later
-// holds the bridge weakly. Its operations are defined in the room of their subject: window operations,
-// utilities and menu in desktop/, capture and paste-back in capture/, the hot key in hotkey/, quitting in
-// app/.
+// The main window owns the bridge; the bridge refers to the window weakly, and stored callbacks refer to the
+// bridge weakly. Each operation is defined in the folder of its subject: window operations, utilities and
+// menu in desktop/, capture and paste-back in capture/, the hot key in hotkey/, quitting in app/.
 #pragma once
 
 #include "capture/capture_state.h"
@@ -26,23 +25,23 @@ struct PasteTarget;
 
 class DesktopBridge : public std::enable_shared_from_this<DesktopBridge> {
 public:
-    // The new bridge with the channel's handler installed.
+    // Creates the bridge and installs the channel's handler.
     static std::shared_ptr<DesktopBridge> create(std::weak_ptr<platform::Window> window,
                                                  flutter::ViewController& controller);
 
-    // Whether the interface has called "initialize"; only then is it asked before quitting.
+    // Whether the interface has called "initialize". Only then is it asked before the host quits.
     bool initialized() const { return initialized_; }
 
     // Brings the host and its window to the front.
     void show();
 
-    // Asks the interface whether to quit; before it has initialised, quits.
+    // Asks the interface whether to quit; quits at once when it has not called "initialize" yet.
     void requestQuit();
 
-    // Shows the menu labels the interface has sent so far.
+    // Puts the labels that the interface has sent so far on the menu.
     void refreshMenu();
 
-    // Reads what the user is writing in the frontmost application and hands it to the interface.
+    // Reads what the user is writing in the frontmost application and sends it to the interface.
     void capture();
 
 private:
@@ -75,11 +74,11 @@ private:
     void quit(Arguments arguments, Result result);
     void cancelQuit(Arguments arguments, Result result);
 
-    // Hot key: true when the requested combination is the live one afterwards.
+    // Hot key. True when the requested combination is registered afterwards.
     bool registerHotkey(std::uint32_t key, std::uint32_t modifiers);
-    bool takeHotkey(const HotKeySpec& spec);
+    bool createHotkey(const HotKeySpec& spec);
 
-    // Capture. Both queries are single and without retry; null or absent when they fail.
+    // Capture. The first two make one query each; null or absent when it fails.
     static platform::AXUIElementRef focusedWindow(pid_t pid);
     static std::optional<platform::CFRange> range(const platform::AXUIElementRef& element);
     void recordFocus(const platform::AXUIElementRef& element);
@@ -99,7 +98,7 @@ private:
     flutter::MethodChannel channel_;
     std::unique_ptr<HotKey> hotkey_;
     std::optional<HotKeySpec> hotkeySpec_;
-    std::set<std::string> excluded_; // lower-cased identifiers of applications that are never read
+    std::set<std::string> excluded_; // lower-cased identifiers of applications that are not captured from
     CaptureState captureState_;
     bool initialized_ = false;
     bool pastePending_ = false; // from a paste's start to its reply

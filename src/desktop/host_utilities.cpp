@@ -1,5 +1,5 @@
-// Chores the interface cannot do itself: opening links and files, keeping the model out of backups, asking
-// for the accessibility permission.
+// Services that the interface cannot perform itself: opening links and files, leaving the model out of
+// backups, asking for the accessibility permission.
 #include "desktop/desktop_bridge.h"
 #include "flutter/arguments.h"
 #include "platform/accessibility.h"

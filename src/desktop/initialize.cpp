@@ -1,4 +1,4 @@
-// "initialize": the interface tells the host which applications to leave alone and which hot key to take.
+// "initialize": which applications the interface excludes from capture, and which hot key it wants.
 #include "desktop/desktop_bridge.h"
 #include "flutter/arguments.h"
 #include "platform/hot_key.h"

@@ -1,4 +1,4 @@
-// Puts the interface's labels on the native menu. Stateless: run it again whenever the labels or the
+// Puts the interface's labels on the native menu. Keeps no state: run it again whenever the labels or the
 // full-screen state change.
 #pragma once
 
@@ -9,9 +9,9 @@
 
 namespace NativeMenuLocalization {
 
-// Retitles every item, at any depth, whose identifier has a label, and the submenu that opens from it. The
-// full-screen toggle, "nativeFullScreen", takes the label "nativeExitFullScreen" while in full screen.
-// Everything else about the items stays.
+// Retitles every item, at any depth, whose identifier has a label, and its submenu with it. While the window
+// is in full screen, the item "nativeFullScreen" gets the label "nativeExitFullScreen". Nothing else is
+// changed.
 void apply(const std::map<std::string, std::string>& labels, platform::Menu& menu, bool fullScreen);
 
 } // namespace NativeMenuLocalization

@@ -1,5 +1,5 @@
-// What the interface may do with the main window. Without a window every operation does nothing and is
-// answered all the same.
+// What the interface can do with the main window. When the window is gone, every operation does nothing and
+// is answered all the same.
 #include "desktop/desktop_bridge.h"
 #include "flutter/arguments.h"
 #include "platform/application.h"
@@ -19,7 +19,7 @@ void DesktopBridge::show(Arguments, Result result) {
     result.success();
 }
 
-// The window is hidden by minimising it, so that the user can get it back without the hot key.
+// The window is minimised, not taken off the screen, so that the user can bring it back without the hot key.
 void DesktopBridge::close() {
     channel_.invokeMethod("close", flutter::EncodableMap{});
     if (const auto window = window_.lock()) window->miniaturize();
@@ -43,8 +43,8 @@ void DesktopBridge::growHeight(Arguments arguments, Result result) {
     result.success();
 }
 
-// The window grows downwards from its top edge, within the visible area of its screen: one that would reach
-// below is lifted, one that starts above is first brought under the area's top.
+// The window grows downwards within the visible area of its screen. Its top edge stays, but is moved down
+// when it is above the area, and up when the window would reach below it.
 void DesktopBridge::growHeight(double points) {
     const auto window = window_.lock();
     if (!window || window->styleMask() & platform::WindowStyleMaskFullScreen || window->isZoomed()) return;

@@ -9,8 +9,8 @@
 
 class HotKey {
 public:
-    // Absent (null) when the desktop refuses the handler or the combination; nothing then stays installed.
-    // `callback` runs once for each press, inside the desktop's event handler.
+    // Null when the desktop refuses the handler or the combination; nothing stays installed then. `callback`
+    // runs once for each press, inside the desktop's event handler.
     static std::unique_ptr<HotKey> create(std::uint32_t keyCode, std::uint32_t modifiers,
                                           std::function<void()> callback);
 

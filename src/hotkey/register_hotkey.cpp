@@ -1,8 +1,8 @@
-// DesktopBridge's side of the hot key: which combination is live, and what a press does.
+// The hot key of the desktop bridge: which combination is registered, and what a press does.
 #include "desktop/desktop_bridge.h"
 
-// At most one combination is registered at any time, so the old one goes before the new one comes; when the
-// new one cannot be had, the old one is taken back.
+// At most one combination is registered at any time: the old one is unregistered first, and registered again
+// when the new one is refused.
 bool DesktopBridge::registerHotkey(std::uint32_t key, std::uint32_t modifiers) {
     const HotKeySpec wanted{key, modifiers};
     if (hotkey_ && hotkeySpec_ == wanted) return true;
@@ -10,12 +10,12 @@ bool DesktopBridge::registerHotkey(std::uint32_t key, std::uint32_t modifiers) {
     const auto previous = hotkeySpec_;
     hotkey_.reset();
     hotkeySpec_.reset();
-    if (takeHotkey(wanted)) return true;
-    if (previous) takeHotkey(*previous);
+    if (createHotkey(wanted)) return true;
+    if (previous) createHotkey(*previous);
     return false;
 }
 
-bool DesktopBridge::takeHotkey(const HotKeySpec& spec) {
+bool DesktopBridge::createHotkey(const HotKeySpec& spec) {
     auto press = [bridge = weak_from_this()] {
         if (const auto alive = bridge.lock()) alive->capture();
     };

@@ -10,8 +10,8 @@
 #include <utility>
 #include <variant>
 
-// Other programs' interface elements. Main thread only; every call is synchronous and takes a bounded time,
-// also when the other program hangs. A call that fails for any reason yields an absent value.
+// The interface elements of other programs. Main thread only; every call is synchronous and takes a bounded
+// time, also when the other program hangs. The result of a call that fails, for any reason, is absent.
 namespace platform {
 
 // What a desktop knows of one element; each desktop completes it.
@@ -31,7 +31,8 @@ private:
     std::shared_ptr<const AXUIElement> element_;
 };
 
-// True when both handles refer to the same element of the same process. A handle to nothing equals none.
+// True when both handles refer to the same element of the same process. A handle to nothing is equal to none,
+// itself included.
 bool CFEqual(const AXUIElementRef& left, const AXUIElementRef& right);
 
 // A range in the units that the element's own program uses for its text: hand it back to that program, never
@@ -46,7 +47,7 @@ struct CFRange {
 // Kinds of boxed value; the numbers are the accessibility interface's own.
 enum class AXValueType : std::uint32_t { cgPoint = 1, cgSize = 2, cgRect = 3, cfRange = 4 };
 
-// A boxed value; its type says what it holds. `range` means something for `AXValueType::cfRange` only.
+// A boxed value; its type says what it holds. `range` has a meaning with `AXValueType::cfRange` only.
 struct AXValue {
     AXValueType type = AXValueType::cfRange;
     CFRange range;
@@ -82,8 +83,8 @@ struct AXTrustedCheckOptions {
     bool kAXTrustedCheckOptionPrompt = false;
 };
 
-// True when the host may use the accessibility interface. With the prompt option, a host that may not has the
-// desktop asked for the permission.
+// True when the host may use the accessibility interface. With the prompt option, the desktop is asked for
+// the permission when it may not.
 bool AXIsProcessTrustedWithOptions(AXTrustedCheckOptions options);
 
 } // namespace platform

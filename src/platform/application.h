@@ -18,7 +18,7 @@ public:
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
     virtual bool applicationSupportsSecureRestorableState() = 0;
     virtual ApplicationTerminateReply applicationShouldTerminate() = 0;
-    // The user asked for the running program again.
+    // The user started the program again while it runs, or clicked its icon.
     virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
 };
 
@@ -48,8 +48,7 @@ private:
     Application() = default;
 };
 
-// What a program is made of: creates its delegate, main menu and main window once the desktop is ready.
-// Whoever it returns lives until the program ends.
+// What a program is made of. The desktop keeps all of it until the program ends.
 struct MainInterface {
     std::shared_ptr<ApplicationDelegate> delegate;
     std::unique_ptr<Menu> mainMenu;

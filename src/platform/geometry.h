@@ -1,6 +1,6 @@
 #pragma once
 
-// Sizes and places in points. Screen coordinates grow to the right and upwards, from the lower left corner of
+// Sizes and places in points. Screen coordinates grow to the right and upwards from the lower left corner of
 // the main screen.
 namespace platform {
 

@@ -21,8 +21,8 @@ using UnicodeKeyLayoutRef = std::shared_ptr<const UnicodeKeyLayout>;
 class InputSource;
 using TISInputSourceRef = std::shared_ptr<const InputSource>;
 
-// The layout in use if it types ASCII letters, else the one of the user's layouts that does. Null when none
-// does.
+// The layout in use if it types ASCII letters, else the first of the user's other layouts that does. Null
+// when none does.
 TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
 
 enum class InputSourceProperty { kTISPropertyUnicodeKeyLayoutData };

@@ -33,7 +33,7 @@ public:
 
     static const SystemLanguageModel& defaultModel();
 
-    // As it is at this moment, found out in a fraction of a second.
+    // At this moment. Takes a fraction of a second.
     Availability availability() const;
 
 private:
@@ -45,20 +45,20 @@ enum class SamplingMode { greedy };
 struct GenerationOptions {
     std::optional<SamplingMode> sampling; // absent: the model's own
     std::optional<double> temperature;    // absent: the model's own
-    // Any number; what one below 1 means is up to the model.
+    // Any number; the model decides what one below 1 means.
     std::int64_t maximumResponseTokens = 0;
 };
 
-// The end of an answer, when all of it is there.
+// A whole answer.
 struct Response {
     std::string content;
-    // Its stored fields. "responseTokenCount" is among them when the model counts tokens.
+    // The response's stored fields. "responseTokenCount" is one of them when the model counts tokens.
     Mirror mirror;
 };
 
-// An answer as it grows. Used by one task, which waits for one thing at a time; owned by it. Both operations
+// An answer as it grows. Used and owned by one task, which waits for one thing at a time. Both operations
 // fail with a LanguageModelSession::GenerationError, a CancellationError or any other std::exception.
-// Dropping the stream ends the generation.
+// Destroying the stream ends the generation.
 //
 // A stream hands out the newest text, never each piece: the first snapshot at once, the last one always, and
 // no more in between than the interface takes. A model that writes fast and an interface that reads slowly
@@ -90,13 +90,13 @@ private:
     std::unique_ptr<Native> native_;
 };
 
-// Both are made and awaited in one expression. Each desktop defines what they do, and resumes the task on the
-// executor.
+// What next() and collect() return, to be awaited in the same expression. Each desktop defines them, and
+// resumes the task on the executor.
 class [[nodiscard]] ResponseStream::Next {
 public:
     explicit Next(Native& stream) : stream_(stream) {}
 
-    // True: the result is there already and the task goes on at once.
+    // True: the result is ready, and the task goes on at once.
     bool await_ready();
     void await_suspend(Task::Suspended task);
     std::optional<Snapshot> await_resume();
@@ -117,15 +117,15 @@ private:
     Native& stream_;
 };
 
-// Something a model may call; the host offers none.
+// Something that a model may call; the host offers none.
 struct Tool {};
 
-// One conversation with a model, bound to its instructions. Used by one task and owned by it; its streams end
-// before it.
+// One conversation with a model under given instructions. Used and owned by one task, which destroys its
+// streams first.
 class LanguageModelSession {
 public:
-    // The model failed, or would not answer. what() is a sentence for the user; that the model refused shows
-    // in it as "guardrailViolation" or "refusal".
+    // The model failed or refused to answer. what() is a sentence for the user, which contains
+    // "guardrailViolation" or "refusal" when the model refused.
     class GenerationError : public std::exception {
     public:
         explicit GenerationError(std::string description) : description_(std::move(description)) {}

@@ -8,9 +8,9 @@
 
 // The main thread's queue, clock and blocking pause.
 //
-// Every entry into the host (channel message, hot key, delegate call, timer) arrives through this queue,
-// first in first out, one at a time, on the main thread. While a call of the desktop's has to wait inside
-// (for another program's pasteboard data, say), queued entries wait too.
+// Every entry into the host (channel message, hot key, delegate call, timer) arrives through this queue:
+// first in, first out, one at a time, on the main thread. An entry that blocks, for instance until another
+// program delivers its pasteboard data, holds up all entries behind it.
 namespace platform {
 
 using Seconds = std::chrono::duration<double>;
@@ -21,11 +21,11 @@ public:
     // Queues `work` behind everything queued so far and returns at once. Any thread.
     static void async(std::function<void()> work);
 
-    // Queues `work` once `delay` has passed. Any thread. It is never cancelled.
+    // Queues `work` once `delay` has passed. Any thread. Cannot be cancelled.
     static void asyncAfter(Seconds delay, std::function<void()> work);
 
-    // The same for work on an object that may be gone by then: it is left out once nobody owns `life` any
-    // more. An object passes a token that it owns itself, such as a `std::shared_ptr<char>`.
+    // The same for work on an object that may have been destroyed by then: `work` does not run once nothing
+    // owns `life` any more. The object passes a token that it owns itself, such as a `std::shared_ptr<char>`.
     static void async(std::weak_ptr<const void> life, std::function<void()> work);
     static void asyncAfter(Seconds delay, std::weak_ptr<const void> life, std::function<void()> work);
 

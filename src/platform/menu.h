@@ -12,8 +12,8 @@ namespace platform {
 
 class MenuItem;
 
-// The standard actions of menu items. Each goes to whoever can answer it when it is chosen: the view that
-// takes the keys, the main window, or the application.
+// The standard actions of menu items. A chosen action goes to what can perform it: the view with the
+// keyboard, the main window, or the application.
 enum class Selector {
     orderFrontStandardAboutPanel,
     terminate,
@@ -49,7 +49,7 @@ private:
     std::vector<std::unique_ptr<MenuItem>> items_;
 };
 
-// One entry of a menu. A title that changes shows at once.
+// One entry of a menu. A changed title is shown at once.
 class MenuItem {
 public:
     MenuItem(std::string title, std::optional<std::string> identifier);
@@ -70,17 +70,18 @@ public:
     Menu* submenu() const;
     void setSubmenu(std::unique_ptr<Menu> submenu);
 
-    // What choosing the item does; absent for a separator and for what only opens a submenu.
+    // What choosing the item does; absent for a separator and for an item that only opens a submenu.
     std::optional<Selector> action() const;
     void setAction(Selector action);
 
-    // The keys that do the same: a character in lower case or a key's name ("F11"), with modifiers, where
-    // Command is the key that makes a program copy and paste on this desktop. No key when it was never set.
+    // The shortcut that does the same: a character in lower case or the name of a key ("F11"), with
+    // modifiers; Command is the key with which programs copy and paste on this desktop. Empty when none was
+    // set.
     const std::string& keyEquivalent() const;
     CGEventFlags keyEquivalentModifierMask() const;
     void setKeyEquivalent(std::string_view key, CGEventFlags modifierMask);
 
-    // Whether the action has somebody to answer it now; else the item is greyed. Always true without an
+    // Whether something can perform the action now; if not, the item is greyed. Always true without an
     // action.
     bool isEnabled() const;
 

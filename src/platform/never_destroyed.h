@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// A value that outlives everything, for what a thread may still use while the program ends: make it a static
-// local variable. A helper for desktops; no part of what the host asks of them.
+// A value that is never destroyed, for what a thread may still use while the program ends. Use it for a
+// static local variable. A helper for the desktops; the host does not use it.
 template <typename T>
 class NeverDestroyed {
 public:

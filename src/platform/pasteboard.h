@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-// The general pasteboard, shared with every program. Main thread only; every call takes a bounded time, also
+// The general pasteboard, which all programs share. Main thread only; every call takes a bounded time, also
 // when the program that owns the contents hangs.
 namespace platform {
 
@@ -18,9 +18,9 @@ using PasteboardType = std::string;
 // Plain text in UTF-8.
 extern const PasteboardType PasteboardTypeString;
 
-// One representation's bytes. `encoding` is the desktop's own note of how their owner delivered them, kept so
-// that a copy can be given back exactly; the host passes it on unread, and leaves it empty for bytes of its
-// own.
+// The bytes of one representation. `encoding` is the desktop's note of the form in which their owner
+// delivered them, so that the host can put back exactly what it took: the host does not read it, and leaves
+// it empty for its own bytes.
 struct Data {
     std::vector<std::uint8_t> bytes;
     std::string encoding;
@@ -29,7 +29,7 @@ struct Data {
 };
 
 // One thing on the pasteboard in one or more representations. An item taken from the pasteboard reads its
-// data from the owner on demand, until the pasteboard changes; a new item holds what was set. Copies share
+// data from the owner at each call, until the pasteboard changes; a new item holds what was set. Copies share
 // their contents.
 class PasteboardItem {
 public:
@@ -43,7 +43,7 @@ public:
     // The types on offer, in the owner's order.
     std::vector<PasteboardType> types() const;
 
-    // Absent when the data cannot be produced.
+    // Absent when the owner cannot deliver the data.
     std::optional<Data> dataForType(const PasteboardType& type) const;
 
     // Adds a representation at the end of a new item. False when the item came from the pasteboard.
@@ -59,10 +59,10 @@ class Pasteboard {
 public:
     static Pasteboard& generalPasteboard();
 
-    // Changes whenever the contents are replaced, by anyone, `clearContents` included.
+    // Changes whenever any program replaces the contents; `clearContents` counts too.
     std::int64_t changeCount() const;
 
-    // The items in order; absent when they cannot be had.
+    // The items in order; absent when they cannot be read.
     std::optional<std::vector<PasteboardItem>> pasteboardItems() const;
 
     // The text of the given type, or absent.
@@ -71,7 +71,7 @@ public:
     // Empties the pasteboard for every program.
     void clearContents();
 
-    // Puts a text on the pasteboard, usually after `clearContents`.
+    // Puts a text on the pasteboard. Call `clearContents` before.
     bool setString(std::string_view string, const PasteboardType& type);
 
     // Puts all items on the pasteboard in one change.

@@ -13,14 +13,14 @@ struct OperatingSystemVersion {
     auto operator<=>(const OperatingSystemVersion&) const = default;
 };
 
-// The system the host runs on, read afresh on every call. Any thread.
+// The system that the host runs on, read again at every call. Any thread.
 class ProcessInfo {
 public:
     static const ProcessInfo& processInfo();
 
     bool isOperatingSystemAtLeast(OperatingSystemVersion version) const;
 
-    // The system's name and version as people know it.
+    // The system's name and version, as the system itself writes them for people.
     std::string operatingSystemVersionString() const;
 
 private:

@@ -8,9 +8,8 @@
 
 namespace platform {
 
-// A program with windows, as it was found: the handle stays good after the program has ended, and a later
-// program with the same process identifier is another one. Copies refer to the same program. Main thread
-// only.
+// A handle to a program with windows. It stays valid after the program has ended; a later program with the
+// same process identifier is another one. Copies refer to the same program. Main thread only.
 class RunningApplication {
 public:
     // What a desktop knows of one program; each desktop completes it.
@@ -23,15 +22,16 @@ public:
 
     pid_t processIdentifier() const;
 
-    // The program's stable identity, the same at every start of it; absent when it has none.
+    // The program's identity, the same at every start; absent when it has none.
     std::optional<std::string> bundleIdentifier() const;
 
-    // The name the user knows it by; absent when it has none.
+    // The program's name for the user; absent when it has none.
     std::optional<std::string> localizedName() const;
 
     bool isTerminated() const;
 
-    // Asks the desktop to bring this program to the front; `application` gives way. True when it was asked.
+    // Asks the desktop to bring this program to the front in place of `application`. True when the request
+    // was made; the program may come later or not at all.
     bool activateFromApplication(const RunningApplication& application) const;
 
     bool operator==(const RunningApplication& other) const;

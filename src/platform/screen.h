@@ -6,15 +6,15 @@
 
 namespace platform {
 
-// One screen, as it was when asked for. A plain value. Main thread only.
+// One screen at the moment of the query. A plain value. Main thread only.
 class Screen {
 public:
     explicit Screen(Rect visibleFrame) : visibleFrame_(visibleFrame) {}
 
-    // The screen with the user's attention; absent when there is none at all.
+    // The screen that the user works on; absent when the desktop has none.
     static std::optional<Screen> mainScreen();
 
-    // The area without panels, docks and the like.
+    // The area without panels and docks.
     Rect visibleFrame() const { return visibleFrame_; }
 
 private:

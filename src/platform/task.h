@@ -6,29 +6,28 @@
 #include <utility>
 
 // Background work. A coroutine that returns `Task` is a task: calling it starts it on the shared background
-// executor, at default priority and never on the calling thread, and gives back its handle. A task that waits
-// costs memory, not a thread. It runs on one thread at a time, not always the same.
+// executor, at default priority and never on the calling thread, and returns its handle. A task that waits
+// costs memory and no thread. It runs on one thread at a time, which may change while it waits.
 //
 //     platform::Task count(Stream stream) {
 //         while (auto item = co_await stream.next()) co_await platform::Task::checkCancellation();
 //     }
 namespace platform {
 
-// What a cancelled task, or an operation it waited for, fails with.
+// The error of a cancelled task, or of an operation that it waited for.
 class CancellationError : public std::exception {
 public:
     const char* what() const noexcept override { return "CancellationError()"; }
 };
 
-// The handle of one task. It yields no value and cannot fail. Copies refer to the same task; dropping them
-// all leaves it running. Any thread.
+// The handle of one task, which yields no value and cannot fail. Copies refer to the same task; the task runs
+// on when all of them are destroyed. Any thread.
 class Task {
 public:
     class promise_type;
     using Suspended = std::coroutine_handle<promise_type>;
 
-    // Asks the task to cancel, and tells the operation it waits for. Whether anything comes of it is up to
-    // them.
+    // Asks the task, and the operation that it waits for, to stop. Each decides itself whether it does.
     void cancel() { cancellation_.request_stop(); }
 
     // Inside a task only, `co_await Task::checkCancellation()`: fails with a CancellationError once the task
@@ -42,9 +41,9 @@ private:
     std::stop_source cancellation_;
 };
 
-// The task's own side. An operation that a task waits for gets the task as `Suspended`, hears of a
-// cancellation through `cancellation()`, and resumes it on the executor. It may instead destroy it, as when
-// the program ends. An error must not leave the task: the program ends.
+// For operations that tasks wait for. Such an operation gets the waiting task as `Suspended`, learns of a
+// cancellation through `cancellation()`, and resumes the task on the executor, or destroys it when the
+// program ends. An error that leaves the task ends the program.
 class Task::promise_type {
 public:
     // Hands the new task to the executor; each desktop defines it.
@@ -69,7 +68,7 @@ private:
 class [[nodiscard]] Task::CancellationTest {
 public:
     bool await_ready() const noexcept { return false; }
-    // False: the task goes on at once.
+    // False: the task does not wait.
     bool await_suspend(Suspended task) {
         cancelled_ = task.promise().cancellation().stop_requested();
         return false;

@@ -9,11 +9,12 @@ namespace platform {
 // A parsed link or file location. A plain value.
 class URL {
 public:
-    // Absent when the text does not parse as a URL.
+    // Absent when the text does not parse as a URL. Characters that may not stand in one, such as a space,
+    // are percent-encoded.
     static std::optional<URL> URLWithString(std::string_view string);
 
-    // A file's or directory's URL. A relative path starts from the working directory; an
-    // empty one, or one with a zero byte, names nothing, and everything done with it fails.
+    // The URL of a file or directory. A relative path starts from the working directory. An empty path and
+    // one with a zero byte name nothing: opening or marking such a URL fails.
     static URL fileURLWithPath(std::string_view path, bool isDirectory = false);
 
     const std::string& absoluteString() const;
@@ -24,8 +25,8 @@ public:
     // The file-system path of a file URL; empty otherwise.
     const std::string& path() const;
 
-    // Marks the file or directory so that backup programs leave it out. Returns absent on success, else the
-    // system's own sentence about what went wrong.
+    // Marks the file or directory so that backup programs leave it out, or removes the mark. Absent on
+    // success, else the system's sentence about what failed.
     std::optional<std::string> setExcludedFromBackup(bool excluded) const;
 
 private:

@@ -6,8 +6,8 @@ namespace flutter {
 
 class BinaryMessenger;
 
-// The interface program's side of the host: one engine, reached over its messenger. Creating one starts the
-// interface; messages flow from the next turn of the main loop on. Owned by the window. Main thread only.
+// The running interface. Creating a controller starts the interface program; messages to and from it, over
+// the messenger, are handled from the next turn of the main loop on. Owned by the window. Main thread only.
 class ViewController {
 public:
     ViewController();

@@ -32,7 +32,7 @@ inline constexpr std::int64_t FloatingWindowLevel = 3;
 inline constexpr std::uint64_t WindowCollectionBehaviorMoveToActiveSpace = 0x2;
 inline constexpr std::uint64_t WindowCollectionBehaviorFullScreenAuxiliary = 0x100;
 
-// What a window asks and tells its delegate, on the main thread.
+// What a window asks of its delegate and tells it, on the main thread.
 class WindowDelegate {
 public:
     virtual ~WindowDelegate() = default;
@@ -43,7 +43,7 @@ public:
     virtual void windowDidExitFullScreen() = 0;
 };
 
-// One top-level window. Whoever created it owns it; others keep a weak reference. Main thread only.
+// One top-level window, owned by its creator; others keep a weak reference. Main thread only.
 class Window {
 public:
     Window(Rect contentRect, std::uint64_t styleMask, BackingStoreType backing, bool defer);
@@ -51,7 +51,7 @@ public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    // Called once, when the window has been made from the application's main interface.
+    // Called once, after the window was created from the application's main interface.
     virtual void awakeFromNib();
 
     void setContentViewController(std::unique_ptr<flutter::ViewController> controller);
@@ -69,8 +69,8 @@ public:
     std::uint64_t styleMask() const;
     void setMovableByWindowBackground(bool movable);
     void center();
-    // From now on the desktop keeps the frame under this name, and takes the one it kept before, if it fits a
-    // screen.
+    // Gives the window the frame that the desktop kept under this name before, if it fits a screen; from now
+    // on the desktop keeps every change of the frame.
     void setFrameAutosaveName(std::string_view name);
     void setCollectionBehavior(std::uint64_t behavior);
     void setReleasedWhenClosed(bool released);
@@ -86,7 +86,7 @@ public:
     bool isZoomed() const;
     Rect frame() const;
     void setFrame(Rect frame, bool display);
-    // The screen the window is on; absent while it is on none.
+    // The screen that the window is on; absent while it is on none.
     std::optional<Screen> screen() const;
 
     class Native;

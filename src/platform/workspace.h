@@ -13,10 +13,10 @@ class Workspace {
 public:
     static Workspace& sharedWorkspace();
 
-    // The program that has the user's attention, or absent.
+    // The program that is in front: the one that gets the user's keys. Absent when there is none.
     std::optional<RunningApplication> frontmostApplication() const;
 
-    // Opens a link or file with the user's default program for it. True when that program was started.
+    // Opens a link or file with the user's default program for it. True when that program could be started.
     bool openURL(const URL& url) const;
 
 private:

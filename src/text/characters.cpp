@@ -8,7 +8,7 @@
 namespace text {
 namespace {
 
-// Making an iterator loads rules and takes milliseconds, cloning one takes less than a microsecond.
+// Creating an iterator loads its rules and takes milliseconds; cloning one takes less than a microsecond.
 std::unique_ptr<icu::BreakIterator> characterIterator() {
     static const std::unique_ptr<const icu::BreakIterator> prototype = [] {
         UErrorCode status = U_ZERO_ERROR;
@@ -18,7 +18,7 @@ std::unique_ptr<icu::BreakIterator> characterIterator() {
     return std::unique_ptr<icu::BreakIterator>(prototype ? prototype->clone() : nullptr);
 }
 
-// Where the first `count` characters end, or the text's own end when it has fewer.
+// The end of the first `count` characters, or of the text when it has fewer.
 std::size_t endOfCharacters(std::string_view text, std::size_t count) {
     UErrorCode status = U_ZERO_ERROR;
     UText utf8 = UTEXT_INITIALIZER;
@@ -41,8 +41,8 @@ Cut firstCharacters(std::string_view text, std::size_t count) {
     // No character is shorter than a byte.
     if (text.size() <= count) return {text, false};
     // The iterator counts bytes in 32 bits.
-    constexpr std::size_t longest = std::size_t{1} << 30;
-    const std::size_t end = endOfCharacters(text.substr(0, longest), count);
+    constexpr std::size_t mostBytes = std::size_t{1} << 30;
+    const std::size_t end = endOfCharacters(text.substr(0, mostBytes), count);
     return {text.substr(0, end), end < text.size()};
 }
 

@@ -9,8 +9,9 @@
 namespace text {
 namespace {
 
-// Large enough that the calls do not count, small enough that a difference is found soon and that
-// sorting the combining marks of a hostile text, quadratic in their number, stays cheap.
+// In bytes. Large enough for the cost of the calls not to matter; small enough to find a difference soon, and
+// to keep the sorting of combining marks cheap, whose time is quadratic in their number, when a text is
+// nothing else.
 constexpr std::size_t pieceSize = 1024;
 
 const icu::Normalizer2* composition() {
@@ -20,7 +21,7 @@ const icu::Normalizer2* composition() {
 
 bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
-// Whether what follows `index` is composed without regard to what comes before.
+// Whether the composed form of what follows `index` does not depend on what stands before it.
 bool isBoundary(const icu::Normalizer2& normalizer, std::string_view text, std::size_t index) {
     if (index >= text.size()) return true;
     if (isContinuation(text[index])) return false;
@@ -32,7 +33,7 @@ bool isBoundary(const icu::Normalizer2& normalizer, std::string_view text, std::
     return character < 0 || normalizer.hasBoundaryBefore(character);
 }
 
-// Yields the composed form of a text (NFC) byte by byte, composing no further than it is asked for.
+// The composed form (NFC) of a text, byte by byte. Composes one piece at a time, when its first byte is read.
 class ComposedBytes {
 public:
     ComposedBytes(const icu::Normalizer2& normalizer, std::string_view text)
@@ -83,7 +84,7 @@ bool equalStrings(std::string_view a, std::string_view b) {
     const auto* normalizer = composition();
     if (!normalizer) return false;
 
-    // What is equal byte for byte stays so when composed, up to the last place where both may be cut.
+    // The equal bytes at the beginning need no composing, up to the last place where both texts may be cut.
     while (start > 0 && !(isBoundary(*normalizer, a, start) && isBoundary(*normalizer, b, start)))
         --start;
     ComposedBytes left(*normalizer, a.substr(start)), right(*normalizer, b.substr(start));

@@ -17,7 +17,7 @@ bool isWhitespaceOrNewline(UChar32 character) {
 
 const auto* bytesOf(std::string_view text) { return reinterpret_cast<const std::uint8_t*>(text.data()); }
 
-// How many bytes the white space character at the start takes; 0 when there is none.
+// The length in bytes of the white space character at the start; 0 when there is none.
 std::size_t leadingWhitespace(std::string_view text) {
     const std::string_view window = text.substr(0, U8_MAX_LENGTH);
     const auto length = static_cast<std::int32_t>(window.size());

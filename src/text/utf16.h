@@ -1,4 +1,4 @@
-// UTF-16 as some interfaces of the desktop use it. Plain functions, usable on any thread.
+// Conversion from UTF-16, which some interfaces of the desktop use. Plain functions; any thread.
 #pragma once
 
 #include <string>

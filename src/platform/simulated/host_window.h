@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-// The state of one of the host's windows, and what the user does to it, which takes effect at the next turn of
-// the main loop. Windows have no border here: the frame and the content have the same size.
+// The state of one of the host's windows, and what the user does to it, which takes effect at the next turn
+// of the main loop. Windows have no border here: the frame and the content have the same size.
 class platform::Window::Native {
 public:
     explicit Native(Window& owner) : window(owner) {}

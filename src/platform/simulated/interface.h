@@ -34,7 +34,8 @@ struct Message {
     flutter::BinaryMessenger::Reply reply;
 };
 
-// The test in the place of the interface program: it sends messages to the host and keeps what the host sends.
+// The test in the place of the interface program: it sends messages to the host and keeps what the host
+// sends.
 class Interface : public flutter::BinaryMessenger {
 public:
     // Sends a message, which the host handles at the next turn of the main loop. The result is filled in when

@@ -17,7 +17,8 @@ namespace simulated {
 // What a stream does when the task that waits for it is cancelled.
 enum class OnCancel { ignore, fail, end };
 
-// How the model answers one prompt. Each time counts from the moment at which the host asks for the next piece.
+// How the model answers one prompt. Each time counts from the moment at which the host asks for the next
+// piece.
 //
 //     Script{}.says(10ms, "Dear").says(10ms, "Dear Anna").ends(10ms).counts(3)
 struct Script {

@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-// Other programs, as the host finds them through accessibility and the keyboard. Owned by the world; tests keep
-// references, which are valid as long as the world, and change the public fields at any time.
+// Other programs, as the host finds them through accessibility and the keyboard. Owned by the world; tests
+// keep references, which are valid as long as the world, and change the public fields at any time.
 namespace simulated {
 
 // The result of reading one attribute; absent when the read fails.

@@ -25,7 +25,8 @@ private:
 };
 
 // The background executor: resumes the task after that time, also while the host's main thread is blocked.
-// Tasks that are due at the same time are resumed in the order of the calls. The world owns the task until then.
+// Tasks that are due at the same time are resumed in the order of the calls. The world owns the task until
+// then.
 std::weak_ptr<WaitingTask> resumeAfter(Seconds delay, platform::Task::Suspended task);
 
 } // namespace simulated

@@ -46,9 +46,7 @@ std::chrono::microseconds World::time() const {
     return std::chrono::duration_cast<std::chrono::microseconds>(clock.now().time_since_epoch());
 }
 
-void World::after(Seconds delay, std::function<void()> event) {
-    clock.schedule(delay, std::move(event));
-}
+void World::after(Seconds delay, std::function<void()> event) { clock.schedule(delay, std::move(event)); }
 
 void World::settle() { runFor(Seconds::zero()); }
 

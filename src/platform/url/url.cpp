@@ -52,8 +52,8 @@ std::optional<URL> URL::URLWithString(std::string_view string) {
 
 URL URL::fileURLWithPath(std::string_view path, bool isDirectory) {
     URL url;
-    // Neither may name another file than it says: an empty path the working directory, a path with a zero byte
-    // what stands before that byte.
+    // Neither may name another file than it says: an empty path the working directory, a path with a zero
+    // byte what stands before that byte.
     if (path.empty() || path.find('\0') != std::string_view::npos) return url;
     std::error_code unreadable;
     url.path_ = std::filesystem::absolute(path, unreadable).lexically_normal().string();
