@@ -1,6 +1,7 @@
 #include "client/connection.h"
 
 #include <poll.h>
+#include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -42,28 +43,43 @@ Connection Connection::toHost() {
 }
 
 Connection::Connection(int socket)
-    : socket_(socket), wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      messenger_([this](std::vector<std::uint8_t> bytes) { write(std::move(bytes)); }) {}
+    : socket_(socket), wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), ready_(epoll_create1(EPOLL_CLOEXEC)),
+      messenger_([this](std::vector<std::uint8_t> bytes) { write(std::move(bytes)); }) {
+    watch(EPOLL_CTL_ADD);
+    epoll_event wakeUp{.events = EPOLLIN, .data = {.fd = wakeUp_}};
+    epoll_ctl(ready_, EPOLL_CTL_ADD, wakeUp_, &wakeUp);
+}
 
 Connection::~Connection() {
+    close(ready_);
     close(socket_);
     close(wakeUp_);
 }
 
 void Connection::run() {
     while (!stopped_) {
-        std::array<pollfd, 2> waiting{{{socket_, POLLIN, 0}, {wakeUp_, POLLIN, 0}}};
-        auto& socket = waiting[0];
-        if (!outgoing_.empty()) socket.events |= POLLOUT;
-        if (poll(waiting.data(), waiting.size(), -1) < 0) {
-            if (errno == EINTR) continue;
+        pollfd ready{ready_, POLLIN, 0};
+        if (poll(&ready, 1, -1) < 0 && errno != EINTR)
             throw ConnectionError(std::string("The connection to the host broke: ") + std::strerror(errno) +
                                   ".");
-        }
-        if (waiting[1].revents != 0) work();
-        if ((socket.revents & POLLOUT) != 0) flush();
-        if ((socket.revents & (POLLIN | POLLHUP | POLLERR)) != 0 && !receive()) return;
+        if (!turn()) return;
     }
+}
+
+bool Connection::turn() {
+    std::array<epoll_event, 2> ready{};
+    const int count = epoll_wait(ready_, ready.data(), ready.size(), 0);
+    bool open = true;
+    for (int i = 0; i < count; ++i) {
+        const auto& event = ready.at(static_cast<std::size_t>(i));
+        if (event.data.fd == wakeUp_) {
+            work();
+            continue;
+        }
+        if ((event.events & EPOLLOUT) != 0) flush();
+        if ((event.events & (EPOLLIN | EPOLLHUP | EPOLLERR)) != 0) open = receive();
+    }
+    return open;
 }
 
 void Connection::async(std::function<void()> work) {
@@ -94,6 +110,13 @@ void Connection::flush() {
         outgoing_.erase(outgoing_.begin(), outgoing_.begin() + taken);
     else if (taken < 0 && errno != EAGAIN && errno != EINTR)
         outgoing_.clear();
+    watch(EPOLL_CTL_MOD);
+}
+
+void Connection::watch(int operation) {
+    epoll_event event{.events = EPOLLIN, .data = {.fd = socket_}};
+    if (!outgoing_.empty()) event.events |= EPOLLOUT;
+    epoll_ctl(ready_, operation, socket_, &event);
 }
 
 // False when the host has ended the connection.

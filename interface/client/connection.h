@@ -1,5 +1,6 @@
 // The interface's end of the socket to the host, and the loop that moves its messages. One thread only,
-// except async(): handlers run inside run().
+// except async(): handlers run inside run(), or inside turn() where a main loop of the interface's own calls
+// it.
 #pragma once
 
 #include "flutter/frame_messenger.h"
@@ -37,17 +38,25 @@ public:
     void run();
     void stop() { stopped_ = true; }
 
-    // Has `work` done inside run(), in order. Any thread.
+    // For a main loop of the interface's own: as often as the descriptor is readable (poll, a GLib or Qt
+    // source), it calls turn(), which moves what there is without waiting. False once the host has ended the
+    // connection; throws as run() does.
+    int descriptor() const { return ready_; }
+    bool turn();
+
+    // Has `work` done inside run() or turn(), in order. Any thread.
     void async(std::function<void()> work);
 
 private:
     void write(std::vector<std::uint8_t> bytes);
     void flush();
+    void watch(int operation);
     bool receive();
     void work();
 
     int socket_;
     int wakeUp_; // an eventfd: readable while there is work
+    int ready_;  // an epoll of both
     std::mutex mutex_;
     std::vector<std::function<void()>> work_;
     bool stopped_ = false;

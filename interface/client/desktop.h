@@ -21,16 +21,18 @@ struct HotKey {
     bool option = true;
     bool control = false;
     bool shift = true;
+
+    friend bool operator==(const HotKey&, const HotKey&) = default;
 };
 
 // What the user had selected or was editing when the hot key was pressed.
 struct Capture {
-    std::string text;
-    std::string source; // "selection", "field" or "clipboard"
-    std::string appId;  // empty when unknown, like the two below
-    std::string appName;
-    std::string title;
-    std::string token; // empty: the text cannot be put back, only copied
+    std::string text = {};
+    std::string source = {}; // "selection", "field" or "clipboard"
+    std::string appId = {};  // empty when unknown, like the two below
+    std::string appName = {};
+    std::string title = {};
+    std::string token = {}; // empty: the text cannot be put back, only copied
     bool truncated = false;
 };
 

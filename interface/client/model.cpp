@@ -44,11 +44,12 @@ Model::Model(flutter::BinaryMessenger& messenger, std::function<void(const Model
 }
 
 void Model::respond(const std::string& request, const std::string& instructions, const std::string& prompt,
-                    int maxTokens) {
+                    int maxTokens, bool greedy) {
     calls_.invokeMethod("respond", EncodableMap{{"request_id", request},
                                                 {"instructions", instructions},
                                                 {"prompt", prompt},
-                                                {"max_tokens", maxTokens}});
+                                                {"max_tokens", maxTokens},
+                                                {"greedy", greedy}});
 }
 
 void Model::availability(std::function<void(std::optional<std::string>)> answered) {

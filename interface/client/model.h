@@ -24,9 +24,9 @@ public:
     // Listens from now on.
     Model(flutter::BinaryMessenger& messenger, std::function<void(const ModelEvent&)> onEvent);
 
-    // Starts a generation; its events carry `request`.
+    // Starts a generation; its events carry `request`. A greedy one gives the same answer every time.
     void respond(const std::string& request, const std::string& instructions, const std::string& prompt,
-                 int maxTokens);
+                 int maxTokens, bool greedy = true);
     void cancel(const std::string& request);
 
     // Whether the model can be used at this moment: tells why not, as a sentence for the person, or nothing.
