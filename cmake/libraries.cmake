@@ -17,6 +17,9 @@ pkg_check_modules(SESSION REQUIRED IMPORTED_TARGET sm ice)
 pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11 xtst xfixes xi xres xkbcommon)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes)
 
+# The interface. dtl has headers only.
+pkg_check_modules(APPINDICATOR REQUIRED IMPORTED_TARGET ayatana-appindicator3-0.1)
+
 # Tests and benchmarks.
 if(BUILD_TESTING)
     find_package(GTest REQUIRED)

@@ -1,0 +1,23 @@
+// What is said outside the window: notices, the status icon, the host's menu.
+#pragma once
+
+#include "language/phrase.h"
+
+namespace quillmark::phrases {
+
+inline constexpr Phrase showWindow{"Show", "창 열기"};
+inline constexpr Phrase copyRewrite{"Copy", "복사"};
+
+inline constexpr Phrase pauseHotKey{"Pause the hot key", "단축키 잠시 멈춤"};
+inline constexpr Phrase settingsMenu{"Settings …", "설정 …"};
+inline constexpr Phrase quitMenu{"Quit", "끝내기"};
+
+inline constexpr Phrase settingsSetAsideTitle{"The settings could not be read", "설정을 읽을 수 없습니다"};
+inline constexpr Phrase settingsSetAside{"Quillmark starts with new ones. The old file is kept as %1.",
+                                         "새 설정으로 시작합니다. 이전 파일은 %1(으)로 남겨 두었습니다."};
+inline constexpr Phrase stillRunningTitle{"Quillmark goes on running", "Quillmark는 계속 실행 중입니다"};
+inline constexpr Phrase stillRunning{
+    "The hot key still works. The status icon brings the window back and quits.",
+    "단축키는 계속 쓸 수 있습니다. 상태 아이콘에서 창을 다시 열거나 끝낼 수 있습니다."};
+
+} // namespace quillmark::phrases

@@ -1,0 +1,40 @@
+// What the assistant needs of the program around it. The program owns it and it outlives the assistant.
+#pragma once
+
+#include "rewriting/notice.h"
+
+#include <chrono>
+#include <functional>
+
+namespace quillmark {
+
+// Whether the language model that would answer may be given the person's texts.
+enum class ModelConsent { given, declined, notAsked };
+
+class Surroundings {
+public:
+    virtual ~Surroundings() = default;
+
+    // The rewrite has changed and should be shown as it is now.
+    virtual void changed() = 0;
+    virtual void tell(const Notice& notice) = 0;
+
+    // The window has been asked for.
+    virtual void show() = 0;
+    virtual void hide() = 0;
+    // Has the host capture once more; a capture follows, or nothing.
+    virtual void captureAgain() = 0;
+
+    virtual ModelConsent modelConsent() = 0;
+
+    // From here on the person is watched: whether a key or a button was pressed, or another window came to
+    // the front.
+    virtual void watchPerson() = 0;
+    virtual bool personWentOn() = 0;
+    // Shift, Control, Alt or Super is down on a keyboard.
+    virtual bool personHoldsModifiers() = 0;
+
+    virtual void after(std::chrono::milliseconds delay, std::function<void()> work) = 0;
+};
+
+} // namespace quillmark

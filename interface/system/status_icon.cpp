@@ -1,0 +1,62 @@
+#include "system/status_icon.h"
+
+#include "language/system_phrases.h"
+
+#include <libayatana-appindicator/app-indicator.h>
+
+#include <utility>
+
+namespace quillmark {
+
+namespace {
+
+constexpr auto icon = "quillmark-host";
+
+void add(Gtk::Menu& menu, const Phrase& name, std::function<void()> chosen) {
+    auto* item = Gtk::make_managed<Gtk::MenuItem>(say(name));
+    item->signal_activate().connect(std::move(chosen));
+    menu.append(*item);
+}
+
+} // namespace
+
+struct StatusIcon::Indicator {
+    struct Free {
+        void operator()(AppIndicator* indicator) const { g_object_unref(indicator); }
+    };
+    std::unique_ptr<AppIndicator, Free> handle{
+        app_indicator_new("quillmark", icon, APP_INDICATOR_CATEGORY_APPLICATION_STATUS)};
+};
+
+StatusIcon::StatusIcon(Actions actions)
+    : actions_(std::move(actions)), indicator_(std::make_unique<Indicator>()) {
+    add(menu_, phrases::showWindow, actions_.show);
+    auto* pause = Gtk::make_managed<Gtk::CheckMenuItem>(say(phrases::pauseHotKey));
+    pause->signal_toggled().connect([this, pause] { actions_.pause(pause->get_active()); });
+    menu_.append(*pause);
+    add(menu_, phrases::settingsMenu, actions_.settings);
+    add(menu_, phrases::quitMenu, actions_.quit);
+    menu_.show_all();
+
+    auto* indicator = indicator_->handle.get();
+    app_indicator_set_title(indicator, "Quillmark");
+    app_indicator_set_attention_icon_full(indicator, "dialog-information", "Quillmark");
+    app_indicator_set_menu(indicator, menu_.gobj());
+    app_indicator_set_secondary_activate_target(indicator, GTK_WIDGET(menu_.get_children().front()->gobj()));
+    app_indicator_set_status(indicator, APP_INDICATOR_STATUS_ACTIVE);
+}
+
+StatusIcon::~StatusIcon() = default;
+
+bool StatusIcon::isShown() const {
+    gboolean connected = FALSE;
+    g_object_get(indicator_->handle.get(), "connected", &connected, nullptr);
+    return connected != FALSE;
+}
+
+void StatusIcon::callAttention(bool wanted) {
+    app_indicator_set_status(indicator_->handle.get(),
+                             wanted ? APP_INDICATOR_STATUS_ATTENTION : APP_INDICATOR_STATUS_ACTIVE);
+}
+
+} // namespace quillmark

@@ -1,0 +1,39 @@
+// The icon among those of the desktop, with a menu (StatusNotifierItem). Main thread only.
+#pragma once
+
+#include <gtkmm/checkmenuitem.h>
+#include <gtkmm/menu.h>
+
+#include <functional>
+#include <memory>
+
+namespace quillmark {
+
+class StatusIcon {
+public:
+    struct Actions {
+        std::function<void()> show;
+        std::function<void(bool paused)> pause;
+        std::function<void()> settings;
+        std::function<void()> quit;
+    };
+
+    explicit StatusIcon(Actions actions);
+    ~StatusIcon();
+    StatusIcon(const StatusIcon&) = delete;
+    StatusIcon& operator=(const StatusIcon&) = delete;
+
+    // The desktop shows it. Some desktops have no place for such icons.
+    bool isShown() const;
+    // There is something to look at in the window.
+    void callAttention(bool wanted);
+
+private:
+    struct Indicator;
+
+    Actions actions_;
+    Gtk::Menu menu_;
+    std::unique_ptr<Indicator> indicator_;
+};
+
+} // namespace quillmark
