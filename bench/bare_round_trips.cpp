@@ -15,18 +15,17 @@ namespace bench {
 namespace {
 
 using namespace platform;
-using at_spi::Question;
+using at_spi::Call;
 using Clock = std::chrono::steady_clock;
 
-at_spi::Object focusedFieldOf(at_spi::Bus& bus, at_spi::Program& program) {
+at_spi::Object focusedFieldOf(at_spi::Bus& bus, at_spi::Application& program) {
     const auto field = at_spi::focusedElement(bus, program);
     if (!field) throw std::runtime_error("The program shows no focused field.");
     return field->object;
 }
 
-Question textQuestion(const at_spi::Object& field, const char* method, const char* answer,
-                      at_spi::Variant arguments) {
-    return {field.program, field.path, "org.a11y.atspi.Text", method, answer, std::move(arguments)};
+Call textCall(const at_spi::Object& field, const char* method, const char* reply, at_spi::Variant arguments) {
+    return {field.program, field.path, "org.a11y.atspi.Text", method, reply, std::move(arguments)};
 }
 
 } // namespace
@@ -34,13 +33,13 @@ Question textQuestion(const at_spi::Object& field, const char* method, const cha
 struct BareRoundTrips::Target {
     GDBusConnection* accessibilityBus = nullptr;
     GDBusConnection* sessionBus = nullptr;
-    std::vector<Question> questions;
+    std::vector<Call> calls;
 
-    void ask(GDBusConnection* bus, const Question& question) const {
-        at_spi::Variant answer(g_dbus_connection_call_sync(
-            bus, question.program.c_str(), question.path.c_str(), question.interface, question.method,
-            question.arguments.get(), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, 5000, nullptr, nullptr));
-        if (!answer) throw std::runtime_error(std::string("No answer to ") + question.method);
+    void ask(GDBusConnection* bus, const Call& call) const {
+        at_spi::Variant reply(g_dbus_connection_call_sync(
+            bus, call.program.c_str(), call.path.c_str(), call.interface, call.method, call.arguments.get(),
+            nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, 5000, nullptr, nullptr));
+        if (!reply) throw std::runtime_error(std::string("No reply to ") + call.method);
     }
 };
 
@@ -48,27 +47,27 @@ BareRoundTrips::BareRoundTrips(pid_t process) : target_(std::make_unique<Target>
     auto& session = at_spi::Session::shared();
     auto* bus = session.accessibilityBus();
     if (bus == nullptr) throw std::runtime_error(session.whyNot());
-    const auto programs = session.programs().of(*bus, process);
+    const auto programs = session.applications().of(*bus, process);
     if (!programs || programs->empty())
         throw std::runtime_error("The program is not on the accessibility bus.");
     auto& program = *programs->front();
     const auto field = focusedFieldOf(*bus, program);
     const auto window = at_spi::activeWindow(*bus, program).value();
 
-    auto& questions = target_->questions;
-    questions.push_back(at_spi::stateOf(window)); // still in front?
-    questions.push_back(at_spi::stateOf(field));  // still focused?
-    questions.push_back(at_spi::roleOf(field));
-    questions.push_back(at_spi::interfacesOf(field));
-    questions.push_back(at_spi::roleOf(field)); // a password by now?
-    questions.push_back(at_spi::stateOf(window));
-    questions.push_back(at_spi::allText(field));
+    auto& calls = target_->calls;
+    calls.push_back(at_spi::stateOf(window)); // still in front?
+    calls.push_back(at_spi::stateOf(field));  // still focused?
+    calls.push_back(at_spi::roleOf(field));
+    calls.push_back(at_spi::interfacesOf(field));
+    calls.push_back(at_spi::roleOf(field)); // a password by now?
+    calls.push_back(at_spi::stateOf(window));
+    calls.push_back(at_spi::allText(field));
     for (const bool withText : {true, false}) { // the selected text, then its range
-        questions.push_back(textQuestion(field, "GetNSelections", "(i)", nullptr));
-        questions.push_back(textQuestion(field, "GetSelection", "(ii)", at_spi::arguments("(i)", 0)));
-        if (withText) questions.push_back(at_spi::textBetween(field, 0, 4));
+        calls.push_back(textCall(field, "GetNSelections", "(i)", nullptr));
+        calls.push_back(textCall(field, "GetSelection", "(ii)", at_spi::arguments("(i)", 0)));
+        if (withText) calls.push_back(at_spi::textBetween(field, 0, 4));
     }
-    questions.push_back(at_spi::nameOf(window));
+    calls.push_back(at_spi::nameOf(window));
 
     const auto connect = [](const char* address) {
         return g_dbus_connection_new_for_address_sync(
@@ -92,8 +91,8 @@ std::chrono::nanoseconds BareRoundTrips::accessibility() const {
     const auto start = Clock::now();
     target_->ask(target_->sessionBus,
                  at_spi::property({"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Status", "IsEnabled"));
-    for (const auto& question : target_->questions)
-        target_->ask(target_->accessibilityBus, question);
+    for (const auto& call : target_->calls)
+        target_->ask(target_->accessibilityBus, call);
     return Clock::now() - start;
 }
 

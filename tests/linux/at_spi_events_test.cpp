@@ -23,7 +23,7 @@ struct AtSpiEvents : testing::Test {
         session.keepListening();
         bus = session.accessibilityBus();
         ASSERT_TRUE(bus) << session.whyNot();
-        const auto found = session.programs().of(*bus, fields.process().pid());
+        const auto found = session.applications().of(*bus, fields.process().pid());
         ASSERT_TRUE(found && found->size() == 1);
         program = found->front();
         const auto focus = focusedElement(*bus, *program);
@@ -35,7 +35,7 @@ struct AtSpiEvents : testing::Test {
     testbed::Fields fields{desktop, {"entry=one two three", "entry=other"}};
     Session& session = Session::shared();
     Bus* bus = nullptr;
-    Program* program = nullptr;
+    Application* program = nullptr;
     Object field;
 };
 

@@ -65,7 +65,8 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
         const auto application = front();
         ASSERT_TRUE(application);
         EXPECT_EQ(application->processIdentifier(), program.process().pid());
-        EXPECT_EQ(application->bundleIdentifier().value_or(""), identity);
+        EXPECT_TRUE(runUntil([&] { return application->bundleIdentifier() == identity; }))
+            << application->bundleIdentifier().value_or("") << " is not " << identity;
         EXPECT_EQ(application->localizedName().value_or(""), name);
     }
 }

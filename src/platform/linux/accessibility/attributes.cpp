@@ -1,5 +1,6 @@
-#include "platform/linux/accessibility/element.h"
-#include "platform/linux/at_spi/rich_text.h"
+#include "platform/linux/accessibility/attributes.h"
+
+#include "platform/linux/at_spi/embedded_objects.h"
 #include "platform/linux/at_spi/session.h"
 #include "platform/linux/at_spi/text.h"
 
@@ -12,51 +13,51 @@ using at_spi::FocusedObject;
 using at_spi::Role;
 using at_spi::State;
 
-// How long what was seen of an element counts. Not for its life: "show the password" turns a password entry
-// into a plain one and back, under the same handle (GTK 3). A moment's trust saves one question in every
-// read of a capture, which starts with finding the element or with its subrole, and both look at it.
-constexpr auto seenCounts = 200ms;
+// How long the role and states that were read last are used again. A capture reads several attributes one
+// after the other, and need not read these each time. Not for longer: "show the password" turns a password
+// entry into a plain one and back, and it stays the same object (GTK 3).
+constexpr auto mostAge = 200ms;
 
-// Looks at the element again. False when it does not answer.
+// Reads role and states again. False when the program does not reply.
 bool lookAgain(Bus& bus, AXUIElement::Accessible& accessible) {
     FocusedObject& seen = accessible.seen;
-    std::vector<at_spi::Question> questions;
-    questions.push_back(roleOf(seen.object));
-    questions.push_back(stateOf(seen.object));
-    questions.push_back(interfacesOf(seen.object));
+    std::vector<at_spi::Call> calls;
+    calls.push_back(roleOf(seen.object));
+    calls.push_back(stateOf(seen.object));
+    calls.push_back(interfacesOf(seen.object));
     const bool first = accessible.seenAt == decltype(accessible.seenAt){};
-    if (first) questions.push_back(at_spi::toolkitOf(seen.object.program));
-    const auto answers = bus.ask(std::move(questions));
-    const auto role = roleIn(answers[0]);
-    if (!role || !answers[1].value || !answers[2].value) return false;
+    if (first) calls.push_back(at_spi::toolkitOf(seen.object.program));
+    const auto replies = bus.call(std::move(calls));
+    const auto role = roleIn(replies[0]);
+    if (!role || !replies[1].value || !replies[2].value) return false;
     seen.role = *role;
-    seen.states = statesIn(answers[1]);
-    seen.text = hasText(answers[2]);
-    if (first) seen.toolkit = toolkitIn(answers[3]).value_or(at_spi::Toolkit::other);
+    seen.states = statesIn(replies[1]);
+    seen.text = hasText(replies[2]);
+    if (first) seen.toolkit = toolkitIn(replies[3]).value_or(at_spi::Toolkit::other);
     accessible.seenAt = std::chrono::steady_clock::now();
     return true;
 }
 
 bool isFresh(const AXUIElement::Accessible& accessible) {
-    return std::chrono::steady_clock::now() - accessible.seenAt < seenCounts;
+    return std::chrono::steady_clock::now() - accessible.seenAt < mostAge;
 }
 
 bool isKnown(Bus& bus, AXUIElement::Accessible& accessible) {
     return isFresh(accessible) || lookAgain(bus, accessible);
 }
 
-// Whether it is a password field now, whatever was seen before.
+// Whether it is a password field. Always reads the role again.
 bool isSecure(Bus& bus, AXUIElement::Accessible& accessible) {
     if (!isFresh(accessible))
         lookAgain(bus, accessible);
-    else if (const auto role = roleIn(bus.ask(roleOf(accessible.seen.object))))
+    else if (const auto role = roleIn(bus.call(roleOf(accessible.seen.object))))
         accessible.seen.role = *role;
     return accessible.seen.role == Role::passwordText;
 }
 
-// Browsers tell a search field in its attributes only; GTK 3 and Qt do not tell at all.
+// Browsers mark a search field in its object attributes; GTK 3 and Qt 5 do not mark it at all.
 bool isForSearch(Bus& bus, const at_spi::Object& object) {
-    const auto attributes = bus.ask(attributesOf(object));
+    const auto attributes = bus.call(attributesOf(object));
     return attributeIn(attributes, "text-input-type") == "search" ||
            attributeIn(attributes, "xml-roles") == "searchbox";
 }
@@ -75,21 +76,21 @@ std::optional<std::string> role(Bus& bus, const FocusedObject& seen) {
     case Role::text:
         return seen.states.has(State::multiLine) ? "AXTextArea" : "AXTextField";
     default:
-        return stringIn(bus.ask(roleNameOf(seen.object)));
+        return stringIn(bus.call(roleNameOf(seen.object)));
     }
 }
 
-// LibreOffice's focused element is one paragraph of the document. It is no field of its own: what "select
-// all" selects there is the whole document, and must not be replaced with what was made of the paragraph.
+// In LibreOffice Writer the focused element is one paragraph of the document. It is not a field of its own:
+// there "select all" selects the whole document, which must not be replaced with a rewritten paragraph.
 bool isEditableField(const FocusedObject& seen) {
     return seen.states.canBeEdited() && seen.role != Role::paragraph;
 }
 
 std::optional<AXAttributeValue> textAttribute(Bus& bus, const FocusedObject& seen, std::string_view name) {
     if (!seen.text || seen.role == Role::passwordText) return std::nullopt;
-    if (name == "AXValue") return wholeTextOf(bus, seen);
-    if (name == "AXSelectedText") return wholeSelectedTextOf(bus, seen);
-    // What is typed into a terminal does not replace what is selected there.
+    if (name == "AXValue") return expandedText(bus, seen);
+    if (name == "AXSelectedText") return expandedSelection(bus, seen);
+    // In a terminal, text that is typed does not replace the selection.
     if (seen.role == Role::terminal) return std::nullopt;
     const auto range = selectedRangeOf(bus, seen.object, seen.toolkit);
     return range ? std::optional<AXAttributeValue>(AXValue{AXValueType::cfRange, *range}) : std::nullopt;
@@ -100,9 +101,9 @@ std::optional<AXAttributeValue> textAttribute(Bus& bus, const FocusedObject& see
 std::optional<AXAttributeValue> attribute(AXUIElement::Accessible& accessible, std::string_view name) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr) return std::nullopt;
-    const Bus::Budget budget(*bus, wholeQuery);
+    const Bus::Budget budget(*bus, queryDeadline);
     const FocusedObject& seen = accessible.seen;
-    if (name == "AXTitle") return stringPropertyIn(bus->ask(nameOf(seen.object)));
+    if (name == "AXTitle") return stringPropertyIn(bus->call(nameOf(seen.object)));
     if (name == "AXSubrole")
         return isSecure(*bus, accessible) ? std::optional<AXAttributeValue>("AXSecureTextField")
                                           : std::nullopt;

@@ -1,6 +1,7 @@
 #include "platform/linux/accessibility/element.h"
 
-#include "platform/accessibility.h"
+#include "platform/linux/accessibility/attributes.h"
+#include "platform/linux/accessibility/focus_queries.h"
 #include "platform/linux/x11/windows/front_window.h"
 
 namespace platform {
@@ -22,15 +23,14 @@ std::optional<AXAttributeValue> found(AXUIElementRef element) {
     return element ? std::optional<AXAttributeValue>(std::move(element)) : std::nullopt;
 }
 
-// The window manager's title; a program may have given the focus to a window inside the one that has a
-// title.
+// The title that the window manager shows. The focused window may lie inside the one that has a title.
 std::optional<std::string> titleOf(const AXUIElement::BareWindow& bare) {
     if (auto title = x11::windowTitle(bare.window)) return title;
     const x11::WindowId active = x11::activeWindow();
     return x11::windowProcess(active) == bare.process ? x11::windowTitle(active) : std::nullopt;
 }
 
-// One overload for each kind of element.
+// Reads one attribute of each kind of element.
 struct Reader {
     std::string_view name;
 

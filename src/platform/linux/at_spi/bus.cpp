@@ -5,21 +5,21 @@
 namespace platform::at_spi {
 namespace {
 
-// What is started while it lives reports to `context`.
-class ReportingTo {
+// Asynchronous operations started while it lives complete on `context`.
+class CompletingOn {
 public:
-    explicit ReportingTo(GMainContext* context) : context_(context) {
+    explicit CompletingOn(GMainContext* context) : context_(context) {
         g_main_context_push_thread_default(context_);
     }
-    ~ReportingTo() { g_main_context_pop_thread_default(context_); }
-    ReportingTo(const ReportingTo&) = delete;
-    ReportingTo& operator=(const ReportingTo&) = delete;
+    ~CompletingOn() { g_main_context_pop_thread_default(context_); }
+    CompletingOn(const CompletingOn&) = delete;
+    CompletingOn& operator=(const CompletingOn&) = delete;
 
 private:
     GMainContext* context_;
 };
 
-// Runs `context` until `done` or until `end`; at least once what is ready by then.
+// Runs `context` until `done` or until `end`; what is ready at the start runs in any case.
 template <typename Clock, typename Done>
 void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done done) {
     const auto left = std::chrono::ceil<Milliseconds>(end - Clock::now()).count();
@@ -37,8 +37,8 @@ void runUntil(GMainContext* context, std::chrono::time_point<Clock> end, Done do
     g_source_destroy(alarm.get());
 }
 
-// After this long a call counts as answered, so that a program that lost one is asked again some day.
-constexpr Milliseconds forgiveness{30'000};
+// After this long an unanswered call counts as failed, so that a program that lost one is called again.
+constexpr Milliseconds callTimeout{30'000};
 
 using Error = Handle<GError, g_error_free>;
 
@@ -50,7 +50,7 @@ Failure failureOf(const GError& error) {
     case G_DBUS_ERROR_SERVICE_UNKNOWN:
     case G_DBUS_ERROR_NAME_HAS_NO_OWNER:
     case G_DBUS_ERROR_DISCONNECTED:
-    case G_DBUS_ERROR_NO_REPLY: // the bus's word for a program that ended while it was asked
+    case G_DBUS_ERROR_NO_REPLY: // the bus's error for a program that ended during the call
         return Failure::gone;
     default:
         return Failure::refused;
@@ -59,35 +59,35 @@ Failure failureOf(const GError& error) {
 
 } // namespace
 
-void tell(GDBusConnection* connection, const Question& question) {
-    g_dbus_connection_call(connection, question.program.c_str(), question.path.c_str(), question.interface,
-                           question.method, question.arguments.get(), nullptr,
-                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+void tell(GDBusConnection* connection, const Call& call) {
+    g_dbus_connection_call(connection, call.program.c_str(), call.path.c_str(), call.interface, call.method,
+                           call.arguments.get(), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr,
+                           nullptr, nullptr);
 }
 
-// Calls that are awaited together.
-struct Bus::Round {
-    std::vector<Answer> answers;
+// Calls whose replies are awaited together.
+struct Bus::Batch {
+    std::vector<Reply> replies;
     std::size_t missing = 0;
 };
 
-// One call under way; it outlives its round when its answer is late.
-struct Bus::Call {
+// One call that was sent; it outlives its batch when its reply is late.
+struct Bus::PendingCall {
     Bus& bus;
     std::string program;
-    std::weak_ptr<Round> round;
+    std::weak_ptr<Batch> batch;
     std::size_t index;
 
-    static void arrived(GObject* connection, GAsyncResult* result, gpointer data) {
-        const std::unique_ptr<Call> call(static_cast<Call*>(data));
+    static void finished(GObject* connection, GAsyncResult* result, gpointer data) {
+        const std::unique_ptr<PendingCall> call(static_cast<PendingCall*>(data));
         GError* error = nullptr;
-        Answer answer;
-        answer.value.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
-        answer.failure = error == nullptr ? Failure::none : failureOf(*Error(error));
-        --call->bus.underWay_;
-        if (const auto round = call->round.lock()) {
-            round->answers[call->index] = std::move(answer);
-            --round->missing;
+        Reply reply;
+        reply.value.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
+        reply.failure = error == nullptr ? Failure::none : failureOf(*Error(error));
+        --call->bus.pending_;
+        if (const auto batch = call->batch.lock()) {
+            batch->replies[call->index] = std::move(reply);
+            --batch->missing;
         } else if (const auto owed = call->bus.owed_.find(call->program); owed != call->bus.owed_.end()) {
             if (--owed->second == 0) call->bus.owed_.erase(owed);
         }
@@ -101,7 +101,7 @@ std::unique_ptr<Bus> Bus::connect(const std::string& address, Milliseconds deadl
         Connection connection;
     } attempt;
     const Handle<GCancellable, g_object_unref> cancellable(g_cancellable_new());
-    const ReportingTo here(context.get());
+    const CompletingOn here(context.get());
     const auto finished = [](GObject*, GAsyncResult* result, gpointer data) {
         auto& into = *static_cast<Attempt*>(data);
         into.connection.reset(g_dbus_connection_new_for_address_finish(result, nullptr));
@@ -125,18 +125,17 @@ Bus::Bus(Connection connection, Context context)
 
 Bus::~Bus() {
     g_cancellable_cancel(cancellable_.get());
-    while (underWay_ > 0)
+    while (pending_ > 0)
         g_main_context_iteration(context_.get(), TRUE);
 }
 
-void Bus::send(const Question& question, const std::shared_ptr<Round>& round, std::size_t index) {
-    auto call = std::make_unique<Call>(Call{*this, question.program, round, index});
-    ++underWay_;
-    g_dbus_connection_call(connection_.get(), question.program.c_str(), question.path.c_str(),
-                           question.interface, question.method, question.arguments.get(),
-                           G_VARIANT_TYPE(question.answerTypes), G_DBUS_CALL_FLAGS_NO_AUTO_START,
-                           static_cast<int>(forgiveness.count()), cancellable_.get(), &Call::arrived,
-                           call.release());
+void Bus::send(const Call& call, const std::shared_ptr<Batch>& batch, std::size_t index) {
+    auto pending = std::make_unique<PendingCall>(PendingCall{*this, call.program, batch, index});
+    ++pending_;
+    g_dbus_connection_call(connection_.get(), call.program.c_str(), call.path.c_str(), call.interface,
+                           call.method, call.arguments.get(), G_VARIANT_TYPE(call.replyTypes),
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(callTimeout.count()),
+                           cancellable_.get(), &PendingCall::finished, pending.release());
 }
 
 void Bus::takeWhatHasArrived() {
@@ -149,32 +148,32 @@ bool Bus::owes(const std::string& program) {
     return owed_.contains(program);
 }
 
-std::vector<Answer> Bus::ask(std::vector<Question> questions, Milliseconds deadline) {
-    const auto round = std::make_shared<Round>();
-    round->answers.resize(questions.size());
+std::vector<Reply> Bus::call(std::vector<Call> calls, Milliseconds deadline) {
+    const auto batch = std::make_shared<Batch>();
+    batch->replies.resize(calls.size());
     const auto end = std::min(Clock::now() + deadline, limit_);
-    if (Clock::now() >= limit_) return std::move(round->answers);
+    if (Clock::now() >= limit_) return std::move(batch->replies);
 
-    const ReportingTo here(context_.get());
+    const CompletingOn here(context_.get());
     takeWhatHasArrived();
     std::vector<std::size_t> sent;
-    for (std::size_t i = 0; i < questions.size(); ++i) {
-        if (owed_.contains(questions[i].program)) continue;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        if (owed_.contains(calls[i].program)) continue;
         sent.push_back(i);
-        ++round->missing;
-        send(questions[i], round, i);
+        ++batch->missing;
+        send(calls[i], batch, i);
     }
-    if (round->missing > 0) runUntil(context_.get(), end, [&] { return round->missing == 0; });
-    if (round->missing > 0)
+    if (batch->missing > 0) runUntil(context_.get(), end, [&] { return batch->missing == 0; });
+    if (batch->missing > 0)
         for (const std::size_t i : sent)
-            if (round->answers[i].failure == Failure::late) ++owed_[questions[i].program];
-    return std::move(round->answers);
+            if (batch->replies[i].failure == Failure::late) ++owed_[calls[i].program];
+    return std::move(batch->replies);
 }
 
-Answer Bus::ask(Question question, Milliseconds deadline) {
-    std::vector<Question> questions;
-    questions.push_back(std::move(question));
-    return std::move(ask(std::move(questions), deadline).front());
+Reply Bus::call(Call one, Milliseconds deadline) {
+    std::vector<Call> calls;
+    calls.push_back(std::move(one));
+    return std::move(call(std::move(calls), deadline).front());
 }
 
 Bus::Budget::Budget(Bus& bus, Milliseconds time) : bus_(bus) { bus_.limit_ = Clock::now() + time; }

@@ -12,12 +12,12 @@ namespace {
 constexpr std::array wanted{"object:text-changed", "object:text-caret-moved",
                             "object:text-selection-changed"};
 
-std::vector<Question> toRegistry(const char* method, const char* types, auto... more) {
-    std::vector<Question> questions;
+std::vector<Call> toRegistry(const char* method, const char* types, auto... more) {
+    std::vector<Call> calls;
     for (const char* event : wanted)
-        questions.push_back(
+        calls.push_back(
             {registry, "/org/a11y/atspi/registry", registry, method, "()", arguments(types, event, more...)});
-    return questions;
+    return calls;
 }
 
 std::optional<Event::Kind> kindOf(std::string_view member, std::string_view detail, std::int32_t first) {
@@ -53,19 +53,19 @@ std::optional<Event> eventIn(const Signal& signal) {
 Events::Events(Bus& bus, const std::string& program)
     : program_(program), subscription_(bus, {program, "org.a11y.atspi.Event.Object"},
                                        [this](const Signal& signal) { hear(signal); }) {
-    // The registry tells the programs before it answers, and this program takes what it is sent in order: its
-    // answer to another question says that it knows.
-    bus.ask(toRegistry("RegisterEvent", "(sass)", nullptr, ""));
-    bus.ask(stateOf(rootOf(program)));
+    // The registry signals the programs before it replies. The program handles what it receives in order, so
+    // once it replies to the second call it knows of the first.
+    bus.call(toRegistry("RegisterEvent", "(sass)", nullptr, ""));
+    bus.call(stateOf(rootOf(program)));
 }
 
 Events::~Events() {
-    for (const Question& question : toRegistry("DeregisterEvent", "(s)"))
-        tell(subscription_.connection(), question);
+    for (const Call& call : toRegistry("DeregisterEvent", "(s)"))
+        tell(subscription_.connection(), call);
 }
 
 std::optional<std::vector<Event>> Events::take(Bus& bus) {
-    if (!subscription_.isOn(bus) || !bus.ask(stateOf(rootOf(program_))).value) return std::nullopt;
+    if (!subscription_.isOn(bus) || !bus.call(stateOf(rootOf(program_))).value) return std::nullopt;
     const std::lock_guard lock(mutex_);
     return std::exchange(heard_, {});
 }

@@ -33,9 +33,9 @@ public:
     Events(Bus& bus, const std::string& program);
     ~Events();
 
-    // Everything that has happened up to now and has not been taken yet, in the program's order. Asks the
-    // program one question: what it said before the answer has arrived by then. Absent when it does not
-    // answer, or on another bus than the one it listens on.
+    // Everything that has happened up to now and has not been taken yet, in the program's order. Makes one
+    // call to the program: what it sent before the reply has arrived by then. Absent when it does not reply,
+    // or on another bus than the one it listens on.
     std::optional<std::vector<Event>> take(Bus& bus);
 
 private:

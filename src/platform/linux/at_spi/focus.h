@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/linux/at_spi/programs.h"
+#include "platform/linux/at_spi/applications.h"
 
 #include <optional>
 #include <vector>
 
-// Where the focus is inside one program. Main thread only; every function's time is bounded by the bus's
-// budget.
+// Where the keyboard focus is inside one program. Main thread only; the bus's budget limits the time of every
+// function.
 namespace platform::at_spi {
 
 // An object with the keyboard focus, and what was seen of it when it was found.
@@ -19,19 +19,18 @@ struct FocusedObject {
 };
 
 // The focused element of the program, and in `program` where it was found. Absent when it shows none.
-std::optional<FocusedObject> focusedElement(Bus& bus, Program& program);
+std::optional<FocusedObject> focusedElement(Bus& bus, Application& program);
 
 // The program's active window. Absent when it has none.
-std::optional<Object> activeWindow(Bus& bus, Program& program);
+std::optional<Object> activeWindow(Bus& bus, Application& program);
 
-// What `focusedElement` found last, if it still is on the screen: a program that is not active has no focus,
-// and this is where it will be when it comes to the front again.
-std::optional<FocusedObject> lastFocusedElement(Bus& bus, Program& program);
+// What `focusedElement` found last, if it is still on the screen. While another program is in front, this one
+// has no focused element; when it comes to the front again, the focus will be there.
+std::optional<FocusedObject> lastFocusedElement(Bus& bus, Application& program);
 // The same for `activeWindow`.
-std::optional<Object> lastActiveWindow(Bus& bus, Program& program);
+std::optional<Object> lastActiveWindow(Bus& bus, Application& program);
 
-// The objects that have the focus below `top`, found step by step: for programs that cannot be asked for
-// them.
+// The objects below `top` that have the focus, found level by level: for programs without `focusedWithin`.
 std::vector<Object> walkToFocus(Bus& bus, const Object& top);
 
 } // namespace platform::at_spi

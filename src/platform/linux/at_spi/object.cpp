@@ -5,15 +5,15 @@
 namespace platform::at_spi {
 namespace {
 
-Question plain(const Object& object, const char* method, const char* answerTypes) {
-    return {object.program, object.path, interfaces::accessible, method, answerTypes, nullptr};
+Call plain(const Object& object, const char* method, const char* replyTypes) {
+    return {object.program, object.path, interfaces::accessible, method, replyTypes, nullptr};
 }
 
 // The value of a property, when it is of that type.
-Variant propertyIn(const Answer& answer, const GVariantType* type) {
-    if (!answer.value) return nullptr;
+Variant propertyIn(const Reply& reply, const GVariantType* type) {
+    if (!reply.value) return nullptr;
     GVariant* value = nullptr;
-    g_variant_get(answer.value.get(), "(v)", &value);
+    g_variant_get(reply.value.get(), "(v)", &value);
     Variant owned(value);
     if (!g_variant_is_of_type(value, type)) return nullptr;
     return owned;
@@ -29,19 +29,19 @@ std::string stringOf(GVariant* value) {
 
 Object rootOf(std::string program) { return {std::move(program), "/org/a11y/atspi/accessible/root"}; }
 
-Question childrenOf(const Object& object) { return plain(object, "GetChildren", "(a(so))"); }
-Question stateOf(const Object& object) { return plain(object, "GetState", "(au)"); }
-Question roleOf(const Object& object) { return plain(object, "GetRole", "(u)"); }
-Question nameOf(const Object& object) { return property(object, interfaces::accessible, "Name"); }
-Question roleNameOf(const Object& object) { return plain(object, "GetRoleName", "(s)"); }
-Question interfacesOf(const Object& object) { return plain(object, "GetInterfaces", "(as)"); }
-Question attributesOf(const Object& object) { return plain(object, "GetAttributes", "(a{ss})"); }
+Call childrenOf(const Object& object) { return plain(object, "GetChildren", "(a(so))"); }
+Call stateOf(const Object& object) { return plain(object, "GetState", "(au)"); }
+Call roleOf(const Object& object) { return plain(object, "GetRole", "(u)"); }
+Call nameOf(const Object& object) { return property(object, interfaces::accessible, "Name"); }
+Call roleNameOf(const Object& object) { return plain(object, "GetRoleName", "(s)"); }
+Call interfacesOf(const Object& object) { return plain(object, "GetInterfaces", "(as)"); }
+Call attributesOf(const Object& object) { return plain(object, "GetAttributes", "(a{ss})"); }
 
-Question toolkitOf(const std::string& program) {
+Call toolkitOf(const std::string& program) {
     return property(rootOf(program), interfaces::application, "ToolkitName");
 }
 
-Question focusedWithin(const Object& object) {
+Call focusedWithin(const Object& object) {
     constexpr int matchAll = 1;
     constexpr unsigned documentOrder = 1;
     constexpr int noLimit = 0;
@@ -59,23 +59,23 @@ Question focusedWithin(const Object& object) {
             arguments("(@(aiia{ss}iaiiasib)uib)", rule, documentOrder, noLimit, TRUE)};
 }
 
-Question property(const Object& object, const char* interface, const char* name) {
+Call property(const Object& object, const char* interface, const char* name) {
     return {object.program, object.path, "org.freedesktop.DBus.Properties",
             "Get",          "(v)",       arguments("(ss)", interface, name)};
 }
 
-std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&)) {
-    std::vector<Question> questions;
-    questions.reserve(objects.size());
+std::vector<Call> toEach(const std::vector<Object>& objects, Call (*call)(const Object&)) {
+    std::vector<Call> calls;
+    calls.reserve(objects.size());
     for (const Object& object : objects)
-        questions.push_back(question(object));
-    return questions;
+        calls.push_back(call(object));
+    return calls;
 }
 
-std::vector<Object> objectsIn(const Answer& answer) {
+std::vector<Object> objectsIn(const Reply& reply) {
     std::vector<Object> objects;
-    if (!answer.value) return objects;
-    const Variant list(g_variant_get_child_value(answer.value.get(), 0));
+    if (!reply.value) return objects;
+    const Variant list(g_variant_get_child_value(reply.value.get(), 0));
     GVariantIter iterator;
     g_variant_iter_init(&iterator, list.get());
     const char* program = nullptr;
@@ -87,9 +87,9 @@ std::vector<Object> objectsIn(const Answer& answer) {
     return objects;
 }
 
-States statesIn(const Answer& answer) {
-    if (!answer.value) return {};
-    const Variant words(g_variant_get_child_value(answer.value.get(), 0));
+States statesIn(const Reply& reply) {
+    if (!reply.value) return {};
+    const Variant words(g_variant_get_child_value(reply.value.get(), 0));
     std::uint64_t bits = 0;
     for (gsize i = 0; i < 2 && i < g_variant_n_children(words.get()); ++i) {
         guint32 word = 0;
@@ -99,16 +99,16 @@ States statesIn(const Answer& answer) {
     return States(bits);
 }
 
-std::optional<Role> roleIn(const Answer& answer) {
-    if (!answer.value) return std::nullopt;
+std::optional<Role> roleIn(const Reply& reply) {
+    if (!reply.value) return std::nullopt;
     guint32 number = 0;
-    g_variant_get(answer.value.get(), "(u)", &number);
+    g_variant_get(reply.value.get(), "(u)", &number);
     return static_cast<Role>(number);
 }
 
-bool hasText(const Answer& answer) {
-    if (!answer.value) return false;
-    const Variant list(g_variant_get_child_value(answer.value.get(), 0));
+bool hasText(const Reply& reply) {
+    if (!reply.value) return false;
+    const Variant list(g_variant_get_child_value(reply.value.get(), 0));
     GVariantIter iterator;
     g_variant_iter_init(&iterator, list.get());
     const char* name = nullptr;
@@ -117,38 +117,38 @@ bool hasText(const Answer& answer) {
     return false;
 }
 
-std::optional<Toolkit> toolkitIn(const Answer& answer) {
-    const auto name = stringPropertyIn(answer);
-    if (!name) return answer.failure == Failure::refused ? std::optional(Toolkit::other) : std::nullopt;
+std::optional<Toolkit> toolkitIn(const Reply& reply) {
+    const auto name = stringPropertyIn(reply);
+    if (!name) return reply.failure == Failure::refused ? std::optional(Toolkit::other) : std::nullopt;
     if (*name == "Chromium") return Toolkit::chromium;
     if (*name == "Gecko") return Toolkit::gecko;
     return Toolkit::other;
 }
 
-std::optional<std::string> stringIn(const Answer& answer) {
-    if (!answer.value) return std::nullopt;
-    const Variant value(g_variant_get_child_value(answer.value.get(), 0));
+std::optional<std::string> stringIn(const Reply& reply) {
+    if (!reply.value) return std::nullopt;
+    const Variant value(g_variant_get_child_value(reply.value.get(), 0));
     return stringOf(value.get());
 }
 
-std::optional<std::string> stringPropertyIn(const Answer& answer) {
-    const Variant value = propertyIn(answer, G_VARIANT_TYPE_STRING);
+std::optional<std::string> stringPropertyIn(const Reply& reply) {
+    const Variant value = propertyIn(reply, G_VARIANT_TYPE_STRING);
     return value ? std::optional(stringOf(value.get())) : std::nullopt;
 }
 
-std::optional<std::int32_t> intPropertyIn(const Answer& answer) {
-    const Variant value = propertyIn(answer, G_VARIANT_TYPE_INT32);
+std::optional<std::int32_t> intPropertyIn(const Reply& reply) {
+    const Variant value = propertyIn(reply, G_VARIANT_TYPE_INT32);
     return value ? std::optional(g_variant_get_int32(value.get())) : std::nullopt;
 }
 
-std::optional<bool> boolPropertyIn(const Answer& answer) {
-    const Variant value = propertyIn(answer, G_VARIANT_TYPE_BOOLEAN);
+std::optional<bool> boolPropertyIn(const Reply& reply) {
+    const Variant value = propertyIn(reply, G_VARIANT_TYPE_BOOLEAN);
     return value ? std::optional(g_variant_get_boolean(value.get()) != FALSE) : std::nullopt;
 }
 
-std::optional<std::string> attributeIn(const Answer& answer, const char* name) {
-    if (!answer.value) return std::nullopt;
-    const Variant attributes(g_variant_get_child_value(answer.value.get(), 0));
+std::optional<std::string> attributeIn(const Reply& reply, const char* name) {
+    if (!reply.value) return std::nullopt;
+    const Variant attributes(g_variant_get_child_value(reply.value.get(), 0));
     const char* value = nullptr;
     if (g_variant_lookup(attributes.get(), name, "&s", &value) == FALSE) return std::nullopt;
     return value;

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// The vocabulary of the accessibility bus: objects, their roles and states, and the questions one can ask
-// them. The numbers are the interface's own (atspi-constants.h of at-spi2-core).
+// Objects on the accessibility bus, their roles and states, and the calls to them. The numbers are the
+// interface's own (atspi-constants.h of at-spi2-core).
 namespace platform::at_spi {
 
 // An object of a program; two are the same when both fields are. The program's name is never used again by
@@ -64,17 +64,17 @@ public:
     States() = default;
     explicit States(std::uint64_t bits) : bits_(bits) {}
     bool has(State state) const { return (bits_ >> static_cast<unsigned>(state) & 1U) != 0; }
-    // Text in it can be changed. (Qt calls a read-only field editable, too.)
+    // Text in it can be changed. Qt 5 says of a read-only field that it is editable, too.
     bool canBeEdited() const { return has(State::editable) && !has(State::readOnly); }
 
 private:
     std::uint64_t bits_ = 0;
 };
 
-// The name of the service that knows all programs on the bus.
+// The service that knows all programs on the bus.
 inline constexpr const char* registry = "org.a11y.atspi.Registry";
 
-// What a program's object tree is made by, as far as its quirks matter.
+// Which library builds a program's object tree, where that makes a difference.
 enum class Toolkit { other, chromium, gecko };
 
 namespace interfaces {
@@ -87,32 +87,32 @@ inline constexpr const char* text = "org.a11y.atspi.Text";
 // The object that stands for a program as a whole.
 Object rootOf(std::string program);
 
-Question childrenOf(const Object& object);
-Question stateOf(const Object& object);
-Question roleOf(const Object& object);
-Question nameOf(const Object& object);
-Question roleNameOf(const Object& object);
-Question interfacesOf(const Object& object);
-Question attributesOf(const Object& object);
-Question toolkitOf(const std::string& program);
-// Every object with the focus inside `object`.
-Question focusedWithin(const Object& object);
-Question property(const Object& object, const char* interface, const char* name);
+Call childrenOf(const Object& object);
+Call stateOf(const Object& object);
+Call roleOf(const Object& object);
+Call nameOf(const Object& object);
+Call roleNameOf(const Object& object);
+Call interfacesOf(const Object& object);
+Call attributesOf(const Object& object);
+Call toolkitOf(const std::string& program);
+// Every object inside `object` that has the focus.
+Call focusedWithin(const Object& object);
+Call property(const Object& object, const char* interface, const char* name);
 
-// The same question to each of `objects`.
-std::vector<Question> toEach(const std::vector<Object>& objects, Question (*question)(const Object&));
+// The same call to each of `objects`.
+std::vector<Call> toEach(const std::vector<Object>& objects, Call (*call)(const Object&));
 
-// What the answers to these say; empty, absent or no state at all when there was none.
-std::vector<Object> objectsIn(const Answer& answer);
-States statesIn(const Answer& answer);
-std::optional<Role> roleIn(const Answer& answer);
-bool hasText(const Answer& answer);
-std::optional<Toolkit> toolkitIn(const Answer& answer);
-std::optional<std::string> stringIn(const Answer& answer);
-std::optional<std::string> stringPropertyIn(const Answer& answer);
-std::optional<std::int32_t> intPropertyIn(const Answer& answer);
-std::optional<bool> boolPropertyIn(const Answer& answer);
+// What the replies say; empty, absent or no state at all when the call failed.
+std::vector<Object> objectsIn(const Reply& reply);
+States statesIn(const Reply& reply);
+std::optional<Role> roleIn(const Reply& reply);
+bool hasText(const Reply& reply);
+std::optional<Toolkit> toolkitIn(const Reply& reply);
+std::optional<std::string> stringIn(const Reply& reply);
+std::optional<std::string> stringPropertyIn(const Reply& reply);
+std::optional<std::int32_t> intPropertyIn(const Reply& reply);
+std::optional<bool> boolPropertyIn(const Reply& reply);
 // The value of one of the object attributes.
-std::optional<std::string> attributeIn(const Answer& answer, const char* name);
+std::optional<std::string> attributeIn(const Reply& reply, const char* name);
 
 } // namespace platform::at_spi

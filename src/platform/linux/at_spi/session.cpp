@@ -10,20 +10,20 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The accessibility bus is started by the question for its address: 0.4 s warm, 2 s on a cold machine, and
-// when a desktop session starts, everything else does too.
+// Of each step of the first connection, at the host's start. Asking for the bus's address starts the bus: 0.4
+// s on a warm machine, 2 s on a cold one, more at log-in.
 constexpr Milliseconds startDeadline = 5s;
-// Once it has run, whoever asks again is in the middle of a capture.
+// Of each step of later connections, which a capture waits for.
 constexpr Milliseconds againDeadline = 800ms;
-// How long a failed connection stays failed, so that a desktop without the bus does not cost this at every
-// question.
+// After a failed connection the next one is not tried before this, so that a desktop without the bus does not
+// delay every query.
 constexpr auto pauseAfterFailure = 5s;
 
 constexpr const char* launcher = "org.a11y.Bus";
 constexpr const char* launcherPath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 
-// Where the session bus is; empty when there is none. The library's own search would start one of its own.
+// Where the session bus is; empty when there is none. GIO's own search would start a new bus then.
 std::string sessionBusAddress() {
     if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address != nullptr && *address != '\0')
         return address;
@@ -33,17 +33,17 @@ std::string sessionBusAddress() {
     return std::filesystem::is_socket(socket, ignored) ? "unix:path=" + socket.string() : "";
 }
 
-// Has a bus start one of its services; at once when it runs already.
+// Has a bus start one of its services, and waits until it runs.
 void start(Bus& bus, const char* service, Milliseconds deadline) {
-    bus.ask({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName",
-             "(u)", arguments("(su)", service, 0U)},
-            deadline);
+    bus.call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName",
+              "(u)", arguments("(su)", service, 0U)},
+             deadline);
 }
 
 std::unique_ptr<Bus> connectToAccessibilityBus(Bus& session, Milliseconds deadline) {
     start(session, launcher, deadline);
-    const Answer address =
-        session.ask({launcher, launcherPath, launcher, "GetAddress", "(s)", nullptr}, deadline);
+    const Reply address =
+        session.call({launcher, launcherPath, launcher, "GetAddress", "(s)", nullptr}, deadline);
     if (!address.value) return nullptr;
     auto bus = Bus::connect(stringIn(address).value_or(""), deadline);
     if (bus) start(*bus, registry, deadline);
@@ -60,13 +60,13 @@ Session& Session::shared() {
 Session::Session() : deadline_(startDeadline) {}
 
 bool Session::connect() {
-    programs_ = {}; // another bus gives the same names to others
+    applications_ = {}; // the new bus gives the same names to other programs
     session_.reset();
     accessibility_.reset();
     const std::string address = sessionBusAddress();
     if (!address.empty()) session_ = Bus::connect(address, deadline_);
     if (!session_) {
-        whyNot_ = address.empty() ? "There is no session bus" : "The session bus does not answer";
+        whyNot_ = address.empty() ? "There is no session bus" : "The session bus does not reply";
         whyNot_ +=
             ", so other programs' text cannot be read: start this program inside a desktop session, or "
             "with dbus-run-session.";
@@ -74,9 +74,8 @@ bool Session::connect() {
     }
     accessibility_ = connectToAccessibilityBus(*session_, deadline_);
     if (!accessibility_) {
-        whyNot_ =
-            "The accessibility bus does not answer, so other programs' text cannot be read: install the "
-            "package at-spi2-core, then log out and in again.";
+        whyNot_ = "The accessibility bus does not reply, so other programs' text cannot be read: install the "
+                  "package at-spi2-core, then log out and in again.";
         return false;
     }
     whyNot_.clear();
@@ -100,16 +99,16 @@ Bus* Session::accessibilityBus() {
 
 bool Session::isEnabled() {
     if (accessibilityBus() == nullptr) return false;
-    return boolPropertyIn(session_->ask(property({launcher, launcherPath}, statusInterface, "IsEnabled")))
+    return boolPropertyIn(session_->call(property({launcher, launcherPath}, statusInterface, "IsEnabled")))
         .value_or(false);
 }
 
 bool Session::enable() {
     if (accessibilityBus() == nullptr) return false;
-    const Answer answer =
-        session_->ask({launcher, launcherPath, "org.freedesktop.DBus.Properties", "Set", "()",
-                       arguments("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE))});
-    return answer.failure == Failure::none;
+    const Reply reply =
+        session_->call({launcher, launcherPath, "org.freedesktop.DBus.Properties", "Set", "()",
+                        arguments("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE))});
+    return reply.failure == Failure::none;
 }
 
 void Session::keepListening() {
@@ -118,11 +117,11 @@ void Session::keepListening() {
 }
 
 void Session::registerEvents() {
-    std::vector<Question> questions;
+    std::vector<Call> calls;
     for (const char* event : {"object:state-changed:focused", "window:activate"})
-        questions.push_back({registry, "/org/a11y/atspi/registry", registry, "RegisterEvent", "()",
-                             arguments("(sass)", event, nullptr, "")});
-    accessibility_->ask(std::move(questions), deadline_);
+        calls.push_back({registry, "/org/a11y/atspi/registry", registry, "RegisterEvent", "()",
+                         arguments("(sass)", event, nullptr, "")});
+    accessibility_->call(std::move(calls), deadline_);
 }
 
 } // namespace platform::at_spi

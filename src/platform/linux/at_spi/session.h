@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/linux/at_spi/programs.h"
+#include "platform/linux/at_spi/applications.h"
 
 #include <memory>
 #include <string>
 
-// The way to the accessibility bus of this desktop session, and its switches. Main thread only.
+// The connection to this desktop session's accessibility bus, and the bus's switches. Main thread only.
 namespace platform::at_spi {
 
 class Session {
@@ -16,7 +16,7 @@ public:
     // The bus that programs show their objects on; null when there is none, and `whyNot` says so.
     Bus* accessibilityBus();
     // What is known of the programs on that bus.
-    Programs& programs() { return programs_; }
+    Applications& applications() { return applications_; }
     // A sentence for the person; empty when there is an accessibility bus.
     const std::string& whyNot() const { return whyNot_; }
 
@@ -26,8 +26,8 @@ public:
     // desktop's own settings.
     bool enable();
 
-    // Has programs tell of focus changes for as long as the host lives, because Chromium marks a window
-    // active only while somebody asked for that. Nothing of it is delivered to this connection.
+    // Has programs tell of focus changes for as long as the host lives, because Chromium gives a window the
+    // state ACTIVE only while somebody asks for that. The events are not delivered to this connection.
     void keepListening();
 
 private:
@@ -37,7 +37,7 @@ private:
 
     std::unique_ptr<Bus> session_;
     std::unique_ptr<Bus> accessibility_;
-    Programs programs_;
+    Applications applications_;
     std::string whyNot_;
     Milliseconds deadline_; // of each step on the way
     std::chrono::steady_clock::time_point nextAttempt_{};

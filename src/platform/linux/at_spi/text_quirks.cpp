@@ -12,11 +12,11 @@ constexpr std::string_view filler = "\uFEFF";
 bool startsBeyondBasicPlane(char byte) { return (static_cast<unsigned char>(byte) & 0xF8U) == 0xF0; }
 bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
-// The offsets in `text`, counted in characters, that Chromium reports as `reported`: two when the character
-// before the second one is beyond the basic plane.
-std::vector<std::int64_t> meantBy(const std::string& text, std::int64_t reported) {
+// The offsets in `text`, counted in characters, that Chromium reports as `reported`: two of them when the
+// character between them is beyond the basic plane.
+std::vector<std::int64_t> reportedAs(const std::string& text, std::int64_t reported) {
     std::vector<std::int64_t> offsets;
-    std::int64_t offset = 0, shown = 0; // the same place, as it is and as Chromium reports it
+    std::int64_t offset = 0, shown = 0; // the same place: the true offset, and Chromium's
     if (reported == 0) offsets.push_back(0);
     for (const char byte : text) {
         if (continuesCharacter(byte)) continue;
@@ -46,9 +46,9 @@ std::string withoutFillers(std::string text) {
     return text;
 }
 
-std::size_t countOfEmbeddedChildren(std::string_view text) {
+std::size_t countOfEmbeddedObjects(std::string_view text) {
     std::size_t count = 0;
-    for (std::size_t at = 0; (at = text.find(embeddedChild, at)) != text.npos; at += embeddedChild.size())
+    for (std::size_t at = 0; (at = text.find(embeddedObject, at)) != text.npos; at += embeddedObject.size())
         ++count;
     return count;
 }
@@ -57,12 +57,12 @@ std::optional<CFRange> trueRange(const std::string& text, CFRange reported, std:
     if (std::ranges::none_of(text, startsBeyondBasicPlane)) return reported;
     const std::int64_t reportedEnd = reported.location + reported.length;
     std::vector<CFRange> possible;
-    for (const std::int64_t start : meantBy(text, reported.location))
-        for (const std::int64_t end : meantBy(text, reportedEnd))
+    for (const std::int64_t start : reportedAs(text, reported.location))
+        for (const std::int64_t end : reportedAs(text, reportedEnd))
             if (start < end && (caret < 0 || start == caret || end == caret))
                 possible.push_back({start, end - start});
     if (possible.size() == 1) return possible.front();
-    // A version that reports the selection as it is.
+    // A version of Chromium that reports the selection right.
     if (possible.empty() && (reported.location == caret || reportedEnd == caret)) return reported;
     return std::nullopt;
 }

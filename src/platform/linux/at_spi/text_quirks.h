@@ -7,20 +7,20 @@
 #include <string>
 #include <string_view>
 
-// What browsers say differently from what they mean. Pure; any thread.
+// Where browsers report texts and offsets wrongly. Pure functions; any thread.
 namespace platform::at_spi {
 
-// Stands in a text for a child, whose own text is in the child.
-inline constexpr std::string_view embeddedChild = "\uFFFC";
+// Stands in a text for an embedded object (a child), which has a text of its own.
+inline constexpr std::string_view embeddedObject = "\uFFFC";
 
-std::size_t countOfEmbeddedChildren(std::string_view text);
+std::size_t countOfEmbeddedObjects(std::string_view text);
 
 // `text` without the U+FEFF that Firefox puts behind every character beyond the basic plane.
 std::string withoutFillers(std::string text);
 
-// The range that Chromium means by `reported`, whose ends are too low by the number of characters beyond the
-// basic plane before each; `caret` is negative when it is elsewhere. Absent when more than one range can be
-// meant.
+// The selected range in `text` when Chromium reports `reported`: each end is too low by the number of
+// characters beyond the basic plane before it. The caret, which it reports right, is at one end; negative
+// when the caret is not in this text. Absent when that leaves more than one range.
 std::optional<CFRange> trueRange(const std::string& text, CFRange reported, std::int64_t caret);
 
 } // namespace platform::at_spi

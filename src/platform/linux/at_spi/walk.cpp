@@ -5,21 +5,21 @@
 namespace platform::at_spi {
 namespace {
 
-// Bounds of one walk: a window's own controls are far fewer; rows of a table are not worth the questions.
+// Limits of one walk. A window has far fewer controls; rows of a long table are not worth the calls.
 constexpr std::size_t mostOfOneLevel = 1000;
 constexpr int deepest = 60;
 
 std::vector<States> statesOf(Bus& bus, const std::vector<Object>& objects) {
     std::vector<States> states;
-    for (const Answer& answer : bus.ask(toEach(objects, stateOf)))
-        states.push_back(statesIn(answer));
+    for (const Reply& reply : bus.call(toEach(objects, stateOf)))
+        states.push_back(statesIn(reply));
     return states;
 }
 
 std::vector<Object> childrenOfAll(Bus& bus, const std::vector<Object>& objects) {
     std::vector<Object> children;
-    for (const Answer& answer : bus.ask(toEach(objects, childrenOf)))
-        for (Object& child : objectsIn(answer))
+    for (const Reply& reply : bus.call(toEach(objects, childrenOf)))
+        for (Object& child : objectsIn(reply))
             if (children.size() < mostOfOneLevel) children.push_back(std::move(child));
     return children;
 }

@@ -6,8 +6,7 @@
 #include <string>
 
 // The installed programs as the desktop lists them: one desktop file each (freedesktop.org Desktop Entry
-// Specification). Main thread only; the folders are read at the first question and again when they have
-// changed.
+// Specification). Main thread only. Programs installed later are known once the main loop has run.
 namespace platform {
 
 // The identifier (file name without ".desktop") of the program that shows windows of this class.

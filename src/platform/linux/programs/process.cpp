@@ -18,7 +18,7 @@ std::string contents(pid_t id, const char* file) {
     return text;
 }
 
-// Field 22 of the status line; the name in field 2 stands in brackets and may hold anything.
+// Field 22 of /proc/…/stat. The name in field 2 stands in brackets and may contain spaces and brackets.
 std::optional<std::uint64_t> startTimeOf(pid_t id) {
     const std::string status = contents(id, "stat");
     const std::size_t nameEnd = status.rfind(')');

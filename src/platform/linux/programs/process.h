@@ -12,8 +12,8 @@
 
 namespace platform {
 
-// A program as one of its windows showed it. Whatever the window says is read at once, since the window may
-// be gone when somebody asks.
+// A program that was found by one of its windows. What the window says is read in the constructor, since the
+// window may be gone later.
 class RunningApplication::Process {
 public:
     // `window` is 0 when the program was not found by a window.
@@ -23,7 +23,7 @@ public:
     x11::WindowId window() const { return window_; }
     bool isTerminated() const;
 
-    // The same process, not merely the same number.
+    // The same process, and not another one with the same number.
     bool isSameAs(const Process& other) const { return id_ == other.id_ && startTime_ == other.startTime_; }
 
     // The program's application identifier, else its desktop file's name, else its window class.

@@ -12,8 +12,7 @@
 namespace platform {
 namespace {
 
-// The window that the program was found by, if it is still there, else the program's topmost one; 0 for
-// none.
+// The window that the program was found by if it still exists, else the program's topmost one; 0 for none.
 x11::WindowId windowToShow(const RunningApplication::Process& process) {
     const auto windows = x11::stackedWindows();
     if (std::ranges::find(windows, process.window()) != windows.end()) return process.window();

@@ -1,17 +1,16 @@
 #include "platform/linux/x11/base/connection.h"
 
+#include "platform/linux/base/handle.h"
 #include "platform/linux/x11/base/errors.h"
 
 namespace platform::x11 {
 namespace {
 
-using FreeX = decltype([](void* data) { XFree(data); });
-
-// What is read of one property at most, in the protocol's units of four bytes.
-constexpr long longestProperty = 65536;
+// How much of one property is read, in the protocol's units of four bytes: 256 KiB.
+constexpr long mostUnits = 65536;
 
 struct Property {
-    std::unique_ptr<unsigned char, FreeX> data;
+    Handle<unsigned char, XFree> data;
     Atom type = None;
     int format = 0;
     unsigned long count = 0;
@@ -21,7 +20,7 @@ Property read(Display* display, ::Window window, Atom name) {
     Property property;
     unsigned char* data = nullptr;
     unsigned long left = 0;
-    if (XGetWindowProperty(display, window, name, 0, longestProperty, False, AnyPropertyType, &property.type,
+    if (XGetWindowProperty(display, window, name, 0, mostUnits, False, AnyPropertyType, &property.type,
                            &property.format, &property.count, &left, &data) != Success)
         return {};
     property.data.reset(data);
@@ -32,16 +31,14 @@ Property read(Display* display, ::Window window, Atom name) {
 } // namespace
 
 Connection* Connection::shared() {
-    static Connection connection;
-    static const bool tried = [] {
-        connection.display_ = XOpenDisplay(nullptr);
-        if (connection.display_ != nullptr) connection.root_ = DefaultRootWindow(connection.display_);
-        return true;
-    }();
-    if (!tried || connection.display_ == nullptr) return nullptr;
+    static Connection connection(XOpenDisplay(nullptr));
+    if (connection.display_ == nullptr) return nullptr;
     keepErrors(connection.display_);
     return &connection;
 }
+
+Connection::Connection(Display* display)
+    : display_(display), root_(display != nullptr ? DefaultRootWindow(display) : None) {}
 
 Atom Connection::atom(const char* name) {
     for (const auto& [known, value] : atoms_)
@@ -59,7 +56,7 @@ bool Connection::succeeds(const std::function<void()>& requests) {
 std::vector<unsigned long> Connection::values(::Window window, Atom name) {
     const Property property = read(display_, window, name);
     if (property.format != 32) return {};
-    const auto* first = reinterpret_cast<const unsigned long*>(property.data.get()); // Xlib hands out longs
+    const auto* first = reinterpret_cast<const unsigned long*>(property.data.get()); // Xlib's form of 32-bit values
     return {first, first + property.count};
 }
 

@@ -3,30 +3,28 @@
 #include <X11/Xlib.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// The host's own connection to the X server, apart from the toolkit's. Main thread only. It carries the hot
-// key's grab, the synthetic keystrokes, and questions about windows, so that they happen in the order they
-// were asked.
+// The host's own connection to the X server, apart from the toolkit's. Main thread only. Hot keys, synthetic
+// keystrokes and questions about windows all use it, because the server handles the requests of one
+// connection in order.
 namespace platform::x11 {
 
 class Connection {
 public:
-    // The one connection; opened at first use. Null when there is no X server to talk to.
+    // The one connection, opened at first use and for the host's life. Null when there is no X server.
     static Connection* shared();
 
     Display* display() const { return display_; }
     ::Window root() const { return root_; }
 
-    // The atom of that name; asked once, then remembered.
+    // The atom of that name; the server is asked once for each.
     Atom atom(const char* name);
 
-    // Runs `requests`, waits for the server to have done them, and returns true when none of them failed.
-    // Errors of this connection inside it never reach the default handler, which would end the program.
+    // Runs `requests`, waits until the server has handled them, and returns true when none of them failed.
     bool succeeds(const std::function<void()>& requests);
 
     // A property of 32-bit values (windows, atoms, cardinals); empty when absent or of another format.
@@ -36,9 +34,10 @@ public:
     std::optional<std::string> text(::Window window, Atom property);
 
 private:
-    Connection() = default;
-    Display* display_ = nullptr;
-    ::Window root_ = 0;
+    explicit Connection(Display* display);
+
+    Display* display_;
+    ::Window root_;
     std::vector<std::pair<std::string, Atom>> atoms_;
 };
 

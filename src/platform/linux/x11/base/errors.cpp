@@ -22,7 +22,7 @@ std::mutex mutex;
 std::vector<LastError> kept;
 std::atomic<XErrorHandler> next = nullptr;
 
-// Wants the mutex.
+// The caller holds the mutex.
 LastError* find(Display* display) {
     for (LastError& error : kept)
         if (error.display == display) return &error;
@@ -37,7 +37,7 @@ int onError(Display* display, XErrorEvent* event) {
             return 0;
         }
     }
-    // Should the other handler hand the error back to us, it ends here.
+    // The other handler may call this one in turn: that call does nothing.
     thread_local bool passedOn = false;
     const XErrorHandler handler = next;
     if (handler == nullptr || passedOn) return 0;

@@ -5,7 +5,7 @@
 namespace platform::x11 {
 
 struct EventLoopSource::Source {
-    GSource base; // first, as GLib wants it
+    GSource base; // GLib requires it to come first
     EventLoopSource* owner;
 };
 
@@ -24,7 +24,7 @@ EventLoopSource::~EventLoopSource() {
     g_source_unref(source_);
 }
 
-// Asking Xlib, not the socket: a synchronous call on the same connection may have read events already.
+// Asks Xlib, not the socket: a synchronous call on the same connection may have read events already.
 gboolean EventLoopSource::prepare(GSource* source, gint* timeout) {
     *timeout = -1;
     return check(source);

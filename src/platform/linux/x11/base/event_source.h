@@ -4,12 +4,10 @@
 #include <glib.h>
 
 #include <functional>
-#include <memory>
 
 namespace platform::x11 {
 
-// Hands the events of a connection to a function, from the main loop, for as long as the object lives. Idle
-// costs nothing: the main loop sleeps on the connection's socket.
+// Hands the events of a connection to a function, from the main loop, for as long as the object lives.
 class EventLoopSource {
 public:
     // The function must not destroy the source.
@@ -18,7 +16,7 @@ public:
     EventLoopSource(const EventLoopSource&) = delete;
     EventLoopSource& operator=(const EventLoopSource&) = delete;
 
-    // Handles at once what has arrived, without waiting for the main loop.
+    // Handles what has arrived now, without waiting for the main loop.
     void handlePending() const;
 
 private:

@@ -7,7 +7,7 @@
 namespace platform::x11 {
 namespace {
 
-// A window of our own that is never shown; its property changes carry the time.
+// A window that is never shown: the notice of a change of its property carries the server's time.
 ::Window clockWindow(Connection& connection) {
     static const ::Window window = [&connection] {
         const ::Window created =

@@ -2,10 +2,10 @@
 
 #include <X11/X.h>
 
-// The X server's clock, in milliseconds; it wraps every 49 days. Main thread only.
 namespace platform::x11 {
 
-// The server's time at this moment (one round trip).
+// The time on the X server's clock, in milliseconds since a moment of its own; it wraps around every 49 days.
+// One round trip. Main thread only.
 ::Time serverTime();
 
 } // namespace platform::x11

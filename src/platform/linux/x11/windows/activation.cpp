@@ -10,7 +10,7 @@
 namespace platform::x11 {
 namespace {
 
-// Asks the window manager as a pager or taskbar does.
+// Sends the window manager a request, as task bars do.
 bool ask(Connection& connection, WindowId window, const char* request, long first, long second) {
     XEvent message{};
     message.xclient.type = ClientMessage;
@@ -25,7 +25,8 @@ bool ask(Connection& connection, WindowId window, const char* request, long firs
     });
 }
 
-// Openbox and metacity only mark a window on another workspace as urgent, and xfwm4 fetches it from there.
+// Asked to activate a window on another workspace, openbox and metacity only mark it as urgent, and xfwm4
+// moves it to this workspace.
 void goToWorkspaceOf(Connection& connection, WindowId window) {
     constexpr std::uint32_t everywhere = 0xFFFFFFFF;
     const auto there = connection.values(window, connection.atom("_NET_WM_DESKTOP"));
@@ -37,8 +38,8 @@ void goToWorkspaceOf(Connection& connection, WindowId window) {
         static_cast<long>(serverTime()));
 }
 
-// As the user's own wish (source 2), which is not held against rules that keep programs from stealing the
-// focus; metacity wants a current time all the same.
+// Source 2 says that the user asked for it, so that no rule against stealing the focus applies; metacity
+// refuses it without a current time all the same.
 bool askToActivate(Connection& connection, WindowId window) {
     return ask(connection, window, "_NET_ACTIVE_WINDOW", 2, static_cast<long>(serverTime()));
 }

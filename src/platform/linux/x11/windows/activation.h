@@ -4,8 +4,8 @@
 
 namespace platform::x11 {
 
-// Asks the window manager to bring a window to the front and give it the keyboard focus, on the workspace
-// that it is on. False when the request failed. Main thread only.
+// Asks the window manager to go to the window's workspace, bring the window to the front and give it the
+// keyboard focus. False when the request failed. Main thread only.
 bool activateWindow(WindowId window);
 
 } // namespace platform::x11

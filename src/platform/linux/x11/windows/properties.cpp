@@ -1,20 +1,17 @@
 #include "platform/linux/x11/windows/properties.h"
 
+#include "platform/linux/base/handle.h"
 #include "platform/linux/x11/base/connection.h"
 
 #include <X11/Xutil.h>
 #include <X11/extensions/XRes.h>
 #include <glib.h>
 
-#include <memory>
-
 namespace platform::x11 {
 namespace {
 
-using FreeX = decltype([](void* data) { XFree(data); });
-
-// The process at the other end of the client's socket, as the server knows it. True also for a sandboxed
-// program, whose own idea of its process identifier means something else out here.
+// The process at the other end of the client's socket, as the server knows it. A program in a sandbox knows
+// itself by another number.
 std::optional<pid_t> clientProcess(Display* display, ::Window window) {
     XResClientIdSpec wanted{window, XRES_CLIENT_ID_PID_MASK};
     long count = 0;
@@ -28,8 +25,7 @@ std::optional<pid_t> clientProcess(Display* display, ::Window window) {
 }
 
 std::string validUtf8(const std::string& bytes) {
-    const std::unique_ptr<char, decltype(&g_free)> valid(
-        g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())), g_free);
+    const Handle<char, g_free> valid(g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())));
     return valid.get();
 }
 
@@ -51,7 +47,7 @@ std::optional<std::string> windowTitle(WindowId window) {
         return validUtf8(*title);
     XTextProperty property{};
     if (XGetWMName(connection->display(), window, &property) == 0) return std::nullopt;
-    const std::unique_ptr<unsigned char, FreeX> owned(property.value);
+    const Handle<unsigned char, XFree> owned(property.value);
     char** lines = nullptr;
     int count = 0;
     if (Xutf8TextPropertyToTextList(connection->display(), &property, &lines, &count) < Success)

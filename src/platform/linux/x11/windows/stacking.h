@@ -7,10 +7,10 @@
 // The programs' windows as the window manager lists them. Main thread only.
 namespace platform::x11 {
 
-// From the lowest to the one nearest to the user.
+// From the lowest to the topmost.
 std::vector<WindowId> stackedWindows();
 
-// The process's window that is nearest to the user; 0 when it has none.
+// The process's topmost window; 0 when it has none.
 WindowId topmostWindow(pid_t process);
 
 } // namespace platform::x11

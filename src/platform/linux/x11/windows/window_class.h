@@ -8,20 +8,20 @@
 
 namespace platform::x11 {
 
-// What a window says it is (`WM_CLASS`).
+// The two names a program gives its window (`WM_CLASS`).
 struct WindowClass {
-    std::string instance; // of this window
-    std::string name;     // of its program
+    std::string instance; // of the window or the program, such as "Navigator" or "xterm"
+    std::string name;     // of the program, such as "firefox" or "XTerm"
 };
 
-// Absent when the window does not say.
+// Absent when the window has none.
 std::optional<WindowClass> windowClass(WindowId window);
 
-// The window, or the nearest one around it, that says what program it is of (`WM_CLASS`); 0 for none. The
-// focus is often on a nameless child of it.
+// The window itself, or else the nearest one around it, that has a class; 0 for none. Often the focus is on a
+// child window without one.
 WindowId programWindow(WindowId window);
 
-// ASCII letters in lower case, to compare such names.
+// The name with ASCII letters in lower case, to compare it with another.
 std::string lowerCase(std::string_view name);
 
 } // namespace platform::x11

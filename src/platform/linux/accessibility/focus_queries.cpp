@@ -1,3 +1,5 @@
+#include "platform/linux/accessibility/focus_queries.h"
+
 #include "platform/linux/accessibility/element.h"
 #include "platform/linux/at_spi/session.h"
 #include "platform/linux/base/own_processes.h"
@@ -10,16 +12,20 @@ namespace platform::ax {
 namespace {
 
 using namespace std::chrono_literals;
+using at_spi::Application;
 using at_spi::Bus;
-using at_spi::Program;
 
-// For the questions that go to every program at once.
-constexpr at_spi::Milliseconds everybody = 150ms;
+// Of calls that go to every program at once.
+constexpr at_spi::Milliseconds deadlineForAll = 150ms;
 
-at_spi::Programs& programs() { return at_spi::Session::shared().programs(); }
+// Chromium 156 shows its elements within 61 ms of being asked to, Firefox 153 within 2 ms. A program that
+// still shows none after this long has none to show.
+constexpr auto mostTimeToShow = 1s;
 
-// The window of that process that has the keyboard focus, as an element of last resort; while the host has
-// the focus, the one that it took it from.
+at_spi::Applications& applications() { return at_spi::Session::shared().applications(); }
+
+// The window of that process that has the keyboard focus, as the element of a program that shows none. While
+// the host has the focus, it is the process's topmost window, which the host took the focus from.
 AXUIElementRef bareWindow(pid_t process) {
     x11::WindowId window = x11::focusedWindow();
     const auto owner = x11::windowProcess(window);
@@ -32,70 +38,76 @@ AXUIElementRef bareWindow(pid_t process) {
 }
 
 AXUIElementRef windowReference(at_spi::Object window) {
-    AXUIElement::Accessible accessible; // never seen yet: looked at when asked for more than its title
+    AXUIElement::Accessible accessible; // its role and states are read when they are asked for
     accessible.seen.object = std::move(window);
     return reference(std::move(accessible));
 }
 
 bool isActive(pid_t process) { return x11::windowProcess(x11::activeWindow()) == process; }
 
-AXUIElementRef elementIn(Bus& bus, Program& program) {
+AXUIElementRef elementIn(Bus& bus, Application& program) {
     auto element = at_spi::focusedElement(bus, program);
     if (!element && program.focusedElement && !isActive(program.process))
         element = at_spi::lastFocusedElement(bus, program);
     if (!element) return {};
-    program.askedToShow = program.showsNothing = false;
+    program.askedToShowAt.reset();
     return reference(std::move(*element));
 }
 
-// The one of the sandboxed programs whose active window has the title of the process's active window.
-std::vector<Program*> sandboxed(Bus& bus, pid_t process) {
+bool showsNothing(Bus& bus, const Application& program) {
+    return program.askedToShowAt &&
+           std::chrono::steady_clock::now() - *program.askedToShowAt >= mostTimeToShow &&
+           !bus.owes(program.name);
+}
+
+// The sandboxed program whose active window has the title of the process's active window.
+std::vector<Application*> sandboxed(Bus& bus, pid_t process) {
     const x11::WindowId active = x11::activeWindow();
     const auto title = x11::windowProcess(active) == process ? x11::windowTitle(active) : std::nullopt;
     if (!title) return {};
-    for (Program* program : programs().sandboxed()) {
+    for (Application* program : applications().sandboxed()) {
         const auto window = at_spi::activeWindow(bus, *program);
-        if (!window || stringPropertyIn(bus.ask(nameOf(*window))) != title) continue;
+        if (!window || stringPropertyIn(bus.call(nameOf(*window))) != title) continue;
         program->process = process;
         return {program};
     }
     return {};
 }
 
-// The programs of a process, when it may be asked; absent when nothing can be known.
-std::optional<std::vector<Program*>> programsOf(Bus* bus, pid_t process) {
+// The programs of a process; absent for the host itself, and when they cannot be found out.
+std::optional<std::vector<Application*>> programsOf(Bus* bus, pid_t process) {
     if (bus == nullptr || isOwnProcess(process)) return std::nullopt;
-    auto found = programs().of(*bus, process);
+    auto found = applications().of(*bus, process);
     if (found && found->empty()) return sandboxed(*bus, process);
     return found;
 }
 
-// What `find` finds in the first of the process's programs in which it finds something; null when in none.
+// The first element that `find` returns for one of the process's programs.
 template <typename Find>
 AXUIElementRef firstAmong(Bus& bus, pid_t process, Find find) {
     while (const auto found = programsOf(&bus, process)) {
-        for (Program* program : *found)
+        for (Application* program : *found)
             if (AXUIElementRef element = find(*program)) return element;
-        if (std::ranges::none_of(*found, &Program::gone)) return {};
+        if (std::ranges::none_of(*found, &Application::gone)) return {};
     }
     return {};
 }
 
-// The first of the programs with an active window that has a focused element.
-AXUIElementRef focusedAmong(Bus& bus, const std::vector<Program*>& candidates) {
+// The focused element of the first program that has one in an active window.
+AXUIElementRef focusedAmong(Bus& bus, const std::vector<Application*>& candidates) {
     std::vector<at_spi::Object> roots;
     roots.reserve(candidates.size());
-    for (const Program* program : candidates)
+    for (const Application* program : candidates)
         roots.push_back(at_spi::rootOf(program->name));
-    const auto lists = bus.ask(toEach(roots, at_spi::childrenOf), everybody);
-    std::vector<at_spi::Question> questions;
-    std::vector<Program*> owners;
+    const auto lists = bus.call(toEach(roots, at_spi::childrenOf), deadlineForAll);
+    std::vector<at_spi::Call> calls;
+    std::vector<Application*> owners;
     for (std::size_t i = 0; i < lists.size(); ++i)
         for (const at_spi::Object& window : objectsIn(lists[i])) {
-            questions.push_back(stateOf(window));
+            calls.push_back(stateOf(window));
             owners.push_back(candidates[i]);
         }
-    const auto states = bus.ask(std::move(questions), everybody);
+    const auto states = bus.call(std::move(calls), deadlineForAll);
     for (std::size_t i = 0; i < states.size(); ++i)
         if (statesIn(states[i]).has(at_spi::State::active))
             if (auto element = at_spi::focusedElement(bus, *owners[i])) return reference(std::move(*element));
@@ -107,19 +119,20 @@ AXUIElementRef focusedAmong(Bus& bus, const std::vector<Program*>& candidates) {
 AXUIElementRef focusedElement(pid_t process) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr) return {};
-    const Bus::Budget budget(*bus, wholeQuery);
-    auto element = firstAmong(*bus, process, [&](Program& program) { return elementIn(*bus, program); });
+    const Bus::Budget budget(*bus, queryDeadline);
+    auto element = firstAmong(*bus, process, [&](Application& program) { return elementIn(*bus, program); });
     if (element) return element;
     const auto found = programsOf(bus, process);
-    if (found && std::ranges::all_of(*found, &Program::showsNothing)) return bareWindow(process);
+    const auto hasNothing = [&](const Application* program) { return showsNothing(*bus, *program); };
+    if (found && std::ranges::all_of(*found, hasNothing)) return bareWindow(process);
     return {};
 }
 
 AXUIElementRef focusedWindow(pid_t process) {
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr || isOwnProcess(process)) return {};
-    const Bus::Budget budget(*bus, wholeQuery);
-    auto window = firstAmong(*bus, process, [&](Program& program) {
+    const Bus::Budget budget(*bus, queryDeadline);
+    auto window = firstAmong(*bus, process, [&](Application& program) {
         auto object = at_spi::activeWindow(*bus, program);
         if (!object && !isActive(process)) object = at_spi::lastActiveWindow(*bus, program);
         return object ? windowReference(std::move(*object)) : AXUIElementRef();
@@ -133,13 +146,14 @@ bool askToShow(pid_t process) {
     Bus* bus = session.accessibilityBus();
     const auto found = programsOf(bus, process);
     if (!found) return false;
-    const Bus::Budget budget(*bus, wholeQuery);
+    const Bus::Budget budget(*bus, queryDeadline);
     bool asked = false;
-    for (Program* program : *found) {
-        // Chromium wakes when somebody asks for its window's attributes, and by nothing less.
-        const auto windows = objectsIn(bus->ask(childrenOf(at_spi::rootOf(program->name))));
-        bus->ask(toEach(windows, at_spi::attributesOf));
-        program->askedToShow = asked = true;
+    for (Application* program : *found) {
+        // Chromium builds its elements when it is asked for a window's attributes; no other call makes it.
+        const auto windows = objectsIn(bus->call(childrenOf(at_spi::rootOf(program->name))));
+        bus->call(toEach(windows, at_spi::attributesOf));
+        if (!program->askedToShowAt) program->askedToShowAt = std::chrono::steady_clock::now();
+        asked = true;
     }
     return asked;
 }
@@ -151,15 +165,9 @@ AXUIElementRef systemWideFocusedElement() {
 
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr) return {};
-    const Bus::Budget budget(*bus, wholeQuery);
-    // Whoever asks here has given the active program its time: from now on its window stands for it.
-    std::vector<Program*> others = programs().all(*bus);
-    for (Program* program : others)
-        if (program->process == active && program->askedToShow && !bus->owes(program->name)) {
-            program->showsNothing = true;
-            return bareWindow(*active);
-        }
-    std::erase_if(others, [&](const Program* program) { return program->process == active; });
+    const Bus::Budget budget(*bus, queryDeadline);
+    std::vector<Application*> others = applications().all(*bus);
+    std::erase_if(others, [&](const Application* program) { return program->process == active; });
     return focusedAmong(*bus, others);
 }
 

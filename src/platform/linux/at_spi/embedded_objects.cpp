@@ -1,4 +1,4 @@
-#include "platform/linux/at_spi/rich_text.h"
+#include "platform/linux/at_spi/embedded_objects.h"
 
 #include "platform/linux/at_spi/text.h"
 #include "platform/linux/at_spi/text_quirks.h"
@@ -13,7 +13,7 @@ struct Child {
     Role role = Role::invalid;
     bool text = false;
 
-    // It starts and ends a line.
+    // Its text stands on lines of its own.
     bool isBlock() const {
         switch (role) {
         case Role::paragraph:
@@ -31,24 +31,24 @@ struct Child {
 
 // The children that stand in the object's text, in their order.
 std::vector<Child> embeddedChildren(Bus& bus, const Object& object, Toolkit toolkit) {
-    const auto objects = objectsIn(bus.ask(childrenOf(object)));
-    std::vector<Question> questions;
+    const auto objects = objectsIn(bus.call(childrenOf(object)));
+    std::vector<Call> calls;
     for (const Object& child : objects) {
-        questions.push_back(roleOf(child));
-        questions.push_back(interfacesOf(child));
+        calls.push_back(roleOf(child));
+        calls.push_back(interfacesOf(child));
     }
-    const auto answers = bus.ask(std::move(questions));
+    const auto replies = bus.call(std::move(calls));
     std::vector<Child> children;
     for (std::size_t i = 0; i < objects.size(); ++i) {
-        const Role role = roleIn(answers[2 * i]).value_or(Role::invalid);
-        // Chromium lists the runs of an object's own text among its children, too.
+        const Role role = roleIn(replies[2 * i]).value_or(Role::invalid);
+        // Chromium also lists the runs of an object's own text as children.
         if (toolkit == Toolkit::chromium && role == Role::staticText) continue;
-        children.push_back({objects[i], role, hasText(answers[2 * i + 1])});
+        children.push_back({objects[i], role, hasText(replies[2 * i + 1])});
     }
     return children;
 }
 
-// Pieces of text put together, each block on lines of its own.
+// Puts pieces of text together, each block on lines of its own.
 class Lines {
 public:
     void add(std::string_view run) {
@@ -58,7 +58,7 @@ public:
     }
     void addBlock(std::string_view block) {
         if (breakDue_ || (!text_.empty() && text_.back() != '\n')) text_ += '\n';
-        if (block.ends_with('\n')) block.remove_suffix(1); // the place holder of an empty line
+        if (block.ends_with('\n')) block.remove_suffix(1); // browsers' placeholder in an empty paragraph
         text_ += block;
         breakDue_ = true;
     }
@@ -69,17 +69,17 @@ private:
     bool breakDue_ = false;
 };
 
-// `text` with each stand-in replaced by what `textOfChild` says of the next child, from the one numbered
-// `next` on. Absent as soon as that is.
+// `text` with each U+FFFC replaced by the text of the next child, from the one numbered `next` on. Absent
+// when one of these is.
 template <typename TextOfChild>
 std::optional<std::string> filled(std::string_view text, const std::vector<Child>& children, std::size_t next,
                                   TextOfChild textOfChild) {
     Lines lines;
     while (true) {
-        const auto at = text.find(embeddedChild);
+        const auto at = text.find(embeddedObject);
         lines.add(text.substr(0, at));
         if (at == text.npos) return lines.take();
-        text.remove_prefix(at + embeddedChild.size());
+        text.remove_prefix(at + embeddedObject.size());
         if (next >= children.size()) return std::nullopt;
         const auto inner = textOfChild(next);
         if (!inner) return std::nullopt;
@@ -94,20 +94,20 @@ std::optional<std::string> filled(std::string_view text, const std::vector<Child
 std::optional<std::string> expanded(Bus& bus, const Object& object, std::string text, Toolkit toolkit,
                                     int depth);
 
-// The whole texts of some children, asked together; empty for what has none (a picture).
+// The whole texts of some children, read together; empty for one without the Text interface (a picture).
 std::vector<std::optional<std::string>> textsOf(Bus& bus, const std::vector<Child>& children, Toolkit toolkit,
                                                 int depth) {
     std::vector<std::optional<std::string>> texts(children.size(), "");
-    std::vector<Question> questions;
+    std::vector<Call> calls;
     std::vector<std::size_t> asked;
     for (std::size_t i = 0; i < children.size(); ++i)
         if (children[i].text) {
             asked.push_back(i);
-            questions.push_back(allText(children[i].object));
+            calls.push_back(allText(children[i].object));
         }
-    const auto answers = bus.ask(std::move(questions));
+    const auto replies = bus.call(std::move(calls));
     for (std::size_t i = 0; i < asked.size(); ++i) {
-        auto text = stringIn(answers[i]);
+        auto text = stringIn(replies[i]);
         texts[asked[i]] =
             text ? expanded(bus, children[asked[i]].object, std::move(*text), toolkit, depth) : std::nullopt;
     }
@@ -117,7 +117,7 @@ std::vector<std::optional<std::string>> textsOf(Bus& bus, const std::vector<Chil
 std::optional<std::string> expanded(Bus& bus, const Object& object, std::string text, Toolkit toolkit,
                                     int depth) {
     if (toolkit == Toolkit::gecko) text = withoutFillers(std::move(text));
-    const std::size_t count = countOfEmbeddedChildren(text);
+    const std::size_t count = countOfEmbeddedObjects(text);
     if (count == 0) return text;
     const auto children = embeddedChildren(bus, object, toolkit);
     if (depth >= deepest || children.size() != count) return std::nullopt;
@@ -125,23 +125,23 @@ std::optional<std::string> expanded(Bus& bus, const Object& object, std::string 
     return filled(text, children, 0, [&](std::size_t child) { return texts[child]; });
 }
 
-// Only the first and the last child of a selection can be selected in part, and they know which part.
+// Only the first and the last child in a selection can be selected in part, and each knows which part.
 std::optional<std::string> selected(Bus& bus, const Object& object, Toolkit toolkit, int depth) {
     const auto selection = selectedTextOf(bus, object, toolkit);
     if (!selection) return std::nullopt;
-    const std::size_t count = countOfEmbeddedChildren(selection->text);
+    const std::size_t count = countOfEmbeddedObjects(selection->text);
     if (count == 0) return selection->text;
 
-    std::vector<Question> questions;
-    questions.push_back(allText(object));
-    if (selection->start > 0) questions.push_back(textBetween(object, 0, selection->start));
-    const auto answers = bus.ask(std::move(questions));
-    const auto whole = stringIn(answers.front());
-    const auto before = selection->start > 0 ? stringIn(answers.back()) : "";
+    std::vector<Call> calls;
+    calls.push_back(allText(object));
+    if (selection->start > 0) calls.push_back(textBetween(object, 0, selection->start));
+    const auto replies = bus.call(std::move(calls));
+    const auto whole = stringIn(replies.front());
+    const auto before = selection->start > 0 ? stringIn(replies.back()) : "";
     const auto children = embeddedChildren(bus, object, toolkit);
-    if (!whole || !before || depth >= deepest || children.size() != countOfEmbeddedChildren(*whole))
+    if (!whole || !before || depth >= deepest || children.size() != countOfEmbeddedObjects(*whole))
         return std::nullopt;
-    const std::size_t first = countOfEmbeddedChildren(*before);
+    const std::size_t first = countOfEmbeddedObjects(*before);
     if (first + count > children.size()) return std::nullopt;
     const std::size_t last = first + count - 1;
     const std::vector<Child> between(children.begin() + static_cast<std::ptrdiff_t>(first) +
@@ -156,27 +156,27 @@ std::optional<std::string> selected(Bus& bus, const Object& object, Toolkit tool
 
 bool isBrowser(Toolkit toolkit) { return toolkit == Toolkit::chromium || toolkit == Toolkit::gecko; }
 
-std::string withoutStandIns(std::string text) {
-    for (std::size_t at = 0; (at = text.find(embeddedChild, at)) != text.npos;)
-        text.erase(at, embeddedChild.size());
+std::string withoutEmbeddedObjects(std::string text) {
+    for (std::size_t at = 0; (at = text.find(embeddedObject, at)) != text.npos;)
+        text.erase(at, embeddedObject.size());
     return text;
 }
 
 } // namespace
 
-std::optional<std::string> wholeTextOf(Bus& bus, const FocusedObject& element) {
+std::optional<std::string> expandedText(Bus& bus, const FocusedObject& element) {
     auto text = textOf(bus, element.object, element.toolkit);
-    if (!text || countOfEmbeddedChildren(*text) == 0) return text;
-    if (!element.states.canBeEdited()) return withoutStandIns(std::move(*text));
+    if (!text || countOfEmbeddedObjects(*text) == 0) return text;
+    if (!element.states.canBeEdited()) return withoutEmbeddedObjects(std::move(*text));
     if (!isBrowser(element.toolkit)) return std::nullopt;
     return expanded(bus, element.object, std::move(*text), element.toolkit, 0);
 }
 
-std::optional<std::string> wholeSelectedTextOf(Bus& bus, const FocusedObject& element) {
+std::optional<std::string> expandedSelection(Bus& bus, const FocusedObject& element) {
     if (isBrowser(element.toolkit) && element.states.canBeEdited())
         return selected(bus, element.object, element.toolkit, 0);
     auto selection = selectedTextOf(bus, element.object, element.toolkit);
-    if (!selection || countOfEmbeddedChildren(selection->text) > 0) return std::nullopt;
+    if (!selection || countOfEmbeddedObjects(selection->text) > 0) return std::nullopt;
     return std::move(selection->text);
 }
 
