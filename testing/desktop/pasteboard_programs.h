@@ -38,7 +38,7 @@ struct Reader {
 // What another program is given for that target.
 std::optional<Representation> given(const std::string& target);
 
-// A client of the X server with no library's manners.
+// A client of the X server that does only what it is told, where a toolkit would do the right thing by itself.
 class RawClient {
 public:
     RawClient();
@@ -60,6 +60,7 @@ public:
     // Waits until somebody has deleted the property.
     void waitDeleted(xcb_atom_t property);
     xcb_window_t window() const { return window_; }
+    xcb_connection_t* xcb() const { return connection_; }
 
 private:
     // Waits for an event of that type for which `matches` holds.

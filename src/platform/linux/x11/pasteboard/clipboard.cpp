@@ -2,33 +2,47 @@
 
 #include <xcb/xfixes.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace platform::selection {
 
 namespace {
 
-// After this long without another clearing, a pasteboard left empty is meant to be so.
-constexpr auto settleTime = std::chrono::milliseconds(1500);
+// A pasteboard that is still empty this long after the last clear() is meant to be so.
+constexpr auto longCleared = std::chrono::milliseconds(1500);
+
+constexpr int mostClaims = 3;
 
 template <class T>
 const T& as(const xcb_generic_event_t& event) {
     return reinterpret_cast<const T&>(event);
 }
 
+std::vector<std::string> names(XcbConnection& connection, const Property& atoms) {
+    if (atoms.format != 32) return {};
+    const auto bytes = atoms.bytes.span();
+    const auto* values = reinterpret_cast<const xcb_atom_t*>(bytes.data());
+    return connection.names({values, bytes.size() / sizeof(xcb_atom_t)});
+}
+
 } // namespace
 
 std::unique_ptr<Clipboard> Clipboard::open() {
-    auto connection = Connection::open();
+    auto connection = XcbConnection::open();
     if (!connection) return nullptr;
     return std::unique_ptr<Clipboard>(new Clipboard(std::move(connection)));
 }
 
-Clipboard::Clipboard(std::unique_ptr<Connection> connection)
+Clipboard::Clipboard(std::unique_ptr<XcbConnection> connection)
     : connection_(std::move(connection)), owner_(*connection_), reader_(*connection_) {
-    heldSince_ = connection_->time();
-    holder_ = connection_->ownerOf(connection_->atom("CLIPBOARD"));
+    ownedSince_ = connection_->time();
+    ownerWindow_ = connection_->ownerOf(connection_->atom("CLIPBOARD"));
+}
+
+Clipboard::State Clipboard::state() const {
+    if (const SharedContents& own = owner_.contents()) return own->empty ? State::cleared : State::ours;
+    if (ownerWindow_ == XCB_NONE) return State::nobody;
+    return hidden_ ? State::hidden : State::theirs;
 }
 
 void Clipboard::process() {
@@ -36,8 +50,8 @@ void Clipboard::process() {
     const auto now = Clock::now();
     owner_.expire(now);
     reader_.expire(now);
-    settle(now);
-    // Sending may read what arrives meanwhile, and poll() would then sleep over it.
+    endClearing(now);
+    // Flushing reads what has arrived into memory, and poll() would not wake for that.
     xcb_flush(connection_->xcb());
     handleArrived();
     xcb_flush(connection_->xcb());
@@ -54,111 +68,121 @@ std::optional<Clock::time_point> Clipboard::deadline() const {
         if (time && (!earliest || *time < *earliest)) earliest = time;
     };
     consider(reader_.deadline());
-    if (emptied() && rescue_.ready()) consider(clearedAt_ + settleTime);
+    if (state() == State::cleared && late_.complete()) consider(clearedAt_ + longCleared);
     return earliest;
 }
 
 void Clipboard::handle(const xcb_generic_event_t& event) {
-    if (connection_->isHandover(event)) {
-        const auto& notice = as<xcb_xfixes_selection_notify_event_t>(event);
-        const bool died = notice.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
-        if (died) reader_.ownerGone(handovers_);
-        return changedHands(died ? xcb_window_t{XCB_NONE} : notice.owner, notice.selection_timestamp,
-                            notice.timestamp);
-    }
+    if (connection_->isOwnerChange(event)) return ownerChanged(event);
     switch (event.response_type & 0x7F) {
     case XCB_SELECTION_REQUEST:
         return owner_.answer(as<xcb_selection_request_event_t>(event));
     case XCB_SELECTION_NOTIFY:
         return reader_.notified(as<xcb_selection_notify_event_t>(event));
+    case XCB_PROPERTY_NOTIFY:
+        return propertyChanged(event);
     case XCB_DESTROY_NOTIFY:
         return owner_.windowGone(as<xcb_destroy_notify_event_t>(event).window);
-    case XCB_PROPERTY_NOTIFY: {
-        const auto& notice = as<xcb_property_notify_event_t>(event);
-        if (notice.window == connection_->window()) {
-            if (notice.state == XCB_PROPERTY_NEW_VALUE) reader_.propertyArrived(notice.atom);
-        } else if (notice.state == XCB_PROPERTY_DELETE) {
-            owner_.propertyDeleted(notice.window, notice.atom);
-        }
-        return;
-    }
-    case 0: // An error: the only ones that can happen are about windows that have gone.
+    case 0: // An error. All that can happen are about the windows of requestors that have ended.
         return owner_.windowGone(as<xcb_value_error_t>(event).bad_value);
     default:
         return;
     }
 }
 
-void Clipboard::changedHands(xcb_window_t owner, xcb_timestamp_t time, xcb_timestamp_t now) {
-    ++handovers_;
-    ++changeCount_;
-    hidden_ = false;
-    holder_ = owner;
-    heldSince_ = now;
-    owner_.changed(owner, time);
-    // A copy by somebody else later than that means that the user has moved on.
-    if (owner != connection_->window() && settled(Clock::now())) rescue_.drop();
+void Clipboard::propertyChanged(const xcb_generic_event_t& event) {
+    const auto& notice = as<xcb_property_notify_event_t>(event);
+    if (notice.state == XCB_PROPERTY_NEW_VALUE)
+        reader_.propertyArrived(notice.window, notice.atom);
+    else
+        owner_.propertyDeleted(notice.window, notice.atom);
 }
 
-bool Clipboard::settled(Clock::time_point now) const { return now - clearedAt_ >= settleTime; }
+void Clipboard::ownerChanged(const xcb_generic_event_t& event) {
+    const auto& notice = as<xcb_xfixes_selection_notify_event_t>(event);
+    const bool ended = notice.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    const OwnerNumber former = ownerNumber_++;
+    ++changeCount_;
+    hidden_ = false;
+    ownerWindow_ = ended ? xcb_window_t{XCB_NONE} : notice.owner;
+    ownedSince_ = notice.timestamp;
+    owner_.ownerChanged(ownerWindow_, notice.selection_timestamp);
+    if (ended) reader_.ownerGone(former);
+    if (ownerWindow_ != connection_->window() && isLongCleared(Clock::now())) late_.drop();
+}
 
-void Clipboard::settle(Clock::time_point now) {
-    if (!settled(now)) return;
-    if (std::exchange(hidden_, false)) {
+bool Clipboard::isLongCleared(Clock::time_point now) const { return now - clearedAt_ >= longCleared; }
+
+void Clipboard::endClearing(Clock::time_point now) {
+    if (!isLongCleared(now)) return;
+    if (state() == State::hidden) {
+        hidden_ = false;
         ++changeCount_;
-        if (!reader_.owes(handovers_)) rescue_.drop();
+        // An owner that answers again can be read as any other.
+        if (!reader_.isSilent(ownerNumber_)) late_.drop();
     }
-    // With the old time the server refuses us if anybody has copied since.
-    if (emptied() && rescue_.ready()) {
-        owner_.claim(rescue_.take(), owner_.ownedSince());
+    if (state() == State::cleared && late_.complete()) {
+        // With the time of the clearing the server refuses the host if another program has copied since.
+        owner_.claim(late_.take(), owner_.ownedSince());
         connection_->synchronize();
         handleArrived();
     }
 }
 
-View Clipboard::look() {
+View Clipboard::view() {
     connection_->synchronize();
     handleArrived();
-    settle(Clock::now());
-    return {changeCount_, owner_.contents(), foreign() && !hidden_};
+    endClearing(Clock::now());
+    return {changeCount_, owner_.contents(), state() == State::theirs};
 }
 
-Reader::Question Clipboard::question(xcb_atom_t target) const {
-    // The time of the handover, which no owner takes for too early and which differs from owner to owner.
-    return {connection_->atom("CLIPBOARD"), target, handovers_, heldSince_};
+Request Clipboard::request(xcb_atom_t target) const {
+    // The time of the event about the owner: never before the time from which it owns, as owners check.
+    return {connection_->atom("CLIPBOARD"), target, ownerNumber_, ownedSince_};
 }
 
-void Clipboard::ask(const PasteboardType& target, std::int64_t changeCount, Patience patience, Done done) {
-    if (changeCount != changeCount_ || !foreign() || hidden_ || reader_.owes(handovers_))
+void Clipboard::ask(const PasteboardType& target, std::int64_t changeCount, AnswerLimits limits, Done done) {
+    if (changeCount != changeCount_ || state() != State::theirs || reader_.isSilent(ownerNumber_))
         return done(std::nullopt);
-    reader_.ask(question(connection_->atom(target)), patience,
-                [this, changeCount, done = std::move(done)](Answer answer) {
-                    done(changeCount == changeCount_ ? std::move(answer) : std::nullopt);
+    reader_.ask(request(connection_->atom(target)), limits,
+                [this, changeCount, done = std::move(done)](std::optional<Property> value) {
+                    done(changeCount == changeCount_ ? std::move(value) : std::nullopt);
                 });
 }
 
+void Clipboard::askTargets(std::int64_t changeCount, AnswerLimits limits, std::function<void(Targets)> done) {
+    ask("TARGETS", changeCount, limits,
+        [this, changeCount, done = std::move(done)](const std::optional<Property>& value) {
+            if (changeCount != changeCount_ || reader_.isSilent(ownerNumber_)) return done(std::nullopt);
+            auto offered = value ? names(*connection_, *value) : std::vector<std::string>{};
+            if (offered.empty()) offered.assign(commonTargets.begin(), commonTargets.end());
+            done(std::move(offered));
+        });
+}
+
+bool Clipboard::holdsOnlyCopy() const { return late_.areFromBefore(ownerNumber_); }
+
 void Clipboard::clear() {
-    look();
+    view();
     clearedAt_ = Clock::now();
-    // Who hangs with a copy that the host itself asked for has nothing of the user's.
-    const bool copiedForUs = rescue_.isEarlierThan(handovers_);
-    if (foreign() && !copiedForUs && (hidden_ || reader_.owes(handovers_))) {
-        hidden_ = true;
-        ++changeCount_;
-        rescue_.ask(*connection_, reader_, question(XCB_NONE));
-    } else {
+    const bool silent = state() == State::theirs && reader_.isSilent(ownerNumber_) && !holdsOnlyCopy();
+    if (!silent && state() != State::hidden) {
         claim(emptyContents());
+        return;
     }
+    hidden_ = true;
+    ++changeCount_;
+    late_.ask(*connection_, reader_, request(XCB_NONE));
 }
 
 bool Clipboard::write(const SharedContents& contents) {
-    rescue_.drop();
+    late_.drop();
     return claim(contents);
 }
 
 bool Clipboard::claim(const SharedContents& contents) {
-    // Refused only when somebody copied in the millisecond between asking for the time and claiming.
-    for (int attempt = 0; attempt < 3; ++attempt) {
+    // The server refuses when another program copied between the two requests, which takes it 0.1 ms.
+    for (int attempt = 0; attempt < mostClaims; ++attempt) {
         owner_.claim(contents, connection_->time());
         connection_->synchronize();
         handleArrived();
@@ -167,18 +191,12 @@ bool Clipboard::claim(const SharedContents& contents) {
     return false;
 }
 
-void Clipboard::handOver(std::chrono::milliseconds patience, std::function<void()> done) {
+void Clipboard::saveToManager(std::chrono::milliseconds limit, std::function<void()> done) {
     const xcb_atom_t manager = connection_->atom("CLIPBOARD_MANAGER");
-    look();
-    if (!owner_.contents() || emptied() || connection_->ownerOf(manager) == XCB_NONE) return done();
-    const Reader::Question save{manager, connection_->atom("SAVE_TARGETS"), 0, connection_->time()};
-    reader_.ask(save, {patience, patience}, [done = std::move(done)](const Answer&) { done(); });
-}
-
-std::vector<std::string> Clipboard::names(const Property& atoms) {
-    if (atoms.format != 32) return {};
-    const auto* values = reinterpret_cast<const xcb_atom_t*>(atoms.bytes.data());
-    return connection_->names({values, atoms.bytes.size() / sizeof(xcb_atom_t)});
+    view();
+    if (state() != State::ours || connection_->ownerOf(manager) == XCB_NONE) return done();
+    const Request save{manager, connection_->atom("SAVE_TARGETS"), 0, connection_->time()};
+    reader_.ask(save, {limit, limit}, [done = std::move(done)](const std::optional<Property>&) { done(); });
 }
 
 } // namespace platform::selection

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/linux/x11/pasteboard/late_contents.h"
 #include "platform/linux/x11/pasteboard/owner.h"
 #include "platform/linux/x11/pasteboard/reader.h"
-#include "platform/linux/x11/pasteboard/rescue.h"
 
 namespace platform::selection {
 
@@ -15,62 +15,85 @@ struct View {
     bool foreign = false;
 };
 
-// CLIPBOARD on the pasteboard's own connection: who has it, how often it changed, what the host offers and
-// asks. On one thread only; `process` must run when the connection has something to read and when `deadline`
-// has come.
+// CLIPBOARD on the pasteboard's own connection: who owns it, how often it changed, what the host offers and
+// asks for. On one thread only; `process` must run when the connection has something to read and at
+// `deadline`.
 //
-// Clearing while the owner does not answer: taking the selection then would destroy for good what nobody has
-// been able to read. So the selection stays with its owner and only the host finds it empty, until somebody
-// copies or a moment has passed. When somebody does copy, the owner's late answers are put back if the host
-// then leaves the pasteboard empty.
+// Its state is one of these. A silent owner is one that does not answer (Reader::isSilent).
+//
+//   state    owner            the host finds   other programs find
+//   nobody   none             nothing          nothing
+//   theirs   another program  its contents     its contents
+//   hidden   a silent one     nothing          its contents
+//   ours     the host         its own          the host's
+//   cleared  the host         nothing          an owner without data
+//
+//   in state            clear()   write()   a program copies   its owner ends   no clear() for 1.5 s
+//   nobody              cleared   ours      theirs
+//   theirs              cleared   ours      theirs             nobody
+//   theirs, silent (1)  hidden    ours      theirs             nobody
+//   hidden              hidden    ours      theirs             nobody           theirs
+//   ours                cleared   ours      theirs
+//   cleared             cleared   ours      theirs                              ours, if late contents came
+//   (2)
+//
+// To take CLIPBOARD from a silent owner would destroy what nobody could read. In state hidden only the host
+// finds it empty, and the owner is asked for all it may have, for the case that another program's copy
+// replaces it. Those are the late contents. write() drops them, and so does a copy later than 1.5 s after
+// clear(), which is the user's own. (1) Unless it became the owner after late contents were asked for: then
+// it has only the copy that the host caused, and state cleared follows. (2) The host offers them, as its own.
 class Clipboard {
 public:
     // Null when there is no X server that can say who owns a selection.
     static std::unique_ptr<Clipboard> open();
 
-    int descriptor() const { return connection_->descriptor(); }
-    bool lost() const { return connection_->lost(); }
+    XcbConnection& connection() { return *connection_; }
 
     // Handles all that has arrived or fallen due.
     void process();
     std::optional<Clock::time_point> deadline() const;
 
-    // The server's state now, everything that has happened there included.
-    View look();
+    // Takes in everything that has happened at the server so far.
+    View view();
 
-    // Asks another program for its contents as they were at that change; `done` gets absent when they have
-    // changed since, or their owner does not answer.
-    void ask(const PasteboardType& target, std::int64_t changeCount, Patience patience, Done done);
+    // Asks another program for one target of what it offered at that change. `done` gets nothing when the
+    // pasteboard has changed since, when the owner refuses, and when it is silent.
+    void ask(const PasteboardType& target, std::int64_t changeCount, AnswerLimits limits, Done done);
+
+    // Asks it for the names of what it offers, in its order; the common ones when it does not say. Absent
+    // when it is silent.
+    using Targets = std::optional<std::vector<PasteboardType>>;
+    void askTargets(std::int64_t changeCount, AnswerLimits limits, std::function<void(Targets)> done);
 
     void clear();
+    // False when other programs kept taking the selection.
     bool write(const SharedContents& contents);
 
-    // Gives the host's contents to the clipboard manager, if there is one; calls `done` when that is over.
-    void handOver(std::chrono::milliseconds patience, std::function<void()> done);
-
-    // The name of an atom, and those of the atoms in a property.
-    std::string name(xcb_atom_t atom) { return connection_->names({&atom, 1}).front(); }
-    std::vector<std::string> names(const Property& atoms);
+    // Gives what the host offers to the clipboard manager, if there is one, and calls `done` when it has it.
+    void saveToManager(std::chrono::milliseconds limit, std::function<void()> done);
 
 private:
-    explicit Clipboard(std::unique_ptr<Connection> connection);
+    enum class State { nobody, theirs, hidden, ours, cleared };
+
+    explicit Clipboard(std::unique_ptr<XcbConnection> connection);
+    State state() const;
+    bool holdsOnlyCopy() const;
     void handleArrived();
     void handle(const xcb_generic_event_t& event);
-    void changedHands(xcb_window_t owner, xcb_timestamp_t time, xcb_timestamp_t now);
+    void ownerChanged(const xcb_generic_event_t& event);
+    void propertyChanged(const xcb_generic_event_t& event);
     bool claim(const SharedContents& contents);
-    void settle(Clock::time_point now);
-    bool settled(Clock::time_point now) const;
-    bool emptied() const { return owner_.contents() && owner_.contents()->empty; }
-    bool foreign() const { return holder_ != XCB_NONE && !owner_.contents(); }
-    Reader::Question question(xcb_atom_t target) const;
+    bool isLongCleared(Clock::time_point now) const;
+    void endClearing(Clock::time_point now);
+    Request request(xcb_atom_t target) const;
 
-    std::unique_ptr<Connection> connection_;
+    std::unique_ptr<XcbConnection> connection_;
     Owner owner_;
     Reader reader_;
-    Rescue rescue_;
-    xcb_window_t holder_ = XCB_NONE;
-    xcb_timestamp_t heldSince_ = XCB_CURRENT_TIME;
-    std::uint64_t handovers_ = 0;
+    LateContents late_;
+    xcb_window_t ownerWindow_ = XCB_NONE;
+    xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
+    OwnerNumber ownerNumber_ = 1;
     std::int64_t changeCount_ = 0;
     bool hidden_ = false;
     Clock::time_point clearedAt_{};

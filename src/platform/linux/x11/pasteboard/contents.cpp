@@ -4,13 +4,14 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace platform::selection {
 
 namespace {
 
-Data bytesOf(std::string_view text, const Encoding& encoding) {
-    return {std::vector<std::uint8_t>(text.begin(), text.end()), encodingNote(encoding)};
+SharedBytes shared(std::string_view text) {
+    return std::make_shared<const Bytes>(std::vector<std::uint8_t>(text.begin(), text.end()));
 }
 
 } // namespace
@@ -29,21 +30,41 @@ Encoding encodingOf(const Data& data, const PasteboardType& target) {
     return encoding;
 }
 
+SharedBytes Representation::delivered() const {
+    return convertToLatin1 ? std::make_shared<const Bytes>(latin1FromUtf8(text(bytes->span()))) : bytes;
+}
+
+Data Representation::data() const {
+    const SharedBytes all = delivered();
+    return {{all->span().begin(), all->span().end()}, encodingNote(encoding)};
+}
+
+const Representation* Contents::find(const PasteboardType& target) const {
+    const auto found = std::ranges::find(representations, target, &Representation::target);
+    return found == representations.end() ? nullptr : &*found;
+}
+
 SharedContents emptyContents() {
-    // Klipper fills an owner without any target with its last text again, and skips one with this note.
+    // Klipper replaces an owner without any target by its own last text, and leaves one with this target
+    // alone.
     static const PasteboardType hint = "x-kde-passwordManagerHint";
-    return std::make_shared<const Contents>(Contents{{{hint, bytesOf("secret", {hint, 8})}}, true});
+    return std::make_shared<const Contents>(Contents{{{hint, {hint, 8}, shared("secret")}}, true});
 }
 
 SharedContents textContents(std::string_view utf8) {
     static const PasteboardType charset = "text/plain;charset=utf-8";
-    return std::make_shared<const Contents>(
-        Contents{{{"UTF8_STRING", bytesOf(utf8, {"UTF8_STRING", 8})},
-                  {charset, bytesOf(utf8, {charset, 8})},
-                  {"text/plain", bytesOf(utf8, {"text/plain", 8})},
-                  {"STRING", bytesOf(latin1FromUtf8(utf8), {"STRING", 8})},
-                  {"TEXT", bytesOf(utf8, {"UTF8_STRING", 8})}},
-                 false});
+    const SharedBytes bytes = shared(utf8);
+    return std::make_shared<const Contents>(Contents{{{"UTF8_STRING", {"UTF8_STRING", 8}, bytes},
+                                                      {charset, {charset, 8}, bytes},
+                                                      {"text/plain", {"text/plain", 8}, bytes},
+                                                      {"STRING", {"STRING", 8}, bytes, true},
+                                                      {"TEXT", {"UTF8_STRING", 8}, bytes}}});
+}
+
+SharedContents singleContents(Representation representation) {
+    Contents contents;
+    contents.representations.push_back(std::move(representation));
+    return std::make_shared<const Contents>(std::move(contents));
 }
 
 bool isProtocolTarget(std::string_view target) {

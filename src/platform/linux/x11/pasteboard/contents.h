@@ -1,32 +1,17 @@
 #pragma once
 
+#include "platform/linux/x11/pasteboard/bytes.h"
 #include "platform/pasteboard.h"
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// What a program offers under the name CLIPBOARD. Plain values; once shared they never change, so any thread
-// may read them.
+// What a program offers on CLIPBOARD. Plain values; once shared they never change, so any thread may read
+// them.
 namespace platform::selection {
-
-// One target and the answer to it.
-struct Representation {
-    PasteboardType type;
-    Data data;
-};
-
-struct Contents {
-    std::vector<Representation> representations;
-    // The host's own "nothing": programs find an owner that offers no data, the host finds an empty
-    // pasteboard.
-    bool empty = false;
-};
-
-using SharedContents = std::shared_ptr<const Contents>;
 
 // The type and format (8, 16 or 32 bits a unit) of the property that carries an answer.
 struct Encoding {
@@ -37,17 +22,44 @@ struct Encoding {
 // `Data::encoding` on this desktop is "TYPE/FORMAT", such as "UTF8_STRING/8".
 std::string encodingNote(const Encoding& encoding);
 
-// The encoding to answer `target` with; bytes without a readable note travel as bytes of the target's own
-// type.
+// The encoding in which to deliver `data` for `target`. Without a note that can be read, the data are bytes
+// of the type that the target names.
 Encoding encodingOf(const Data& data, const PasteboardType& target);
 
-// An owner with nothing on offer but the note that asks history keepers to look away.
+// One target and what is delivered for it.
+struct Representation {
+    PasteboardType target;
+    Encoding encoding;
+    SharedBytes bytes;
+    // The bytes are UTF-8 and are converted to Latin-1 for each delivery. Few programs ask for it, and
+    // keeping the converted text would take as much memory again.
+    bool convertToLatin1 = false;
+
+    SharedBytes delivered() const;
+    Data data() const;
+};
+
+struct Contents {
+    std::vector<Representation> representations;
+    // The host's own empty pasteboard: other programs find an owner that has no data for them.
+    bool empty = false;
+
+    // Null when there is none for that target.
+    const Representation* find(const PasteboardType& target) const;
+};
+
+using SharedContents = std::shared_ptr<const Contents>;
+
+// An owner that offers nothing except a note for clipboard managers to leave it alone.
 SharedContents emptyContents();
 
 // A text under every name that programs ask for.
 SharedContents textContents(std::string_view utf8);
 
-// The targets by which owners are asked about themselves or told to act; they are no data.
+// One representation alone.
+SharedContents singleContents(Representation representation);
+
+// True for a target by which an owner is asked about its contents, or told to do something; it has no data.
 bool isProtocolTarget(std::string_view target);
 
 } // namespace platform::selection

@@ -8,14 +8,13 @@ namespace platform::selection {
 
 namespace {
 
-std::vector<Offer> offersOf(Connection& connection, const Contents& contents) {
+std::vector<Offer> offersOf(XcbConnection& connection, const Contents& contents) {
     std::vector<std::string> names;
     std::vector<Offer> offers;
-    for (const auto& [type, data] : contents.representations) {
-        const Encoding encoding = encodingOf(data, type);
-        names.push_back(type);
-        names.push_back(encoding.type);
-        offers.push_back({XCB_NONE, XCB_NONE, encoding.format, offers.size()});
+    for (const Representation& one : contents.representations) {
+        names.push_back(one.target);
+        names.push_back(one.encoding.type);
+        offers.push_back({XCB_NONE, XCB_NONE, one.encoding.format, offers.size()});
     }
     const auto atoms = connection.atoms(names);
     for (std::size_t index = 0; index < offers.size(); ++index) {
@@ -27,7 +26,7 @@ std::vector<Offer> offersOf(Connection& connection, const Contents& contents) {
 
 } // namespace
 
-Owner::Owner(Connection& connection) : connection_(connection) {}
+Owner::Owner(XcbConnection& connection) : connection_(connection) {}
 
 void Owner::claim(SharedContents contents, xcb_timestamp_t time) {
     claimedOffers_ = offersOf(connection_, *contents);
@@ -35,22 +34,21 @@ void Owner::claim(SharedContents contents, xcb_timestamp_t time) {
     xcb_set_selection_owner(connection_.xcb(), connection_.window(), connection_.atom("CLIPBOARD"), time);
 }
 
-void Owner::changed(xcb_window_t owner, xcb_timestamp_t time) {
+void Owner::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
     if (owner != connection_.window()) {
         contents_ = nullptr;
         offers_.clear();
     } else if (claimed_) {
         contents_ = std::exchange(claimed_, nullptr);
         offers_ = std::exchange(claimedOffers_, {});
-        since_ = time;
+        ownedSince_ = time;
     }
 }
 
 void Owner::answer(const xcb_selection_request_event_t& request) {
-    // Programs of before 1988 leave the property to us.
+    // Programs written before the ICCCM (1988) name no property and mean the target's own name.
     const xcb_atom_t property = request.property == XCB_NONE ? request.target : request.property;
-    const bool asked = contents_ && request.selection == connection_.atom("CLIPBOARD") &&
-                       request.requestor != connection_.window();
+    const bool asked = contents_ && request.selection == connection_.atom("CLIPBOARD");
     const bool done =
         asked && (request.target == connection_.atom("MULTIPLE")
                       ? request.property != XCB_NONE && convertMultiple(request.requestor, property)
@@ -62,7 +60,7 @@ void Owner::answer(const xcb_selection_request_event_t& request) {
     notice.selection = request.selection;
     notice.target = request.target;
     notice.property = done ? property : xcb_atom_t{XCB_NONE};
-    // The library reads a whole event of 32 bytes from where we point.
+    // xcb_send_event() reads 32 bytes, whatever the size of the event.
     char event[32] = {};
     static_assert(sizeof notice <= sizeof event);
     std::memcpy(event, &notice, sizeof notice);
@@ -76,7 +74,7 @@ bool Owner::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t proper
     }
     if (target == connection_.atom("TIMESTAMP")) {
         xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, XCB_ATOM_INTEGER,
-                            32, 1, &since_);
+                            32, 1, &ownedSince_);
         return true;
     }
     const auto offer = std::ranges::find(offers_, target, &Offer::target);
@@ -101,7 +99,7 @@ bool Owner::convertMultiple(xcb_window_t requestor, xcb_atom_t property) {
     if (!reply || reply->format != 32) return false;
     const auto* values = static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get()));
     std::vector<xcb_atom_t> pairs(values, values + xcb_get_property_value_length(reply.get()) / 4);
-    // Pairs of target and property; a target that fails gets its property crossed out.
+    // Pairs of target and property; None in place of the property marks a target that has no data.
     for (std::size_t index = 0; index + 1 < pairs.size(); index += 2)
         if (pairs[index + 1] != XCB_NONE && !convert(requestor, pairs[index], pairs[index + 1]))
             pairs[index + 1] = XCB_NONE;
@@ -113,13 +111,13 @@ bool Owner::convertMultiple(xcb_window_t requestor, xcb_atom_t property) {
 void Owner::deliver(xcb_window_t requestor, xcb_atom_t property, const Offer& offer) {
     std::erase_if(transfers_,
                   [&](const Transfer& transfer) { return transfer.concerns(requestor, property); });
-    const auto& bytes = contents_->representations[offer.representation].data.bytes;
-    if (bytes.size() > Transfer::pieceSize)
-        transfers_.emplace_back(connection_, requestor, property, contents_, offer);
+    SharedBytes bytes = contents_->representations[offer.representation].delivered();
+    if (bytes->size() > Transfer::pieceSize)
+        transfers_.emplace_back(connection_, requestor, property, offer, std::move(bytes));
     else
         xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, offer.type,
-                            offer.format, static_cast<std::uint32_t>(bytes.size() / (offer.format / 8U)),
-                            bytes.data());
+                            offer.format, static_cast<std::uint32_t>(bytes->size() / (offer.format / 8U)),
+                            bytes->span().data());
 }
 
 void Owner::propertyDeleted(xcb_window_t requestor, xcb_atom_t property) {
@@ -138,7 +136,7 @@ void Owner::expire(Clock::time_point now) {
 
 std::optional<Clock::time_point> Owner::deadline() const {
     if (transfers_.empty()) return std::nullopt;
-    return std::ranges::min(transfers_, {}, &Transfer::deadline).deadline();
+    return std::ranges::min_element(transfers_, {}, &Transfer::deadline)->deadline();
 }
 
 template <class Predicate>
@@ -148,7 +146,7 @@ void Owner::drop(Predicate&& predicate) {
         if (predicate(transfer)) left.push_back(transfer.requestor());
         return predicate(transfer);
     });
-    // Stop watching a window once nothing more goes there.
+    // Stop watching windows without a transfer.
     const std::uint32_t events = XCB_EVENT_MASK_NO_EVENT;
     for (const xcb_window_t window : left)
         if (std::ranges::find(transfers_, window, &Transfer::requestor) == transfers_.end())

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/linux/x11/pasteboard/connection.h"
 #include "platform/linux/x11/pasteboard/contents.h"
 #include "platform/linux/x11/pasteboard/transfer.h"
+#include "platform/linux/x11/pasteboard/xcb_connection.h"
 
 #include <vector>
 
@@ -11,30 +11,31 @@ namespace platform::selection {
 // Owns CLIPBOARD for the host and answers every program that asks, several at once. On the connection's
 // thread.
 //
-// Who owns what follows the server's own stream of handover notices: contents count from the notice that the
-// host owns them to the notice that somebody else does, so no answer can come from contents of another time.
+// The server's events say when the host owns the selection. Contents are delivered from the event that says
+// that the host is the owner to the event that says that another is, so what is delivered always belongs to
+// the time it was asked for.
 class Owner {
 public:
-    explicit Owner(Connection& connection);
+    explicit Owner(XcbConnection& connection);
 
-    // Asks the server for the selection. A time that is not the newest is refused when somebody else has
-    // owned it since. The handover notice that follows puts the contents in force.
+    // Asks the server to make the host the owner, as of `time`. The server refuses when another program has
+    // become the owner after that time. The event that follows puts the contents in force.
     void claim(SharedContents contents, xcb_timestamp_t time);
 
-    // The selection has a new owner, who may be the host itself.
-    void changed(xcb_window_t owner, xcb_timestamp_t time);
+    // The selection has a new owner since `time`, which may be the host itself.
+    void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
 
-    // What the host owns; null when it does not own the selection.
+    // What the host offers; null while it is not the owner.
     const SharedContents& contents() const { return contents_; }
-    xcb_timestamp_t ownedSince() const { return since_; }
-    // True until a claim's notice has come.
+    xcb_timestamp_t ownedSince() const { return ownedSince_; }
+    // True from a claim to the event that grants it.
     bool claiming() const { return claimed_ != nullptr; }
 
     void answer(const xcb_selection_request_event_t& request);
     void propertyDeleted(xcb_window_t requestor, xcb_atom_t property);
     void windowGone(xcb_window_t requestor);
 
-    // Forgets programs that stopped taking their pieces; `deadline` says when to look next.
+    // Gives up transfers to programs that take no further piece. Call it again at `deadline`.
     void expire(Clock::time_point now);
     std::optional<Clock::time_point> deadline() const;
 
@@ -46,12 +47,12 @@ private:
     template <class Predicate>
     void drop(Predicate&& predicate);
 
-    Connection& connection_;
-    SharedContents claimed_;
-    SharedContents contents_;
+    XcbConnection& connection_;
+    SharedContents claimed_; // not yet granted
     std::vector<Offer> claimedOffers_;
+    SharedContents contents_;
     std::vector<Offer> offers_;
-    xcb_timestamp_t since_ = XCB_CURRENT_TIME;
+    xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     std::vector<Transfer> transfers_;
 };
 

@@ -1,10 +1,9 @@
 #include "platform/pasteboard.h"
 
-#include "platform/linux/x11/pasteboard/item_contents.h"
+#include "platform/linux/x11/pasteboard/item.h"
 #include "platform/linux/x11/pasteboard/text.h"
 #include "platform/linux/x11/pasteboard/thread.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -12,30 +11,33 @@ namespace platform {
 
 namespace {
 
-using selection::Patience;
+using selection::AnswerLimits;
+using selection::Representation;
 using selection::Thread;
 using namespace std::chrono_literals;
 
-// An owner that says nothing at all for this long has stopped. It is paid once: whoever owes an answer is not
-// asked again before it has come.
-constexpr auto longestSilence = 400ms;
-constexpr Patience typesPatience{longestSilence, longestSilence};
-constexpr Patience textPatience{longestSilence, 2000ms};
+// An owner that says nothing for that long has stopped. This is waited for once: a silent owner is not asked
+// anything before it has answered.
+constexpr AnswerLimits targetsLimits{1000ms, 1000ms};
+
+// Slow programs announce a copy and then take their time to deliver it.
+constexpr AnswerLimits textLimits{2000ms, 3000ms};
 
 // Names of plain text, the best first.
 const std::array<PasteboardType, 3> textTypes = {"UTF8_STRING", "text/plain;charset=utf-8", "STRING"};
 
-std::optional<Data> find(const selection::Contents& contents, const PasteboardType& type) {
-    const auto found = std::ranges::find(contents.representations, type, &selection::Representation::type);
-    if (found == contents.representations.end()) return std::nullopt;
-    return found->data;
+std::string utf8(const Representation& representation) {
+    return selection::utf8FromDelivered(selection::text(representation.delivered()->span()),
+                                        representation.encoding.type);
 }
 
 std::optional<std::string> textOf(const selection::View& view, const PasteboardType& type) {
-    const auto data =
-        view.own ? find(*view.own, type) : Thread::shared().data(type, view.changeCount, textPatience);
-    if (!data) return std::nullopt;
-    return selection::utf8FromData(*data, type);
+    if (view.own) {
+        const Representation* own = view.own->find(type);
+        return own ? std::optional(utf8(*own)) : std::nullopt;
+    }
+    const auto read = Thread::shared().read({type}, view.changeCount, textLimits);
+    return read.empty() ? std::nullopt : std::optional(utf8(read.front()));
 }
 
 } // namespace
@@ -51,20 +53,20 @@ std::int64_t Pasteboard::changeCount() const { return Thread::shared().changeCou
 
 std::optional<std::vector<PasteboardItem>> Pasteboard::pasteboardItems() const {
     using Items = std::vector<PasteboardItem>;
-    const auto view = Thread::shared().look();
+    const auto view = Thread::shared().view();
     if (!view) return std::nullopt;
     if (view->own && !view->own->empty)
         return Items{PasteboardItem(std::make_shared<PasteboardItem::Contents>(*view->own))};
     if (!view->foreign) return Items{};
-    auto types = Thread::shared().targets(view->changeCount, typesPatience);
+    const auto types = Thread::shared().targets(view->changeCount, targetsLimits);
     if (!types) return std::nullopt;
-    auto contents = std::make_shared<PasteboardItem::Contents>(std::move(*types), view->changeCount);
+    auto contents = std::make_shared<PasteboardItem::Contents>(*types, view->changeCount);
     if (contents->types().empty()) return Items{};
     return Items{PasteboardItem(std::move(contents))};
 }
 
 std::optional<std::string> Pasteboard::stringForType(const PasteboardType& type) const {
-    const auto view = Thread::shared().look();
+    const auto view = Thread::shared().view();
     if (!view || (view->own ? view->own->empty : !view->foreign)) return std::nullopt;
     if (type != PasteboardTypeString) return textOf(*view, type);
     for (const PasteboardType& name : textTypes)
@@ -76,19 +78,19 @@ void Pasteboard::clearContents() { Thread::shared().clear(); }
 
 bool Pasteboard::setString(std::string_view string, const PasteboardType& type) {
     if (type == PasteboardTypeString) return Thread::shared().write(selection::textContents(string));
-    selection::Contents contents;
-    contents.representations.push_back({type, {{string.begin(), string.end()}, {}}});
-    return Thread::shared().write(std::make_shared<const selection::Contents>(std::move(contents)));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(string.data());
+    return Thread::shared().write(selection::singleContents(
+        {type, {type, 8}, std::make_shared<const selection::Bytes>(std::span(bytes, string.size()))}));
 }
 
 bool Pasteboard::writeObjects(std::span<const PasteboardItem> items) {
-    // This desktop has one thing on the pasteboard: of several items' representations the first of a type
+    // This desktop has one item on the pasteboard; of several items' representations the first of a type
     // counts.
     selection::Contents contents;
     for (const PasteboardItem& item : items)
         for (const PasteboardType& type : item.types())
-            if (auto data = item.dataForType(type); data && !find(contents, type))
-                contents.representations.push_back({type, std::move(*data)});
+            if (const Representation* found = item.contents()->find(type); found && !contents.find(type))
+                contents.representations.push_back(*found);
     if (!contents.representations.empty())
         return Thread::shared().write(std::make_shared<const selection::Contents>(std::move(contents)));
     clearContents();

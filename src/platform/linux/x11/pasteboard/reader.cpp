@@ -1,130 +1,189 @@
 #include "platform/linux/x11/pasteboard/reader.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace platform::selection {
 
 namespace {
 
-// Atoms are never freed by the server, so the fresh property of a question is the one longest unused of a
-// few.
-constexpr std::size_t propertyCount = 64;
+// Beyond this the oldest request, of an owner that has stopped long ago, is forgotten.
+constexpr std::size_t mostRequests = 64;
 
-// More than any desktop copies; a broken owner must not fill the memory.
-constexpr std::size_t mostBytes = 512UL * 1024 * 1024;
+// All answers that are being delivered in pieces together; an owner may send pieces without end.
+constexpr std::size_t mostBytesUnderWay = 2 * mostBytes;
+
+// How long an answer that came late is kept. The host asks again every 20 ms while it waits for a copy.
+constexpr auto keepLimit = std::chrono::seconds(2);
 
 } // namespace
 
-Reader::Reader(Connection& connection) : connection_(connection) {
-    std::vector<std::string> names;
-    for (std::size_t index = 0; index < propertyCount; ++index)
-        names.push_back("QUILLMARK_PASTEBOARD_" + std::to_string(index));
-    properties_ = connection.atoms(names);
+Representation representation(XcbConnection& connection, const PasteboardType& target, Property value) {
+    const std::string type = connection.names({&value.type, 1}).front();
+    return {target, {type, value.format}, std::make_shared<const Bytes>(std::move(value.bytes))};
 }
 
-void Reader::ask(const Question& question, Patience patience, Done done) {
-    Conversion& conversion = start(question, std::move(done));
-    const auto now = Clock::now();
-    conversion.silence = patience.silence;
-    conversion.silentUntil = now + patience.silence;
-    conversion.end = now + patience.total;
-}
+Reader::Reader(XcbConnection& connection)
+    : connection_(connection), property_(connection.atom("QUILLMARK_PASTEBOARD")) {}
 
-void Reader::leave(const Question& question, Done done) { start(question, std::move(done)).late = true; }
-
-Reader::Conversion& Reader::start(const Question& question, Done done) {
-    const xcb_atom_t property = freshProperty();
-    conversions_.push_back({question, property, {}, {}, {}, std::move(done), false, false, {}});
-    xcb_delete_property(connection_.xcb(), connection_.window(), property);
-    xcb_convert_selection(connection_.xcb(), connection_.window(), question.selection, question.target,
-                          property, question.time);
-    return conversions_.back();
-}
-
-xcb_atom_t Reader::freshProperty() {
-    if (conversions_.size() >= propertyCount) finish(conversions_.begin(), std::nullopt);
-    for (;;) {
-        const xcb_atom_t property = properties_[nextProperty_++ % propertyCount];
-        if (std::ranges::find(conversions_, property, &Conversion::property) == conversions_.end())
-            return property;
+void Reader::ask(const Request& request, AnswerLimits limits, Done done) {
+    if (const auto earlier = find(request); earlier != conversions_.end()) {
+        if (earlier->state != State::kept) return done(std::nullopt);
+        Property value = earlier->joined();
+        conversions_.erase(earlier);
+        return done(std::move(value));
     }
+    Conversion& conversion = start(request, std::move(done));
+    const auto now = Clock::now();
+    conversion.state = State::awaited;
+    conversion.silence = limits.silence;
+    conversion.silentUntil = now + limits.silence;
+    conversion.end = now + limits.total;
 }
 
-bool Reader::owes(std::uint64_t owner) const {
-    return std::ranges::any_of(conversions_, [&](const Conversion& conversion) {
-        return conversion.late && conversion.question.owner == owner;
+void Reader::askWithoutLimit(const Request& request, Done done) { start(request, std::move(done)); }
+
+Reader::Conversion& Reader::start(const Request& request, Done done) {
+    Conversion& conversion = conversions_.emplace_back(Conversion{request, freeWindow(), std::move(done)});
+    xcb_delete_property(connection_.xcb(), conversion.window, property_);
+    xcb_convert_selection(connection_.xcb(), conversion.window, request.selection, request.target, property_,
+                          request.time);
+    return conversion;
+}
+
+Reader::Conversions::iterator Reader::find(const Request& request) {
+    return std::ranges::find_if(conversions_, [&](const Conversion& conversion) {
+        return request.owner != 0 && conversion.request.owner == request.owner &&
+               conversion.request.target == request.target;
     });
 }
 
-void Reader::ownerGone(std::uint64_t owner) {
-    for (auto next = conversions_.begin(); next != conversions_.end();) {
-        const auto conversion = next++;
-        if (conversion->question.owner == owner) finish(conversion, std::nullopt);
-    }
+xcb_window_t Reader::freeWindow() {
+    if (conversions_.size() >= mostRequests) finish(conversions_.begin(), std::nullopt);
+    for (const xcb_window_t window : windows_)
+        if (std::ranges::find(conversions_, window, &Conversion::window) == conversions_.end()) return window;
+    return windows_.emplace_back(connection_.newWindow());
+}
+
+bool Reader::isSilent(OwnerNumber owner) const {
+    return std::ranges::any_of(conversions_, [&](const Conversion& conversion) {
+        return conversion.request.owner == owner && conversion.state == State::late &&
+               !conversion.answeredOthers;
+    });
+}
+
+void Reader::ownerGone(OwnerNumber owner) {
+    const auto isIts = [&](const Conversion& conversion) { return conversion.request.owner == owner; };
+    // `done` may ask for something else, so begin again after each.
+    for (auto next = conversions_.begin();
+         (next = std::ranges::find_if(conversions_, isIts)) != conversions_.end();)
+        finish(next, std::nullopt);
 }
 
 void Reader::notified(const xcb_selection_notify_event_t& notice) {
-    const auto open = std::ranges::find_if(conversions_, [&](const Conversion& conversion) {
-        const Question& question = conversion.question;
-        if (question.selection != notice.selection || conversion.pieces) return false;
-        if (notice.property != XCB_NONE) return conversion.property == notice.property;
-        // A refusal names no property; the time tells the questions to two owners apart.
-        return question.target == notice.target &&
-               (notice.time == XCB_CURRENT_TIME || question.time == notice.time);
-    });
-    if (open == conversions_.end()) return;
+    const auto open = std::ranges::find(conversions_, notice.requestor, &Conversion::window);
+    if (open == conversions_.end() || open->inPieces || open->state == State::kept ||
+        open->request.target != notice.target)
+        return;
+    answered(open->request.owner);
     if (notice.property == XCB_NONE) return finish(open, std::nullopt);
-    Answer answer = connection_.take(notice.property);
-    if (!answer || answer->type != connection_.atom("INCR")) return finish(open, std::move(answer));
-    // Taking the announcement has told the owner to send the first piece.
-    open->pieces = true;
-    open->silentUntil = Clock::now() + open->silence;
+    std::optional<Property> value = connection_.take(open->window, property_);
+    // Reading the announcement of pieces (INCR) deletes it, which tells the owner to send the first one.
+    if (!value || value->type != connection_.atom("INCR")) return finish(open, std::move(value));
+    open->inPieces = true;
+    if (!open->done) giveUp(*open, State::abandoned);
 }
 
-void Reader::propertyArrived(xcb_atom_t property) {
-    const auto open = std::ranges::find(conversions_, property, &Conversion::property);
-    if (open == conversions_.end() || !open->pieces) return;
-    Answer piece = connection_.take(property);
+void Reader::propertyArrived(xcb_window_t window, xcb_atom_t property) {
+    const auto open = std::ranges::find(conversions_, window, &Conversion::window);
+    if (open == conversions_.end() || property != property_ || !open->inPieces ||
+        open->state == State::abandoned)
+        return;
+    std::optional<Property> piece = connection_.take(window, property);
     if (!piece) return;
-    if (piece->bytes.empty()) {
-        if (open->value.type == XCB_NONE) open->value = std::move(*piece);
-        return finish(open, std::move(open->value));
-    }
-    open->silentUntil = Clock::now() + open->silence;
-    if (!open->done) return; // Nobody waits any more: let the owner come to its end.
-    if (open->value.type == XCB_NONE) {
-        open->value = std::move(*piece);
-    } else {
-        open->value.bytes.insert(open->value.bytes.end(), piece->bytes.begin(), piece->bytes.end());
-    }
-    if (open->value.bytes.size() > mostBytes) miss(*open);
+    answered(open->request.owner);
+    const bool last = piece->bytes.empty();
+    if (!last || open->pieces.empty()) open->pieces.push_back(std::move(*piece));
+    if (last) return finish(open, open->joined());
+    // An owner whose piece is not taken sends no more.
+    if (open->size() > mostBytes || bytesUnderWay() > mostBytesUnderWay) giveUp(*open, State::abandoned);
 }
 
-void Reader::finish(Conversions::iterator conversion, Answer answer) {
-    const Done done = std::move(conversion->done);
-    conversions_.erase(conversion);
-    if (done) done(std::move(answer));
+// The owner lives: all that it still has to answer gets its time anew.
+void Reader::answered(OwnerNumber owner) {
+    const auto now = Clock::now();
+    for (Conversion& conversion : conversions_) {
+        if (conversion.request.owner != owner) continue;
+        conversion.answeredOthers = true;
+        conversion.silentUntil = now + conversion.silence;
+    }
 }
 
-void Reader::miss(Conversion& conversion) {
-    conversion.late = true;
-    conversion.value = {};
+void Reader::finish(Conversions::iterator conversion, std::optional<Property> value) {
+    if (const Done done = std::exchange(conversion->done, nullptr)) {
+        conversions_.erase(conversion);
+        return done(std::move(value));
+    }
+    if (!value || conversion->request.owner == 0) {
+        conversions_.erase(conversion);
+        return;
+    }
+    conversion->state = State::kept;
+    conversion->end = Clock::now() + keepLimit;
+    conversion->pieces.clear();
+    conversion->pieces.push_back(std::move(*value));
+}
+
+void Reader::giveUp(Conversion& conversion, State state) {
+    conversion.state = state;
+    conversion.pieces.clear();
     if (const Done done = std::exchange(conversion.done, nullptr)) done(std::nullopt);
 }
 
 void Reader::expire(Clock::time_point now) {
-    for (Conversion& conversion : conversions_)
-        if (!conversion.late && std::min(conversion.silentUntil, conversion.end) <= now) miss(conversion);
+    const auto isDue = [&](const Conversion& conversion) { return conversion.limit() <= now; };
+    for (auto next = conversions_.begin();
+         (next = std::ranges::find_if(conversions_, isDue)) != conversions_.end();) {
+        if (next->state == State::kept)
+            conversions_.erase(next);
+        else
+            giveUp(*next, next->inPieces ? State::abandoned : State::late);
+    }
 }
 
 std::optional<Clock::time_point> Reader::deadline() const {
-    std::optional<Clock::time_point> earliest;
-    for (const Conversion& conversion : conversions_) {
-        const auto limit = std::min(conversion.silentUntil, conversion.end);
-        if (!conversion.late && (!earliest || limit < *earliest)) earliest = limit;
+    if (conversions_.empty()) return std::nullopt;
+    const auto earliest = std::ranges::min_element(conversions_, {}, &Conversion::limit)->limit();
+    return earliest == Clock::time_point::max() ? std::nullopt : std::optional(earliest);
+}
+
+std::size_t Reader::bytesUnderWay() const {
+    return std::accumulate(
+        conversions_.begin(), conversions_.end(), std::size_t{0},
+        [](std::size_t sum, const Conversion& conversion) { return sum + conversion.size(); });
+}
+
+Clock::time_point Reader::Conversion::limit() const {
+    if (state == State::awaited) return std::min(silentUntil, end);
+    return state == State::kept ? end : Clock::time_point::max();
+}
+
+std::size_t Reader::Conversion::size() const {
+    return std::accumulate(pieces.begin(), pieces.end(), std::size_t{0},
+                           [](std::size_t sum, const Property& piece) { return sum + piece.bytes.size(); });
+}
+
+Property Reader::Conversion::joined() {
+    if (pieces.size() == 1) return std::move(pieces.front());
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(size());
+    for (Property& piece : pieces) {
+        const auto part = piece.bytes.span();
+        bytes.insert(bytes.end(), part.begin(), part.end());
+        piece.bytes = Bytes();
     }
-    return earliest;
+    return {pieces.front().type, pieces.front().format, Bytes(std::move(bytes))};
 }
 
 } // namespace platform::selection

@@ -1,79 +1,103 @@
 #pragma once
 
-#include "platform/linux/x11/pasteboard/connection.h"
 #include "platform/linux/x11/pasteboard/contents.h"
+#include "platform/linux/x11/pasteboard/xcb_connection.h"
 
 #include <functional>
 #include <list>
 
 namespace platform::selection {
 
-// How long an owner may stay silent, and how long the whole answer may take.
-struct Patience {
+// Counts the owners that CLIPBOARD has had, from 1. Owners of other selections are all number 0.
+using OwnerNumber = std::uint64_t;
+
+// What one owner is asked for, as of a time at which it owned the selection.
+struct Request {
+    xcb_atom_t selection;
+    xcb_atom_t target;
+    OwnerNumber owner;
+    xcb_timestamp_t time;
+};
+
+// How long an owner may answer nothing at all, and how long the whole answer may take.
+struct AnswerLimits {
     std::chrono::milliseconds silence;
     std::chrono::milliseconds total;
 };
 
-// What an owner delivered; absent when it refused or stayed silent.
-using Answer = std::optional<Property>;
-using Done = std::function<void(Answer)>;
+// Takes what an owner delivered; absent when it refused or was too late.
+using Done = std::function<void(std::optional<Property> value)>;
 
-// Asks the owners of selections, any number of questions at once. On the connection's thread. An owner that
-// misses its deadline still owes the answer: the question stays open, what comes late is thrown away, and
-// until then the owner counts as not answering.
+// What an owner delivered for a target, with the names of the atoms in it.
+Representation representation(XcbConnection& connection, const PasteboardType& target, Property value);
+
+// Asks the owners of selections for what they offer, any number of requests at once. On the connection's
+// thread.
+//
+// A request that has missed a limit stays open. What is delivered late is kept for a moment, for whoever asks
+// for it again. An owner that has answered nothing since a request of its own was missed is silent.
+//
+// Each request has a window of its own as long as it is open, so that its answer cannot be taken for
+// another's. GTK 3 needs that too: of several answers that it delivers to one window in pieces it forgets all
+// but one.
 class Reader {
 public:
-    explicit Reader(Connection& connection);
+    explicit Reader(XcbConnection& connection);
 
-    // A question to one owner: which of all the selection's owners so far it is for, and since when that one
-    // owns.
-    struct Question {
-        xcb_atom_t selection;
-        xcb_atom_t target;
-        std::uint64_t owner;
-        xcb_timestamp_t time;
-    };
+    // `done` is called once, perhaps before this returns, and never when the reader ends first.
+    void ask(const Request& request, AnswerLimits limits, Done done);
 
-    // `done` is called once, unless the reader ends first.
-    void ask(const Question& question, Patience patience, Done done);
+    // Asks a silent owner and waits for as long as the owner exists.
+    void askWithoutLimit(const Request& request, Done done);
 
-    // A question to an owner that is not answering, kept open without a deadline for the day it wakes up.
-    void leave(const Question& question, Done done);
+    bool isSilent(OwnerNumber owner) const;
 
-    // True while that owner has not given an answer in time and not since.
-    bool owes(std::uint64_t owner) const;
-
-    // That owner has died: nothing will come from it any more.
-    void ownerGone(std::uint64_t owner);
+    // That owner has ended; it will deliver nothing more.
+    void ownerGone(OwnerNumber owner);
 
     void notified(const xcb_selection_notify_event_t& notice);
-    void propertyArrived(xcb_atom_t property);
+    void propertyArrived(xcb_window_t window, xcb_atom_t property);
 
+    // Ends what has passed its limits. Call it again at `deadline`.
     void expire(Clock::time_point now);
     std::optional<Clock::time_point> deadline() const;
 
 private:
+    enum class State {
+        awaited,  // `done` is called when the answer comes or a limit has passed
+        late,     // a limit has passed, or there is none
+        kept,     // the answer came late, and nobody has asked for it again yet
+        abandoned // the answer comes in pieces, too many or too late; no further one is taken
+    };
     struct Conversion {
-        Question question;
-        xcb_atom_t property;
-        std::chrono::milliseconds silence;
-        Clock::time_point silentUntil;
-        Clock::time_point end;
+        Request request;
+        xcb_window_t window;
         Done done;
-        bool late = false;
-        bool pieces = false;
-        Property value;
+        State state = State::late;
+        std::chrono::milliseconds silence{};
+        Clock::time_point silentUntil{};
+        Clock::time_point end{};
+        bool answeredOthers = false; // its owner has answered another request since
+        bool inPieces = false;
+        std::vector<Property> pieces{};
+
+        Clock::time_point limit() const; // when something has to happen; max: never
+        std::size_t size() const;        // in bytes
+        Property joined();
     };
     using Conversions = std::list<Conversion>;
 
-    Conversion& start(const Question& question, Done done);
-    xcb_atom_t freshProperty();
-    void finish(Conversions::iterator conversion, Answer answer);
-    void miss(Conversion& conversion);
+    Conversion& start(const Request& request, Done done);
+    Conversions::iterator find(const Request& request);
+    xcb_window_t freeWindow();
+    void answered(OwnerNumber owner);
+    void finish(Conversions::iterator conversion, std::optional<Property> value);
+    static void giveUp(Conversion& conversion, State state);
+    std::size_t bytesUnderWay() const;
 
-    Connection& connection_;
-    std::vector<xcb_atom_t> properties_;
-    std::size_t nextProperty_ = 0;
+    XcbConnection& connection_;
+    xcb_atom_t property_; // in which answers are delivered
+    std::vector<xcb_window_t> windows_;
     Conversions conversions_;
 };
 

@@ -1,10 +1,8 @@
 #include "platform/linux/x11/pasteboard/text.h"
 
-#include "platform/linux/x11/pasteboard/contents.h"
+#include "platform/linux/base/handle.h"
 
 #include <glib.h>
-
-#include <memory>
 
 namespace platform::selection {
 
@@ -13,7 +11,7 @@ namespace {
 std::string wellFormed(std::string text) {
     const auto length = static_cast<gssize>(text.size());
     if (g_utf8_validate(text.data(), length, nullptr)) return text;
-    const std::unique_ptr<gchar, void (*)(gpointer)> valid(g_utf8_make_valid(text.data(), length), g_free);
+    const Handle<char, g_free> valid(g_utf8_make_valid(text.data(), length));
     return valid.get();
 }
 
@@ -34,25 +32,29 @@ std::string utf8FromLatin1(std::string_view latin1) {
 
 } // namespace
 
-std::string latin1FromUtf8(std::string_view utf8) {
-    const std::string text = wellFormed(std::string(utf8));
-    std::string latin1;
-    latin1.reserve(text.size());
-    for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
-        const gunichar character = g_utf8_get_char(at);
-        latin1 += character <= 0xFF ? static_cast<char>(character) : '?';
+std::string_view text(std::span<const std::uint8_t> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+std::vector<std::uint8_t> latin1FromUtf8(std::string_view utf8) {
+    std::vector<std::uint8_t> latin1;
+    latin1.reserve(utf8.size());
+    for (const char *at = utf8.data(), *end = at + utf8.size(); at < end;) {
+        const gunichar character = g_utf8_get_char_validated(at, end - at);
+        const bool valid = g_unichar_validate(character) != FALSE;
+        latin1.push_back(static_cast<std::uint8_t>(valid && character <= 0xFF ? character : '?'));
+        at = valid ? g_utf8_next_char(at) : at + 1;
     }
     return latin1;
 }
 
-std::string utf8FromData(const Data& data, const PasteboardType& target) {
-    std::string text(data.bytes.begin(), data.bytes.end());
-    // Motif and Java programs count the C string's end as part of the text.
+std::string utf8FromDelivered(std::string_view text, std::string_view type) {
+    // Motif and Java programs count the zero byte at the end of a C string as part of the text.
     while (!text.empty() && text.back() == '\0')
-        text.pop_back();
-    // What came is named by the answer's type: xterm answers TEXT and UTF8_STRING requests with STRING at
-    // times.
-    return encodingOf(data, target).type == "STRING" ? utf8FromLatin1(text) : wellFormed(std::move(text));
+        text.remove_suffix(1);
+    // The type says what came, whatever was asked for: xterm answers requests for UTF8_STRING and TEXT with
+    // STRING when the text is Latin-1.
+    return type == "STRING" ? utf8FromLatin1(text) : wellFormed(std::string(text));
 }
 
 } // namespace platform::selection

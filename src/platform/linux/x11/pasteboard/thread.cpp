@@ -1,5 +1,7 @@
 #include "platform/linux/x11/pasteboard/thread.h"
 
+#include "platform/linux/x11/pasteboard/batch.h"
+
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
@@ -15,13 +17,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A call that asks nobody but the X server; 0.2 ms unless another program holds the server.
-constexpr std::chrono::milliseconds serverPatience = 500ms;
+// For a call that asks only the X server, which takes 0.2 ms unless another program has grabbed the server.
+constexpr std::chrono::milliseconds serverLimit = 500ms;
 
-// The thread keeps the deadlines; this is only for the case that it cannot.
-constexpr std::chrono::milliseconds slack = 250ms;
+// The thread itself ends calls at their limits; after this much longer the thread itself is held up.
+constexpr std::chrono::milliseconds threadDelay = 250ms;
 
-constexpr std::chrono::milliseconds handOverPatience = 1000ms;
+constexpr std::chrono::milliseconds managerLimit = 1000ms;
 
 } // namespace
 
@@ -43,33 +45,33 @@ Thread::Thread() : clipboard_(Clipboard::open()), wake_(eventfd(0, EFD_CLOEXEC |
 
 Thread::~Thread() {
     if (thread_.joinable()) {
-        ask<bool>(handOverPatience, [](Clipboard& clipboard, auto result) {
-            clipboard.handOver(handOverPatience, [result] { result->set_value(true); });
+        call<bool>(managerLimit, [](Clipboard& clipboard, auto result) {
+            clipboard.saveToManager(managerLimit, [result] { result->set_value(true); });
         });
         {
             const std::lock_guard lock(mutex_);
             ending_ = true;
         }
         wake();
-        // A thread that waits for a held-up server gets out when its connection ends.
-        if (ended_.get_future().wait_for(serverPatience) != std::future_status::ready)
-            shutdown(clipboard_->descriptor(), SHUT_RDWR);
+        // A thread that waits for a grabbed server goes on when its connection is closed.
+        if (ended_.get_future().wait_for(serverLimit) != std::future_status::ready)
+            shutdown(clipboard_->connection().descriptor(), SHUT_RDWR);
         thread_.join();
     }
 }
 
 template <class Result>
 std::optional<Result>
-Thread::ask(std::chrono::milliseconds limit,
-            std::function<void(Clipboard&, std::shared_ptr<std::promise<Result>>)> task) {
+Thread::call(std::chrono::milliseconds limit,
+             std::function<void(Clipboard&, std::shared_ptr<std::promise<Result>>)> task) {
     auto promise = std::make_shared<std::promise<Result>>();
     auto answer = promise->get_future();
     post([promise = std::move(promise), task = std::move(task)](Clipboard& clipboard) {
         task(clipboard, promise);
     });
-    const bool heldUp = done_ < missed_;
-    if (answer.wait_for(heldUp ? 0ms : limit + slack) != std::future_status::ready) {
-        missed_ = posted_;
+    const bool heldUp = done_ < overdue_;
+    if (answer.wait_for(heldUp ? 0ms : limit + threadDelay) != std::future_status::ready) {
+        overdue_ = posted_;
         return std::nullopt;
     }
     try {
@@ -80,53 +82,49 @@ Thread::ask(std::chrono::milliseconds limit,
 }
 
 std::int64_t Thread::changeCount() {
-    if (const auto view = look()) lastCount_ = view->changeCount;
+    if (const auto now = view()) lastCount_ = now->changeCount;
     return lastCount_;
 }
 
-std::optional<View> Thread::look() {
-    return ask<View>(serverPatience,
-                     [](Clipboard& clipboard, auto result) { result->set_value(clipboard.look()); });
+std::optional<View> Thread::view() {
+    return call<View>(serverLimit,
+                      [](Clipboard& clipboard, auto result) { result->set_value(clipboard.view()); });
 }
 
-std::optional<std::vector<PasteboardType>> Thread::targets(std::int64_t changeCount, Patience patience) {
-    using Names = std::optional<std::vector<PasteboardType>>;
-    return ask<Names>(patience.total,
-                      [=](Clipboard& clipboard, auto result) {
-                          clipboard.ask(
-                              "TARGETS", changeCount, patience, [&clipboard, result](const Answer& answer) {
-                                  result->set_value(answer ? Names(clipboard.names(*answer)) : std::nullopt);
-                              });
-                      })
+Clipboard::Targets Thread::targets(std::int64_t changeCount, AnswerLimits limits) {
+    return call<Clipboard::Targets>(limits.total,
+                                    [=](Clipboard& clipboard, auto result) {
+                                        clipboard.askTargets(changeCount, limits,
+                                                             [result](Clipboard::Targets targets) {
+                                                                 result->set_value(std::move(targets));
+                                                             });
+                                    })
         .value_or(std::nullopt);
 }
 
-std::optional<Data> Thread::data(const PasteboardType& type, std::int64_t changeCount, Patience patience) {
-    return ask<std::optional<Data>>(
-               patience.total,
-               [=](Clipboard& clipboard, auto result) {
-                   clipboard.ask(type, changeCount, patience, [&clipboard, result](Answer answer) {
-                       if (!answer) return result->set_value(std::nullopt);
-                       const std::string name = clipboard.name(answer->type);
-                       result->set_value(
-                           Data{std::move(answer->bytes), encodingNote({name, answer->format})});
-                   });
-               })
-        .value_or(std::nullopt);
+std::vector<Representation> Thread::read(std::vector<PasteboardType> targets, std::int64_t changeCount,
+                                         AnswerLimits limits) {
+    using All = std::vector<Representation>;
+    return call<All>(limits.total,
+                     [=, targets = std::move(targets)](Clipboard& clipboard, auto result) {
+                         Batch::ask(clipboard, targets, changeCount, limits,
+                                    [result](All all) { result->set_value(std::move(all)); });
+                     })
+        .value_or(All{});
 }
 
 void Thread::clear() {
-    ask<bool>(serverPatience, [](Clipboard& clipboard, auto result) {
+    call<bool>(serverLimit, [](Clipboard& clipboard, auto result) {
         clipboard.clear();
         result->set_value(true);
     });
 }
 
 bool Thread::write(SharedContents contents) {
-    return ask<bool>(serverPatience,
-                     [contents = std::move(contents)](Clipboard& clipboard, auto result) {
-                         result->set_value(clipboard.write(contents));
-                     })
+    return call<bool>(serverLimit,
+                      [contents = std::move(contents)](Clipboard& clipboard, auto result) {
+                          result->set_value(clipboard.write(contents));
+                      })
         .value_or(false);
 }
 
@@ -142,12 +140,12 @@ void Thread::post(Task task) {
 
 void Thread::wake() {
     const std::uint64_t one = 1;
-    // Can only fail when the count is full, and then the thread is awake.
+    // Fails only when the counter is full, and then the thread is awake anyway.
     [[maybe_unused]] const auto written = ::write(wake_.number(), &one, sizeof one);
 }
 
 void Thread::run() {
-    while (!clipboard_->lost() && runTasks()) {
+    while (!clipboard_->connection().lost() && runTasks()) {
         clipboard_->process();
         sleep(clipboard_->deadline());
     }
@@ -180,10 +178,10 @@ void Thread::sleep(std::optional<Clock::time_point> deadline) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now()).count();
         timeout = static_cast<int>(std::clamp<std::int64_t>(left, 0, 60'000));
     }
-    pollfd sources[] = {{clipboard_->descriptor(), POLLIN, 0}, {wake_.number(), POLLIN, 0}};
+    pollfd sources[] = {{clipboard_->connection().descriptor(), POLLIN, 0}, {wake_.number(), POLLIN, 0}};
     poll(sources, 2, timeout);
     std::uint64_t count = 0;
-    [[maybe_unused]] const auto got = read(wake_.number(), &count, sizeof count);
+    [[maybe_unused]] const auto got = ::read(wake_.number(), &count, sizeof count);
 }
 
 } // namespace platform::selection

@@ -11,10 +11,10 @@
 
 namespace platform::selection {
 
-// Runs the clipboard on a thread of its own, so that other programs can paste while the main thread sleeps
-// or waits. The calls are for the main thread; each takes a bounded time, also when the X server itself is
-// held up by another program, and answers absent or false then. Started at first use; at the program's end
-// it offers the contents to the clipboard manager.
+// Runs the clipboard on a thread of its own, so that other programs can paste while the main thread sleeps or
+// waits. The calls are for the main thread. Each takes a bounded time, even while another program has grabbed
+// the X server, and gives nothing or false then. Started at first use; when the program ends, it gives the
+// contents to the clipboard manager.
 class Thread {
 public:
     static Thread& shared();
@@ -23,9 +23,12 @@ public:
     Thread& operator=(const Thread&) = delete;
 
     std::int64_t changeCount();
-    std::optional<View> look();
-    std::optional<std::vector<PasteboardType>> targets(std::int64_t changeCount, Patience patience);
-    std::optional<Data> data(const PasteboardType& type, std::int64_t changeCount, Patience patience);
+    std::optional<View> view();
+    // What the owner offered at that change; absent when it does not answer or the pasteboard has changed.
+    Clipboard::Targets targets(std::int64_t changeCount, AnswerLimits limits);
+    // Of these targets, what the owner delivers, in this order.
+    std::vector<Representation> read(std::vector<PasteboardType> targets, std::int64_t changeCount,
+                                     AnswerLimits limits);
     void clear();
     bool write(SharedContents contents);
 
@@ -33,8 +36,8 @@ private:
     Thread();
     using Task = std::function<void(Clipboard&)>;
     template <class Result>
-    std::optional<Result> ask(std::chrono::milliseconds limit,
-                              std::function<void(Clipboard&, std::shared_ptr<std::promise<Result>>)> task);
+    std::optional<Result> call(std::chrono::milliseconds limit,
+                               std::function<void(Clipboard&, std::shared_ptr<std::promise<Result>>)> task);
     void post(Task task);
     void wake();
     void run();
@@ -44,9 +47,8 @@ private:
     std::unique_ptr<Clipboard> clipboard_;
     FileDescriptor wake_;
     std::int64_t lastCount_ = 0;
-    std::uint64_t posted_ = 0;
-    // The call that gave up waiting for the thread to get to it.
-    std::uint64_t missed_ = 0;
+    std::uint64_t posted_ = 0;  // tasks so far
+    std::uint64_t overdue_ = 0; // the number of the last task that took too long
     std::atomic<std::uint64_t> done_ = 0;
     std::mutex mutex_;
     std::deque<Task> tasks_;

@@ -1,7 +1,8 @@
-#include "platform/linux/x11/pasteboard/connection.h"
+#include "platform/linux/x11/pasteboard/xcb_connection.h"
 
 #include <xcb/xfixes.h>
 
+#include <cstring>
 #include <utility>
 
 namespace platform::selection {
@@ -17,30 +18,28 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 
 } // namespace
 
-std::unique_ptr<Connection> Connection::open() {
+std::unique_ptr<XcbConnection> XcbConnection::open() {
     int screen = 0;
-    std::unique_ptr<Connection> connection(new Connection(xcb_connect(nullptr, &screen)));
+    std::unique_ptr<XcbConnection> connection(new XcbConnection(xcb_connect(nullptr, &screen)));
     if (connection->lost() || !connection->prepare(screen)) return nullptr;
     return connection;
 }
 
-Connection::~Connection() { xcb_disconnect(connection_); }
+XcbConnection::~XcbConnection() { xcb_disconnect(connection_); }
 
-bool Connection::prepare(int number) {
+bool XcbConnection::prepare(int number) {
     const xcb_screen_t* screen = screenOf(connection_, number);
     const xcb_query_extension_reply_t* xfixes = xcb_get_extension_data(connection_, &xcb_xfixes_id);
     if (!screen || !xfixes || !xfixes->present) return false;
-    handoverType_ = static_cast<std::uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    // The server counts the extension's requests as unknown until it has heard which version we speak.
+    ownerChangeType_ = static_cast<std::uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    // The server refuses the extension's requests until the client has said which version it uses.
     const auto version = xcb_xfixes_query_version(connection_, 1, 0);
     if (!Reply<xcb_xfixes_query_version_reply_t>(
             xcb_xfixes_query_version_reply(connection_, version, nullptr)))
         return false;
 
-    window_ = xcb_generate_id(connection_);
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen->root, -10, -10, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    root_ = screen->root;
+    window_ = newWindow();
     xcb_xfixes_select_selection_input(connection_, window_, atom("CLIPBOARD"),
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
@@ -48,7 +47,15 @@ bool Connection::prepare(int number) {
     return true;
 }
 
-std::vector<xcb_atom_t> Connection::atoms(std::span<const std::string> names) {
+xcb_window_t XcbConnection::newWindow() {
+    const xcb_window_t window = xcb_generate_id(connection_);
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, root_, -10, -10, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    return window;
+}
+
+std::vector<xcb_atom_t> XcbConnection::atoms(std::span<const std::string> names) {
     std::vector<std::pair<const std::string*, xcb_intern_atom_cookie_t>> asked;
     for (const std::string& name : names)
         if (!atoms_.contains(name))
@@ -66,7 +73,7 @@ std::vector<xcb_atom_t> Connection::atoms(std::span<const std::string> names) {
     return numbers;
 }
 
-std::vector<std::string> Connection::names(std::span<const xcb_atom_t> atoms) {
+std::vector<std::string> XcbConnection::names(std::span<const xcb_atom_t> atoms) {
     std::vector<std::pair<xcb_atom_t, xcb_get_atom_name_cookie_t>> asked;
     for (const xcb_atom_t atom : atoms)
         if (!names_.contains(atom)) asked.emplace_back(atom, xcb_get_atom_name(connection_, atom));
@@ -84,20 +91,20 @@ std::vector<std::string> Connection::names(std::span<const xcb_atom_t> atoms) {
     return names;
 }
 
-Event Connection::next() {
+Event XcbConnection::next() {
     if (waiting_.empty()) return Event(xcb_poll_for_event(connection_));
     Event event = std::move(waiting_.front());
     waiting_.pop_front();
     return event;
 }
 
-void Connection::synchronize() {
+void XcbConnection::synchronize() {
     Reply<xcb_get_input_focus_reply_t>(
         xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
-xcb_timestamp_t Connection::time() {
-    // The server dates every change of a property, also one that appends nothing.
+xcb_timestamp_t XcbConnection::time() {
+    // Every change of a property causes an event with the server's time in it, even one that appends nothing.
     const xcb_atom_t clock = atom("QUILLMARK_CLOCK");
     xcb_change_property(connection_, XCB_PROP_MODE_APPEND, window_, clock, XCB_ATOM_INTEGER, 32, 0, nullptr);
     synchronize();
@@ -112,25 +119,29 @@ xcb_timestamp_t Connection::time() {
     return time;
 }
 
-xcb_window_t Connection::ownerOf(xcb_atom_t selection) {
+xcb_window_t XcbConnection::ownerOf(xcb_atom_t selection) {
     const auto cookie = xcb_get_selection_owner(connection_, selection);
     const Reply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection_, cookie, nullptr));
     return reply ? reply->owner : xcb_window_t{XCB_NONE};
 }
 
-std::optional<Property> Connection::take(xcb_atom_t property) {
+std::optional<Property> XcbConnection::take(xcb_window_t window, xcb_atom_t property) {
     const auto cookie =
-        xcb_get_property(connection_, 1, window_, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 0x1FFFFFFF);
+        xcb_get_property(connection_, 1, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, mostBytes / 4);
     const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply || reply->type == XCB_NONE) return std::nullopt;
-    const auto* bytes = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
-    const int length = xcb_get_property_value_length(reply.get());
-    return Property{reply->type, reply->format, {bytes, bytes + length}};
+    auto* value = static_cast<std::uint8_t*>(xcb_get_property_value(reply.get()));
+    const std::span bytes(value, static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+    Property result{reply->type, reply->format, Bytes(std::span<const std::uint8_t>(bytes))};
+    if (!bytes.empty()) explicit_bzero(bytes.data(), bytes.size());
+    if (reply->bytes_after == 0) return result;
+    xcb_delete_property(connection_, window, property);
+    return std::nullopt;
 }
 
-bool Connection::isHandover(const xcb_generic_event_t& event) const {
-    return (event.response_type & 0x7F) == handoverType_;
+bool XcbConnection::isOwnerChange(const xcb_generic_event_t& event) const {
+    return (event.response_type & 0x7F) == ownerChangeType_;
 }
 
 } // namespace platform::selection
