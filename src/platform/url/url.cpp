@@ -39,6 +39,22 @@ bool parses(const std::string& text) {
     return split && (!host || std::string_view(host).find_first_of(unsafe) == std::string_view::npos);
 }
 
+// The path as the file system understands it: ".." after a link to a folder leads to the parent of the folder
+// that the link names, not back to where the link is. Links after the last ".." stay as they are. Empty when
+// a folder before a ".." does not exist.
+std::filesystem::path withoutParents(const std::filesystem::path& path) {
+    std::filesystem::path resolved, rest;
+    for (const auto& part : path) {
+        rest /= part;
+        if (part != "..") continue;
+        std::error_code missing;
+        resolved = std::filesystem::canonical(resolved / rest, missing);
+        if (missing) return {};
+        rest.clear();
+    }
+    return (resolved / rest).lexically_normal();
+}
+
 } // namespace
 
 std::optional<URL> URL::URLWithString(std::string_view string) {
@@ -56,8 +72,12 @@ URL URL::fileURLWithPath(std::string_view path, bool isDirectory) {
     // byte what stands before that byte.
     if (path.empty() || path.find('\0') != std::string_view::npos) return url;
     std::error_code unreadable;
-    url.path_ = std::filesystem::absolute(path, unreadable).lexically_normal().string();
+    const auto absolute = std::filesystem::absolute(path, unreadable);
+    const auto resolved = withoutParents(absolute);
+    // A path that leads nowhere is kept for what is said about it, but has no location that could be opened.
+    url.path_ = (resolved.empty() ? absolute : resolved).string();
     if (isDirectory && !url.path_.ends_with('/')) url.path_ += '/';
+    if (resolved.empty()) return url;
     if (const Text uri{g_filename_to_uri(url.path_.c_str(), nullptr, nullptr)}) url.string_ = uri.get();
     return url;
 }
