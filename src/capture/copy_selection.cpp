@@ -21,6 +21,13 @@ std::optional<std::string> awaitCopiedText(const platform::Pasteboard& pasteboar
     return std::nullopt;
 }
 
+void postCopyKey() {
+    using platform::KeystrokeGuard;
+    std::optional<KeystrokeGuard> guard;
+    if (const auto pid = targetPid()) guard.emplace(*pid, KeystrokeGuard::Against::otherWindows);
+    postKey("c", cKey, platform::kCGEventFlagMaskCommand);
+}
+
 } // namespace
 
 std::optional<std::string> copySelectionViaClipboard() {
@@ -28,7 +35,7 @@ std::optional<std::string> copySelectionViaClipboard() {
     auto snapshot = snapshotPasteboard(pasteboard);
     const auto changeCount = pasteboard.changeCount();
     pasteboard.clearContents();
-    postKey("c", cKey, platform::kCGEventFlagMaskCommand);
+    postCopyKey();
     auto copied = awaitCopiedText(pasteboard, changeCount);
     restorePasteboard(pasteboard, std::move(snapshot));
     return copied;

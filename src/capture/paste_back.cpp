@@ -85,13 +85,20 @@ void DesktopBridge::poll(const std::shared_ptr<PasteAttempt>& attempt) {
                                         [bridge = shared_from_this(), attempt] { bridge->poll(attempt); });
         return;
     }
-    if (!targetUnchanged(attempt->source, attempt->target)) return giveUp(*attempt);
-    // The check may have taken long enough for the user to do something else.
-    if (attempt->isLate() || isModifierHeld() || !isFrontmost(attempt->source)) return giveUp(*attempt);
-
-    attempt->typeText();
+    if (!typeBack(*attempt)) return giveUp(*attempt);
     pastePending_ = false;
     attempt->result.success("pasted");
+}
+
+// False when the place is not what it was, and nothing is typed. What changes later, the guard has to notice.
+bool DesktopBridge::typeBack(const PasteAttempt& attempt) {
+    using platform::KeystrokeGuard;
+    const KeystrokeGuard guard(attempt.source.processIdentifier(), KeystrokeGuard::Against::anyChange);
+    if (!targetUnchanged(attempt.source, attempt.target)) return false;
+    // The check may have taken long enough for the user to do something else.
+    if (attempt.isLate() || isModifierHeld() || !isFrontmost(attempt.source)) return false;
+    attempt.typeText();
+    return true;
 }
 
 void DesktopBridge::PasteAttempt::typeText() const {

@@ -91,6 +91,7 @@ private:
     bool canPasteBack(const std::string* token) const;
     void startPaste(std::string text, Result result);
     void poll(const std::shared_ptr<PasteAttempt>& attempt);
+    static bool typeBack(const PasteAttempt& attempt);
     void giveUp(PasteAttempt& attempt);
     static bool targetUnchanged(const platform::RunningApplication& source, const PasteTarget& target);
 

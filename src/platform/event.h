@@ -2,11 +2,13 @@
 
 #include "platform/keyboard_layout.h"
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
 
-// Synthetic keystrokes, and the modifier keys the user holds. Main thread only.
+// Synthetic keystrokes, and the modifier keys that people hold. Main thread only.
 namespace platform {
 
 // A mask of modifier keys. In a synthetic keystroke the Command flag means the key that makes a program copy
@@ -44,11 +46,31 @@ std::optional<KeyboardEvent> CGEventCreateKeyboardEvent(const std::optional<Even
 // Replaces the event's modifiers.
 void CGEventSetFlags(KeyboardEvent& event, CGEventFlags flags);
 
-// Posts the event to the program that has the focus. That program sees exactly the event's own modifiers,
-// whatever the user holds at this moment, and no modifier stays pressed after the key-up event. A keystroke
-// that would not copy or paste there but do harm (Command keys in a terminal) is withheld, and so is one that
-// would reach another window than the one last known to be in front.
+// Posts the event to the program that has the focus. A key goes down and comes up when its key-up event is
+// posted. That program sees exactly the event's own modifiers, whatever people hold at this moment, and none
+// stays pressed. Command keys are withheld where they would not copy or paste but do harm: in a terminal,
+// Command-C is Control-C and ends what runs there.
 void CGEventPost(CGEventTapLocation tap, const KeyboardEvent& event);
+
+// Keeps keystrokes from arriving where they are not meant to. Those posted while it lives are meant for one
+// program: they arrive together when it goes, or none of them does, namely when something has come between
+// since it was made. One lives at a time.
+class [[nodiscard]] KeystrokeGuard {
+public:
+    // What withholds the keystrokes: that another window is in front; or besides that any change of the
+    // program's focused element, its text or its selection, and any key or button that a person has pressed.
+    enum class Against { otherWindows, anyChange };
+
+    KeystrokeGuard(pid_t process, Against against);
+    ~KeystrokeGuard();
+    KeystrokeGuard(const KeystrokeGuard&) = delete;
+    KeystrokeGuard& operator=(const KeystrokeGuard&) = delete;
+
+    struct Watch;
+
+private:
+    std::unique_ptr<Watch> watch_;
+};
 
 class Event {
 public:

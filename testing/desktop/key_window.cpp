@@ -15,7 +15,7 @@ namespace {
     const ::Window window =
         XCreateSimpleWindow(display, DefaultRootWindow(display), 50, 50, 300, 200, 0, 0, 0);
     setWindowClass(display, window, windowClass);
-    XSelectInput(display, window, KeyPressMask);
+    XSelectInput(display, window, KeyPressMask | KeyReleaseMask);
     XMapWindow(display, window);
     XFlush(display);
     return window;
@@ -70,25 +70,37 @@ void KeyWindow::takeFocus() {
 KeyWindow::~KeyWindow() { XCloseDisplay(display_); }
 
 const std::vector<std::string>& KeyWindow::presses() {
+    read();
+    return presses_;
+}
+
+int KeyWindow::loneAlts() {
+    read();
+    return loneAlts_;
+}
+
+void KeyWindow::read() {
     XSync(display_, False);
     while (XPending(display_) > 0) {
         XEvent event{};
         XNextEvent(display_, &event);
         if (event.type == MappingNotify) XRefreshKeyboardMapping(&event.xmapping);
-        if (event.type != KeyPress) continue;
+        if (event.type != KeyPress && event.type != KeyRelease) continue;
         const auto key = static_cast<KeyCode>(event.xkey.keycode);
         unsigned used = 0;
         KeySym symbol = NoSymbol;
         XkbLookupKeySym(display_, key, XkbBuildCoreState(0, XkbGroupForCoreState(event.xkey.state)), &used,
                         &symbol);
-        if (IsModifierKey(symbol)) continue;
+        const bool isAlt = symbol == XK_Alt_L || symbol == XK_Alt_R;
+        if (isAlt && event.type == KeyRelease && onlyAltSoFar_) ++loneAlts_;
+        onlyAltSoFar_ = isAlt && event.type == KeyPress;
+        if (IsModifierKey(symbol) || event.type == KeyRelease) continue;
         for (int other = 0; other < 4 && symbol > 0xFF && symbol < 0xFF00; ++other)
             if (const KeySym candidate = XkbKeycodeToKeysym(display_, key, other, 0);
                 candidate != NoSymbol && candidate <= 0xFF)
                 symbol = candidate;
         presses_.push_back(nameOf(event.xkey.state, symbol));
     }
-    return presses_;
 }
 
 } // namespace testbed

@@ -24,11 +24,18 @@ public:
 
     void takeFocus();
     const std::vector<std::string>& presses();
+    // How often Alt went down and came up with no event of another key in between: Qt programs open a menu
+    // then.
+    int loneAlts();
 
 private:
+    void read();
+
     ::Display* display_;
     unsigned long window_;
     std::vector<std::string> presses_;
+    bool onlyAltSoFar_ = false;
+    int loneAlts_ = 0;
 };
 
 } // namespace testbed

@@ -63,9 +63,9 @@ TEST_F(PasteBack, ReplacesAWholeFieldWithSelectAllAndItsPauses) {
     EXPECT_EQ(paste().text(), "pasted");
     EXPECT_EQ(letter.value, "hello");
     EXPECT_EQ(world.journal.entriesThatBeginWith("pasteboard").back().at, start);
-    EXPECT_THAT(world.journal.entriesThatBeginWith("keystroke"),
-                ElementsAre(simulated::JournalEntry{start + 30ms, "keystroke Command+0 to Writer"},
-                            simulated::JournalEntry{start + 70ms, "keystroke Command+9 to Writer"}));
+    EXPECT_THAT(world.journal.entriesThatBeginWith("posted"),
+                ElementsAre(simulated::JournalEntry{start + 30ms, "posted Command+0"},
+                            simulated::JournalEntry{start + 70ms, "posted Command+9"}));
 }
 
 TEST_F(PasteBack, WithoutAUsableTokenOnlyCopies) {
@@ -205,4 +205,29 @@ TEST_F(PasteBack, ChecksOnceMoreAfterTheTargetCheck) {
     token = textOf(*capture(), "token");
     writer.reactionTime = 300ms;
     EXPECT_EQ(paste().text(), "copied-only") << "a check that takes longer than the second ends the paste";
+}
+
+TEST_F(PasteBack, TypesNothingAfterAChangeBetweenTheLastCheckAndTheKeys) {
+    const std::pair<const char*, Change> changes[]{
+        {"the text", [](auto& t) { t.letter.value += "!"; }},
+        {"another field", [](auto& t) { t.writer.addField(t.letter); }},
+        {"a password field", [](auto& t) { t.letter.subrole = "AXSecureTextField"; }},
+        {"a key", [](auto& t) { ++t.world.keysPressed; }},
+        {"a modifier", [](auto& t) { t.world.heldModifiers = platform::kCGEventFlagMaskShift; }},
+        {"another application", [](auto& t) { t.world.bringHostToFront(); }},
+    };
+    for (const auto& [what, change] : changes) {
+        for (const auto moment : {10ms, 50ms}) { // before "select all", and after it
+            SCOPED_TRACE(what);
+            letter = {.value = "Dear Anna, helo"};
+            world.heldModifiers = 0;
+            world.bringToFront(writer);
+            writer.focus(letter);
+            captureField();
+            world.after(moment, [this, change = change] { change(*this); });
+            EXPECT_EQ(paste().text(), "pasted");
+            expectNothingTyped();
+            EXPECT_FALSE(windowState().visible);
+        }
+    }
 }

@@ -35,8 +35,7 @@ TEST_F(KeyboardTest, KeysAreFoundByWhatTheyTypeAndCopySelectAllAndPasteOnEveryLa
     const struct {
         Stage::Layout layout;
         CGKeyCode a, c, v;
-    } cases[] = {
-        {Stage::Layout::us, 0, 8, 9}, {Stage::Layout::french, 12, 8, 9}, {Stage::Layout::dvorak, 0, 34, 47}};
+    } cases[] = {{Stage::Layout::us, 0, 8, 9}, {Stage::Layout::french, 12, 8, 9}};
     for (const auto& [layout, a, c, v] : cases) {
         stage.use(layout);
         EXPECT_EQ(keyThatTypes('a'), a);
@@ -80,6 +79,55 @@ TEST_F(KeyboardTest, APostedKeystrokeCarriesItsOwnModifiersWhateverTheUserHolds)
     EXPECT_TRUE(pasteboardGets("wrld"));
     EXPECT_EQ(Event::modifierFlags() & realModifiers, held) << "the user still holds them";
     EXPECT_EQ(program->value(), "Hello wrld");
+}
+
+TEST_F(KeyboardTest, GuardedKeystrokesArriveTogetherAtTheEndOfTheGuardOrNotAtAll) {
+    stage.use(Stage::Layout::us);
+    using Against = KeystrokeGuard::Against;
+    const struct {
+        const char* what;
+        std::function<void(Program&)> happens;
+        Against against = Against::anyChange;
+        bool typed = false;
+    } cases[]{
+        {"nothing", [](Program&) {}, Against::anyChange, true},
+        {"another text", [](Program& it) { it.setValue("Hello other world"); }},
+        {"another selection", [](Program& it) { it.select("Hello"); }},
+        {"another field", [](Program& it) { it.leaveField(); }},
+        {"a key", [this](Program&) { stage.press(38, 0); }},
+        {"a modifier", [this](Program&) { stage.hold(kCGEventFlagMaskShift); }},
+        {"another text", [](Program& it) { it.setValue("Hello other world"); }, Against::otherWindows, true},
+    };
+    for (const auto& [what, happens, against, typed] : cases) {
+        const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
+        {
+            const KeystrokeGuard guard(program->pid(), against);
+            press('x', 0);
+            happens(*program);
+            press('y', 0);
+            EXPECT_EQ(program->value().find('x'), std::string::npos) << what;
+        }
+        stage.releaseAll();
+        press('z', 0); // once this has arrived, all that was typed before has
+        EXPECT_TRUE(stage.runUntil([&] { return program->value().find('z') != std::string::npos; })) << what;
+        EXPECT_EQ(program->value().find("xyz") != std::string::npos, typed) << what << program->value();
+        EXPECT_EQ(program->value().find('x') != std::string::npos, typed) << what << program->value();
+    }
+}
+
+TEST_F(KeyboardTest, GuardedKeystrokesReachNoOtherWindow) {
+    using Against = KeystrokeGuard::Against;
+    for (const Against against : {Against::anyChange, Against::otherWindows}) {
+        const auto program = stage.open({.value = ""});
+        std::unique_ptr<Program> other;
+        {
+            const KeystrokeGuard guard(program->pid(), against);
+            press('x', 0);
+            other = stage.open({.value = "", .title = "Other"});
+        }
+        press('z', 0);
+        EXPECT_TRUE(stage.runUntil([&] { return other->value() == "z"; })) << other->value();
+    }
 }
 
 } // namespace

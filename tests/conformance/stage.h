@@ -50,9 +50,16 @@ public:
     ~Program();
 
     pid_t pid() const;
-    // As the program itself knows them.
+    // Of the field with the focus, as the program itself knows them.
     std::string value() const;
     std::string selected() const;
+
+    // It changes its field by itself: the whole text, or what is selected.
+    void setValue(std::string_view value);
+    void select(std::string_view part);
+
+    // The focus goes to the other field.
+    void leaveField();
 
     // It answers nothing and reads no keys any more.
     void hang();
@@ -77,11 +84,12 @@ public:
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
-    // The program is in front and its field has the focus when the call returns.
+    // The program is in front and its field, which is followed by an empty one, has the focus when the call
+    // returns.
     std::unique_ptr<Program> open(const FieldSetup& setup);
 
     // The keyboard layout in use.
-    enum class Layout { us, french, dvorak };
+    enum class Layout { us, french };
     void use(Layout layout);
 
     // What the user does.

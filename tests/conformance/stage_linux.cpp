@@ -40,6 +40,14 @@ std::string after(const std::string& dump, std::string_view key) {
     return dump.substr(dump.find(key) + key.size());
 }
 
+// The program's account of the one field that has the focus.
+std::string focusedField(const std::string& dump) {
+    std::string fields = after(dump, "\"fields\": [");
+    for (int before = std::stoi(after(dump, "\"focus\": ")); before > 0; --before)
+        fields = after(fields, "}");
+    return fields;
+}
+
 const char* kindName(FieldKind kind) {
     switch (kind) {
     case FieldKind::line:
@@ -80,13 +88,22 @@ Program::~Program() { kill(); }
 pid_t Program::pid() const { return native_->fields.process().pid(); }
 
 std::string Program::value() const {
-    const std::string text = after(native_->fields.dump(), "\"text\": \"");
+    const std::string text = after(focusedField(native_->fields.dump()), "\"text\": \"");
     return text.substr(0, text.find("\", \"selection\""));
 }
 
-// Good for ASCII.
+void Program::setValue(std::string_view value) { native_->fields.command("text 0 " + std::string(value)); }
+
+// This and the next are good for ASCII.
+void Program::select(std::string_view part) {
+    const std::size_t start = value().find(part);
+    native_->fields.command("select 0 " + std::to_string(start) + " " + std::to_string(start + part.size()));
+}
+
+void Program::leaveField() { native_->fields.command("focus 1"); }
+
 std::string Program::selected() const {
-    const std::string numbers = after(native_->fields.dump(), "\"selection\": [");
+    const std::string numbers = after(focusedField(native_->fields.dump()), "\"selection\": [");
     const auto start = std::strtoul(numbers.c_str(), nullptr, 10);
     const auto end = std::strtoul(after(numbers, ", ").c_str(), nullptr, 10);
     return value().substr(start, end - start);
@@ -129,7 +146,8 @@ Stage::~Stage() = default;
 
 std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
     auto made = std::make_unique<Program::Native>(
-        native_->desktop, std::vector{kindName(setup.kind) + ("=" + setup.value)}, setup.title);
+        native_->desktop, std::vector<std::string>{kindName(setup.kind) + ("=" + setup.value), "entry"},
+        setup.title);
     const std::size_t start = codePoints(setup.value.substr(0, setup.value.find(setup.selected)));
     if (!setup.selected.empty())
         made->fields.command("select 0 " + std::to_string(start) + " " +
@@ -138,9 +156,7 @@ std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
 }
 
 void Stage::use(Layout layout) {
-    const char* command = layout == Layout::french   ? "setxkbmap fr"
-                          : layout == Layout::dvorak ? "setxkbmap us dvorak"
-                                                     : "setxkbmap us";
+    const char* command = layout == Layout::french ? "setxkbmap fr" : "setxkbmap us";
     if (std::system(command) != 0) throw std::runtime_error("The keyboard layout could not be set.");
 }
 

@@ -8,14 +8,21 @@ using simulated::World;
 struct Program::Native {
     simulated::Program& program;
     simulated::Field& field;
+    simulated::Field& other;
 };
 
 Program::Program(std::unique_ptr<Native> native) : native_(std::move(native)) {}
 Program::~Program() { kill(); }
 
 pid_t Program::pid() const { return native_->program.pid; }
-std::string Program::value() const { return native_->field.value; }
-std::string Program::selected() const { return native_->field.selectedText(); }
+std::string Program::value() const { return native_->program.focusedField->value; }
+std::string Program::selected() const { return native_->program.focusedField->selectedText(); }
+void Program::setValue(std::string_view value) { native_->field.value = value; }
+void Program::select(std::string_view part) {
+    native_->field.selection = {static_cast<std::int64_t>(native_->field.value.find(part)),
+                                static_cast<std::int64_t>(part.size())};
+}
+void Program::leaveField() { native_->program.focus(native_->other); }
 void Program::hang() { native_->program.accessibility = simulated::Accessibility::hung; }
 void Program::kill() { World::current().end(native_->program); }
 
@@ -57,16 +64,16 @@ std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
 
     simulated::Program& program = native_->world.openProgram();
     program.openWindow(setup.title);
+    auto& other = program.addField({});
     auto& focused = program.addField(std::move(field));
     native_->world.bringToFront(program);
-    return std::make_unique<Program>(std::make_unique<Program::Native>(Program::Native{program, focused}));
+    return std::make_unique<Program>(
+        std::make_unique<Program::Native>(Program::Native{program, focused, other}));
 }
 
 void Stage::use(Layout layout) {
     using simulated::KeyboardLayout;
-    native_->world.layouts = {layout == Layout::french   ? KeyboardLayout::azerty()
-                              : layout == Layout::dvorak ? KeyboardLayout::dvorak()
-                                                         : KeyboardLayout::us()};
+    native_->world.layouts = {layout == Layout::french ? KeyboardLayout::azerty() : KeyboardLayout::us()};
 }
 
 void Stage::hold(platform::CGEventFlags modifiers) { native_->world.heldModifiers |= modifiers; }

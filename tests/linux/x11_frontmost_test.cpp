@@ -1,12 +1,10 @@
-#include "linux/front_key_window.h"
 #include "linux/run_until.h"
 #include "platform/linux/interface/process.h"
 #include "platform/linux/x11/base/connection.h"
 #include "platform/workspace.h"
-#include "support/keys.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
-#include "testing/desktop/keyboard.h"
+#include "testing/desktop/key_window.h"
 
 #include <X11/Xlib.h>
 
@@ -18,7 +16,6 @@
 namespace platform {
 namespace {
 
-using testbed::Keyboard;
 
 std::optional<RunningApplication> front() { return Workspace::sharedWorkspace().frontmostApplication(); }
 
@@ -78,18 +75,6 @@ TEST_F(Frontmost, IsTheHostWhileAWindowOfItsInterfaceIsInFront) {
     ASSERT_TRUE(interface) << whyNot;
     EXPECT_TRUE(runUntil([] { return front() == RunningApplication::currentApplication(); }));
     interface->end({});
-}
-
-TEST_F(Frontmost, AKeystrokeMeantForItReachesNoOtherWindow) {
-    FrontKeyWindow other;
-    const testbed::Fields program(desktop, {"entry"});
-    ASSERT_TRUE(front());
-    other.takeFocus();
-    post(8, kCGEventFlagMaskCommand);
-    EXPECT_THAT(other.presses(), testing::IsEmpty());
-    EXPECT_TRUE(runUntil([] { return front() == RunningApplication::currentApplication(); }));
-    post(8, kCGEventFlagMaskCommand);
-    EXPECT_THAT(other.presses(), testing::ElementsAre("Control+c"));
 }
 
 } // namespace

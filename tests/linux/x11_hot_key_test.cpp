@@ -7,7 +7,14 @@
 #include "testing/desktop/keyboard.h"
 
 #include <X11/XKBlib.h>
+#include <X11/extensions/XInput2.h>
 #include <X11/keysym.h>
+
+#include <array>
+#include <atomic>
+#include <semaphore>
+#include <thread>
+#include <tuple>
 
 namespace platform {
 namespace {
@@ -66,8 +73,23 @@ struct HotKey : testing::Test {
     EventHandlerRef handler;
 };
 
-// Another program's attempt to have a combination; true when it got it. It keeps it for as long as `keyboard`
-// lives.
+// Another program's attempt to have a combination in the way of GNOME Shell; it keeps it for as long as
+// `keyboard` lives.
+bool otherProgramGrabsThroughXInput(Keyboard& keyboard, unsigned modifiers) {
+    int major = 2;
+    int minor = 2;
+    XIQueryVersion(keyboard.display(), &major, &minor);
+    std::array<unsigned char, XIMaskLen(XI_KeyPress)> mask{};
+    XISetMask(mask.data(), XI_KeyPress);
+    XIEventMask events{XIAllMasterDevices, int{mask.size()}, mask.data()};
+    XIGrabModifiers wanted{static_cast<int>(modifiers), 0};
+    return XIGrabKeycode(keyboard.display(), XIAllMasterDevices,
+                         XKeysymToKeycode(keyboard.display(), XK_space),
+                         DefaultRootWindow(keyboard.display()), XIGrabModeAsync, XIGrabModeAsync, False,
+                         &events, 1, &wanted) == 0;
+}
+
+// The same with a grab of the core protocol.
 bool otherProgramGrabs(Keyboard& keyboard, unsigned modifiers) {
     static bool refused = false;
     refused = false;
@@ -113,34 +135,84 @@ TEST_F(HotKey, IsRefusedWholeWhenAnotherProgramHoldsAnyVariantOfIt) {
         }
         EXPECT_TRUE(runUntil([] { return registerHotKey() != nullptr; })) << "locks " << locks;
     }
+    {
+        Keyboard holder;
+        ASSERT_TRUE(otherProgramGrabsThroughXInput(holder, xAltShift | LockMask));
+        EXPECT_FALSE(registerHotKey());
+    }
+    EXPECT_TRUE(runUntil([] { return registerHotKey() != nullptr; }));
     EXPECT_FALSE(registerHotKey(0x34)) << "there is no such key";
     EXPECT_FALSE(registerHotKey(0x10000 + space)) << "nor this one";
 }
 
 TEST_F(HotKey, LetsAKeystrokeThroughWhileHeldAndNoRepeatOfItsOwnKey) {
+    // Also when it is the key that the host types: then it is down already.
+    for (const auto& [key, modifiers, keys] :
+         {std::tuple(space, altShift, "Alt_L+Shift_L+space"), std::tuple(8U, optionKey, "Alt_L+c")}) {
+        const EventHotKeyRef hotKey = registerHotKey(key, modifiers);
+        Keyboard keyboard;
+        FrontKeyWindow window;
+        keysRepeatFast();
+        presses = 0;
+        onPress = [] { post(8, kCGEventFlagMaskCommand); };
+        keyboard.hold(keys);
+        waitForRepeats();
+        EXPECT_EQ(presses, 1) << keys;
+        keyboard.letGoAll();
+        settle();
+        EXPECT_THAT(window.presses(), ElementsAre("Control+c")) << keys;
+        EXPECT_EQ(window.loneAlts(), 0) << keys;
+        EXPECT_TRUE(keyboard.nothingIsHeld()) << keys;
+    }
+}
+
+TEST_F(HotKey, EachPressOfItCountsHoweverTheModifiersAreHeld) {
     const EventHotKeyRef hotKey = registerHotKey();
     Keyboard keyboard;
     FrontKeyWindow window;
     onPress = [] { post(8, kCGEventFlagMaskCommand); };
-    holdDown(keyboard);
-    EXPECT_EQ(settled(), 1);
-    EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
-    keyboard.letGo("space"); // what a repeat looks like here: the key's press with no modifiers
-    keyboard.hold("space");
-    settle();
-    keyboard.letGo("space+Alt_L"); // the user lifts one finger before the others
-    keyboard.hold("space");
-    settle();
-    keyboard.letGoAll();
-    EXPECT_THAT(window.presses(), ElementsAre("Control+c"));
-    EXPECT_TRUE(runUntil([&] {
-        settle(); // or these presses would leave the loop no turn for anything else
+    keyboard.hold("Alt_L+Shift_L");
+    for (int count = 1; count <= 3; ++count) {
         keyboard.press("space");
-        return window.presses().size() > 1;
-    })) << "the key must be the program's again once it has come up";
-    holdDown(keyboard);
+        EXPECT_EQ(settled(), count);
+    }
+    keyboard.letGo("Alt_L"); // the program knows nothing of the Shift that is still held
+    keyboard.press("space");
+    EXPECT_EQ(settled(), 3);
+    keyboard.letGo("Shift_L");
+    settle();
+    keyboard.press("space");
+    EXPECT_EQ(settled(), 3);
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c", "Control+c", "Control+c", "space"));
+}
+
+TEST_F(HotKey, WhileItsHandlerRunsAnotherPressCountsAndWhatIsTypedArrives) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    FrontKeyWindow window;
+    std::binary_semaphore handlerRuns(0);
+    std::atomic<bool> typed = false;
+    std::jthread person([&] {
+        Keyboard keyboard;
+        holdDown(keyboard);
+        handlerRuns.acquire();
+        keyboard.letGoAll();
+        for (const char* key : {"a", "space", "b", "space"})
+            keyboard.press(key);
+        keyboard.press("Alt_L+Shift_L+space");
+        typed = true;
+    });
+    onPress = [&] {
+        if (presses > 1) return;
+        post(8, kCGEventFlagMaskCommand);
+        handlerRuns.release();
+        EXPECT_TRUE(testbed::waitUntil([&] { // as the host waits for a copy
+            usleep(20'000);
+            return typed.load();
+        }));
+    };
+    EXPECT_TRUE(runUntil([&] { return presses == 2; }));
     EXPECT_EQ(settled(), 2);
-    EXPECT_THAT(window.presses(), ElementsAre("Control+c", "space", "Control+c"));
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c", "a", "space", "b", "space"));
 }
 
 TEST_F(HotKey, MayBeTheKeystrokeThatTheHostTypes) {

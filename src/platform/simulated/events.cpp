@@ -22,7 +22,7 @@ void CGEventSetFlags(KeyboardEvent& event, CGEventFlags flags) { event.flags = f
 void CGEventPost(CGEventTapLocation, const KeyboardEvent& event) {
     World& world = World::current();
     world.postedEvents.push_back(event);
-    if (event.keyDown) world.deliverKeystroke({event.keyCode, event.flags});
+    if (event.keyDown) world.postKeystroke({event.keyCode, event.flags});
 }
 
 CGEventFlags Event::modifierFlags() { return World::current().heldModifiers; }

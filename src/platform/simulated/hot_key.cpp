@@ -61,6 +61,7 @@ bool HotKeys::isRegistered(Combination combination) const {
 }
 
 void World::userPresses(platform::CGKeyCode keyCode, platform::CGEventFlags modifiers) {
+    ++keysPressed;
     const platform::CGEventFlags flags = heldModifiers | modifiers;
     const Combination combination{keyCode, hotKeyMask(flags)};
     if (hotKeys.taken.contains(combination)) return;

@@ -61,6 +61,12 @@ void act(Program& program, const Keystroke& keystroke) {
 
 } // namespace
 
+void World::postKeystroke(Keystroke keystroke) {
+    note("posted " + describe(keystroke));
+    if (guardedKeystrokes == nullptr) return deliverKeystroke(keystroke);
+    guardedKeystrokes->push_back(keystroke);
+}
+
 void World::deliverKeystroke(Keystroke keystroke) {
     note("keystroke " + describe(keystroke) + " to " + (frontmost ? frontmost->name : "no program"));
     if (!frontmost) return;

@@ -128,6 +128,8 @@ public:
     // host, its handlers run at the next turn of the main loop.
     void userPresses(platform::CGKeyCode keyCode, platform::CGEventFlags modifiers = 0);
     HotKeys hotKeys;
+    // How many keys the user has pressed.
+    int keysPressed = 0;
 
     // False: an event source cannot be created.
     bool hasEventSource = true;
@@ -135,6 +137,10 @@ public:
     std::function<bool(platform::CGKeyCode keyCode, bool keyDown)> refusesKeyEvent;
     // Every synthetic event posted, in order.
     std::vector<platform::KeyboardEvent> postedEvents;
+    // The keystrokes that wait for the end of the guard; null while there is no guard.
+    std::vector<Keystroke>* guardedKeystrokes = nullptr;
+    // The host's keystroke: goes to the program in front, or waits for the end of a guard.
+    void postKeystroke(Keystroke keystroke);
     // Sends a keystroke to the program in front.
     void deliverKeystroke(Keystroke keystroke);
 

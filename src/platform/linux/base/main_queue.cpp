@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <deque>
 #include <mutex>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -134,9 +133,5 @@ void MainQueue::asyncAfter(Seconds delay, std::function<void()> work) {
 }
 
 TimePoint now() { return std::chrono::steady_clock::now(); }
-
-void usleep(std::uint32_t microseconds) {
-    std::this_thread::sleep_for(std::chrono::microseconds(microseconds));
-}
 
 } // namespace platform

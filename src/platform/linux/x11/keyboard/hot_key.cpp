@@ -1,6 +1,6 @@
 #include "platform/hot_key.h"
 
-#include "platform/linux/x11/keyboard/hot_key_events.h"
+#include "platform/linux/x11/keyboard/hot_keys.h"
 #include "platform/linux/x11/keyboard/key_positions.h"
 
 #include <utility>
@@ -32,7 +32,7 @@ EventTargetRef GetApplicationEventTarget() { return EventTargetRef::application;
 EventHandlerRef InstallEventHandler(EventTargetRef, std::function<OSStatus()> handler, EventTypeSpec type) {
     if (type.eventClass != kEventClassKeyboard || type.eventKind != kEventHotKeyPressed || !handler)
         return nullptr;
-    return std::make_unique<InstalledHandler>(x11::HotKeyEvents::shared().addHandler(std::move(handler)));
+    return std::make_unique<InstalledHandler>(x11::HotKeys::shared().addHandler(std::move(handler)));
 }
 
 EventHotKeyRef RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID,
@@ -40,7 +40,7 @@ EventHotKeyRef RegisterEventHotKey(std::uint32_t keyCode, std::uint32_t modifier
     // The numbers of keys are small; a large one must not turn into another key's when it is cut.
     const auto key = keyCode <= 0xFFFF ? x11::xKeyCode(static_cast<CGKeyCode>(keyCode)) : std::nullopt;
     if (!key) return nullptr;
-    auto combination = x11::HotKeyEvents::shared().add(*key, modifiers);
+    auto combination = x11::HotKeys::shared().add(*key, modifiers);
     if (!combination) return nullptr;
     return std::make_unique<RegisteredHotKey>(std::move(combination));
 }

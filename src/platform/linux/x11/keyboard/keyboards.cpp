@@ -1,33 +1,23 @@
 #include "platform/linux/x11/keyboard/keyboards.h"
 
+#include "platform/linux/base/handle.h"
 #include "platform/linux/x11/base/connection.h"
 
 #include <X11/extensions/XInput2.h>
 
-#include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace platform::x11 {
 namespace {
 
-using FreeDevices = decltype([](XIDeviceInfo* devices) { XIFreeDeviceInfo(devices); });
-
-bool hasXInput(Display* display) {
-    static const bool has = [display] {
-        int major = 2;
-        int minor = 0;
-        return XIQueryVersion(display, &major, &minor) == Success;
-    }();
-    return has;
-}
-
-// The keyboards attached to a desktop's cursor, those that only pass synthetic keys on or all others.
+// The keyboards attached to a cursor: those that only pass on synthetic keys, or all the others.
 std::vector<unsigned> keyboards(bool synthetic) {
     Connection* connection = Connection::shared();
-    if (connection == nullptr || !hasXInput(connection->display())) return {};
+    if (connection == nullptr || !xInputOpcode()) return {};
     int count = 0;
-    const std::unique_ptr<XIDeviceInfo, FreeDevices> devices(
+    const Handle<XIDeviceInfo, XIFreeDeviceInfo> devices(
         XIQueryDevice(connection->display(), XIAllDevices, &count));
     if (!devices) return {};
     std::vector<unsigned> found;
@@ -41,8 +31,24 @@ std::vector<unsigned> keyboards(bool synthetic) {
 
 } // namespace
 
+std::optional<int> xInputOpcode() {
+    static const std::optional<int> opcode = []() -> std::optional<int> {
+        Connection* connection = Connection::shared();
+        if (connection == nullptr) return std::nullopt;
+        int code = 0, ignored = 0;
+        // From 2.2 on, raw events reach their watchers while another program has grabbed the keyboard.
+        int major = 2, minor = 2;
+        if (XQueryExtension(connection->display(), "XInputExtension", &code, &ignored, &ignored) == False ||
+            XIQueryVersion(connection->display(), &major, &minor) != Success ||
+            std::pair(major, minor) < std::pair(2, 2))
+            return std::nullopt;
+        return code;
+    }();
+    return opcode;
+}
+
 unsigned syntheticKeyboard() {
-    // The server makes it with the core keyboard and never takes it away.
+    // The server makes it with the core keyboard and never removes it.
     static const unsigned keyboard = [] {
         const auto found = keyboards(true);
         return found.empty() ? coreKeyboard : found.front();

@@ -16,28 +16,6 @@ bool isInside(Connection& connection, ::Window window, ::Window ancestor) {
     return false;
 }
 
-std::optional<FrontWindow> windowInFront() {
-    Connection* connection = Connection::shared();
-    if (connection == nullptr) return std::nullopt;
-    ::Window window = activeWindow();
-    if (window == None && !hasWindowManager(*connection)) window = programWindow(focusedWindow());
-    // Asked before the focus: a window number is given anew once its program has ended, and only the window
-    // that has the focus afterwards is certainly still the one whose process this is.
-    const auto process = windowProcess(window);
-    const ::Window focus = focusedWindow();
-    if (!process || focus == None) return std::nullopt;
-
-    // Toolkits put the focus on a child of their window, some window managers on the frame around it, and a
-    // popup that is no child of anything still belongs to the same program. A window that has gone belongs to
-    // nobody, but openbox goes on naming the last one until there is another.
-    if (isInside(*connection, focus, window) || isInside(*connection, window, focus) ||
-        (windowProcess(focus) == process && parentWindow(window) != None))
-        return FrontWindow{window, *process};
-    return std::nullopt;
-}
-
-std::optional<FrontWindow> lastNamed;
-
 } // namespace
 
 WindowId activeWindow() {
@@ -58,16 +36,23 @@ WindowId focusedWindow() {
 }
 
 std::optional<FrontWindow> frontWindow() {
-    auto front = windowInFront();
-    if (front) lastNamed = front;
-    return front;
-}
+    Connection* connection = Connection::shared();
+    if (connection == nullptr) return std::nullopt;
+    ::Window window = activeWindow();
+    if (window == None && !hasWindowManager(*connection)) window = programWindow(focusedWindow());
+    // Asked before the focus: once its program has ended, a window's number may be given to another, so that
+    // only a window that has the focus afterwards surely belongs to that process.
+    const auto process = windowProcess(window);
+    const ::Window focus = focusedWindow();
+    if (!process || focus == None) return std::nullopt;
 
-bool isStillInFront() {
-    if (!lastNamed) return true;
-    if (const auto front = windowInFront()) return front == lastNamed;
-    // In between, openbox names no window for a moment even where the focus stays.
-    return windowProcess(focusedWindow()) == lastNamed->process;
+    // Toolkits put the focus on a child of their window, some window managers on the frame around it, and a
+    // popup that is nobody's child belongs to the same program. Openbox goes on naming a window that has gone
+    // until there is another.
+    if (isInside(*connection, focus, window) || isInside(*connection, window, focus) ||
+        (windowProcess(focus) == process && parentWindow(window) != None))
+        return FrontWindow{window, *process};
+    return std::nullopt;
 }
 
 } // namespace platform::x11

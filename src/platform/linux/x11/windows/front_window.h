@@ -22,13 +22,9 @@ WindowId activeWindow();
 // The window that has the keyboard focus (`XGetInputFocus`), or 0.
 WindowId focusedWindow();
 
-// The active window, provided that the keyboard focus is with its program too: then a keystroke posted now
-// arrives there. Absent in between, while one of the two has moved and the other has not yet, and when no
-// program has the focus.
+// The active window, provided that its program has the keyboard focus too: a keystroke posted now arrives
+// there. Absent while only one of the two has moved to another program yet, and when no program has the
+// focus.
 std::optional<FrontWindow> frontWindow();
-
-// False once another window has come to the front than the one that frontWindow() last named: a keystroke
-// meant for that one would arrive elsewhere.
-bool isStillInFront();
 
 } // namespace platform::x11

@@ -1,0 +1,141 @@
+#include "platform/linux/x11/keyboard/typing.h"
+
+#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/keyboard/held_modifiers.h"
+#include "platform/linux/x11/keyboard/hot_keys.h"
+#include "platform/linux/x11/keyboard/key_positions.h"
+#include "platform/linux/x11/keyboard/keyboards.h"
+#include "platform/linux/x11/keyboard/keys_down.h"
+#include "platform/linux/x11/keyboard/keystroke.h"
+#include "platform/linux/x11/keyboard/raw_input.h"
+
+#include <X11/XKBlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
+#include <algorithm>
+#include <optional>
+#include <ranges>
+
+namespace platform::x11 {
+namespace {
+
+void fake(Display* display, KeyCode key, bool press) {
+    XTestFakeKeyEvent(display, key, press ? True : False, CurrentTime);
+}
+
+// Nothing is pressed again afterwards: a person's own release would not reach the synthetic keyboard, and the
+// modifier would stay down.
+void releaseModifiers(Display* display, const Keymap& map, const KeysDown& down) {
+    const unsigned locks = map.lockMask();
+    for (unsigned key = map.firstKey(); key <= map.lastKey(); ++key) {
+        const unsigned modifiers = map.modifiersOf(static_cast<KeyCode>(key));
+        if (down.has(key) && modifiers != 0 && (modifiers & locks) == 0)
+            fake(display, static_cast<KeyCode>(key), false);
+    }
+}
+
+void press(Display* display, const Keystroke& keystroke) {
+    for (const KeyCode key : keystroke)
+        fake(display, key, true);
+    for (const KeyCode key : keystroke | std::views::reverse)
+        fake(display, key, false);
+}
+
+// While it lives, no modifier is latched or locked but Caps Lock and Num Lock, which change no keystroke.
+// Sticky keys lock and latch modifiers.
+class Unlocked {
+public:
+    Unlocked(Display* display, const XkbStateRec& state, unsigned locks)
+        : display_(display), locked_(state.locked_mods & ~locks) {
+        if (const unsigned latched = state.latched_mods & ~locks)
+            XkbLatchModifiers(display_, XkbUseCoreKbd, latched, 0);
+        if (locked_ != 0) XkbLockModifiers(display_, XkbUseCoreKbd, locked_, 0);
+    }
+    ~Unlocked() {
+        if (locked_ != 0) XkbLockModifiers(display_, XkbUseCoreKbd, locked_, locked_);
+    }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+
+private:
+    Display* display_;
+    unsigned locked_;
+};
+
+// While it lives, the keyboard is on that layout.
+class OnLayout {
+public:
+    OnLayout(Display* display, const XkbStateRec& state, unsigned group)
+        : display_(display), before_(static_cast<unsigned>(state.locked_group)) {
+        XkbLockGroup(display_, XkbUseCoreKbd, group);
+    }
+    ~OnLayout() { XkbLockGroup(display_, XkbUseCoreKbd, before_); }
+    OnLayout(const OnLayout&) = delete;
+    OnLayout& operator=(const OnLayout&) = delete;
+
+private:
+    Display* display_;
+    unsigned before_;
+};
+
+// Programs look up a letter that is not Latin in the user's other layouts, but take another ASCII character
+// as it is: the French A is a slash in Hebrew. Only for such a key the layout is switched.
+bool needsLatin(const Keymap& map, const XkbStateRec& state, unsigned latin, const KeyboardEvent& key) {
+    const auto code = xKeyCode(key.keyCode);
+    if (!code) return false;
+    const KeySym typed = map.symbol(*code, state.group);
+    return typed > XK_space && typed <= XK_asciitilde && typed != map.symbol(*code, latin);
+}
+
+// Empty when the keyboard lacks a key.
+std::vector<Keystroke> keystrokesFor(std::span<const KeyboardEvent> keys, const Keymap& map, bool hasLatin) {
+    std::vector<Keystroke> all;
+    for (const KeyboardEvent& key : keys) {
+        const auto keystrokes = keystrokesFor(key, map, hasLatin);
+        if (keystrokes.empty()) return {};
+        all.insert(all.end(), keystrokes.begin(), keystrokes.end());
+    }
+    return all;
+}
+
+} // namespace
+
+bool canType() {
+    Connection* connection = Connection::shared();
+    int ignored = 0;
+    static const bool can =
+        connection != nullptr &&
+        XTestQueryExtension(connection->display(), &ignored, &ignored, &ignored, &ignored) != False;
+    return can;
+}
+
+void type(std::span<const KeyboardEvent> keys) {
+    const auto map = Keymap::read(syntheticKeyboard());
+    if (!map || !canType()) return;
+    Display* display = Connection::shared()->display();
+    const CGEventFlags held = heldModifiers();
+    const KeysDown down(display);
+    XkbStateRec state{};
+    XkbGetState(display, XkbUseCoreKbd, &state);
+    const auto latin = map->latinGroup(state.group);
+    const auto keystrokes = keystrokesFor(keys, *map, latin.has_value());
+    if (keystrokes.empty()) return;
+    const bool switchLayout = latin && std::ranges::any_of(keys, [&](const KeyboardEvent& key) {
+                                  return needsLatin(*map, state, *latin, key);
+                              });
+    {
+        // One batch of requests without waiting for an answer: what a person types comes before or after it.
+        const RawInput::Posting posting;
+        const HotKeys::Typing typing(held);
+        releaseModifiers(display, *map, down);
+        const Unlocked unlocked(display, state, map->lockMask());
+        std::optional<OnLayout> layout;
+        if (switchLayout) layout.emplace(display, state, *latin);
+        for (const Keystroke& keystroke : keystrokes)
+            press(display, keystroke);
+    }
+    XSync(display, False);
+}
+
+} // namespace platform::x11

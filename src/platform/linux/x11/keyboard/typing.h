@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/event.h"
+
+#include <span>
+
+namespace platform::x11 {
+
+// True when the server takes synthetic keystrokes (XTEST).
+bool canType();
+
+// Presses and releases the keys with their flags, one after the other, in the window that has the keyboard
+// focus. Programs see none of the modifiers that people hold, and no key stays down. Types all of them or,
+// when the keyboard lacks one, none. Main thread only.
+void type(std::span<const KeyboardEvent> keys);
+
+} // namespace platform::x11
