@@ -20,9 +20,11 @@ pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes)
 # The interface. dtl has headers only.
 pkg_check_modules(APPINDICATOR REQUIRED IMPORTED_TARGET ayatana-appindicator3-0.1)
 
-# Tests and benchmarks.
+# Tests, benchmarks and the demonstration.
+if(BUILD_TESTING OR QUILLMARK_DEMO)
+    pkg_check_modules(PIXBUF REQUIRED IMPORTED_TARGET gdk-pixbuf-2.0)
+endif()
 if(BUILD_TESTING)
     find_package(GTest REQUIRED)
     find_package(benchmark REQUIRED)
-    pkg_check_modules(PIXBUF REQUIRED IMPORTED_TARGET gdk-pixbuf-2.0)
 endif()

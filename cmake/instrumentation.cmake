@@ -9,3 +9,10 @@ if(QUILLMARK_SANITIZE)
         add_compile_options(-Wno-tsan)
     endif()
 endif()
+
+# script/test --coverage reads what gcov notes.
+option(QUILLMARK_COVERAGE "Note which lines and branches run" OFF)
+if(QUILLMARK_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()
