@@ -1,0 +1,3 @@
+include(CMakeFindDependencyMacro)
+find_dependency(Threads)
+include(${CMAKE_CURRENT_LIST_DIR}/quillmark-client.cmake)
