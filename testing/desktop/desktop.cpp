@@ -174,6 +174,13 @@ Desktop::Place Desktop::place(WindowId window) {
     return place;
 }
 
+std::pair<int, int> Desktop::smallestSize(WindowId window) {
+    XSizeHints hints{};
+    long unused = 0;
+    if (XGetWMNormalHints(server_->display, window, &hints, &unused) == 0) return {};
+    return {hints.min_width, hints.min_height};
+}
+
 std::optional<Desktop::Place> Desktop::openMenu() {
     for (const WindowId window : server_->family(server_->root).children) {
         const auto types = server_->values(window, "_NET_WM_WINDOW_TYPE");

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace testbed {
@@ -40,6 +41,8 @@ public:
         int x = 0, y = 0, width = 0, height = 0;
     };
     Place place(WindowId window);
+    // The smallest size that the window manager lets the person give it: width and height.
+    std::pair<int, int> smallestSize(WindowId window);
     // Where a menu stands open (of several, any of them); absent when none does.
     std::optional<Place> openMenu();
     // The workspace the person sees, or the one a window is on; they count from 0.

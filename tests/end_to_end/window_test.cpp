@@ -2,8 +2,11 @@
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 #include "testing/desktop/host.h"
+#include "testing/desktop/process.h"
 
 #include <gtest/gtest.h>
+
+#include <thread>
 
 using namespace testbed;
 
@@ -12,6 +15,41 @@ namespace {
 using flutter::CallOutcome;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
+
+// True once it holds and goes on holding, so that what the window manager does late is seen too.
+bool staysTrue(const std::function<bool()>& condition) {
+    constexpr milliseconds longEnough{300};
+    return waitUntil([&] {
+        return waitUntil(condition, milliseconds(0)) && !waitUntil([&] { return !condition(); }, longEnough);
+    });
+}
+
+// What GTK draws outside the window where there is a compositing manager.
+constexpr int shadow = 40;
+
+// The screen as it is after a monitor has gone, while the object lives.
+class SmallerScreen {
+public:
+    SmallerScreen(int width, int height) {
+        const std::string w = std::to_string(width), h = std::to_string(height);
+        run({"xrandr", "--newmode", "smaller", "0", w, w, w, w, h, h, h, h});
+        run({"xrandr", "--addmode", "screen", "smaller"});
+        run({"xrandr", "--output", "screen", "--mode", "smaller"});
+    }
+    ~SmallerScreen() {
+        run({"xrandr", "--output", "screen", "--auto"});
+        run({"xrandr", "--delmode", "screen", "smaller"});
+        run({"xrandr", "--rmmode", "smaller"});
+    }
+    SmallerScreen(const SmallerScreen&) = delete;
+    SmallerScreen& operator=(const SmallerScreen&) = delete;
+
+private:
+    static void run(const std::vector<std::string>& command) {
+        Process program(command);
+        EXPECT_EQ(program.exitStatus(), 0) << program.output();
+    }
+};
 
 struct HostWindow : testing::Test {
     bool isActive() { return desktop.activeWindow() == window; }
@@ -34,6 +72,34 @@ TEST_F(HostWindow, HidesAndComesBackInFrontOfOthers) {
 
     EXPECT_EQ(host.call("show"), null);
     EXPECT_TRUE(waitUntil([&] { return isActive() && !desktop.isHidden(window); }));
+}
+
+TEST_F(HostWindow, IsAsTheLastCallOfABurstWantedIt) {
+    Fields fields(desktop, {"entry"}); // a window to lose the focus to
+    const std::vector<std::string> bursts[] = {
+        {"show", "hide", "show"}, {"hide", "show"}, {"show", "hide"}, {"hide", "show", "hide"}, {"show"}};
+    for (const auto pause : {milliseconds(0), milliseconds(7)})
+        for (const auto& burst : bursts) {
+            for (const auto& call : burst) {
+                host.startCall(call);
+                std::this_thread::sleep_for(pause);
+            }
+            const bool shown = burst.back() == "show";
+            EXPECT_TRUE(staysTrue([&] {
+                return shown ? isActive() && !desktop.isHidden(window) : desktop.isHidden(window);
+            })) << ::testing::PrintToString(burst)
+                << " with pauses of " << pause.count() << " ms";
+        }
+}
+
+TEST_F(HostWindow, FillsTheScreenAsTheLastPressOfTheKeyForItWantedIt) {
+    const auto fillsTheScreen = [&] { return desktop.hasState(window, "_NET_WM_STATE_FULLSCREEN"); };
+    for (const char* key : {"F11", "F11"})
+        desktop.keyboard.press(key);
+    EXPECT_TRUE(staysTrue([&] { return !fillsTheScreen(); }));
+    for (const char* key : {"F11", "F11", "F11"})
+        desktop.keyboard.press(key);
+    EXPECT_TRUE(staysTrue(fillsTheScreen));
 }
 
 TEST_F(HostWindow, ComesToTheWorkspaceThePersonIsOn) {
@@ -67,6 +133,14 @@ TEST_F(HostWindow, GrowsDownwardsUntilItFillsTheScreenFromTopToBottom) {
     const int filled = desktop.place(window).height;
     EXPECT_EQ(host.call("growHeight", 5000), null);
     EXPECT_EQ(desktop.place(window).height, filled);
+}
+
+TEST_F(HostWindow, MovesOntoWhatIsLeftOfTheScreen) {
+    const SmallerScreen smaller(700, 800);
+    EXPECT_TRUE(staysTrue([&] {
+        const auto place = desktop.place(window);
+        return place.x >= -shadow && place.x + place.width <= 700 + shadow;
+    })) << desktop.place(window).x;
 }
 
 TEST_F(HostWindow, TakesItsTitleFromTheInterface) {

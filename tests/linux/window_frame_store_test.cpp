@@ -1,5 +1,6 @@
 #include "linux/print_rect.h"
 #include "platform/linux/window/frame_store.h"
+#include "platform/linux/window/screen.h"
 #include "testing/desktop/temporary_folder.h"
 
 #include <gtest/gtest.h>

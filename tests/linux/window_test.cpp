@@ -1,7 +1,8 @@
 #include "linux/print_rect.h"
 #include "linux/run_until.h"
 #include "platform/linux/application/gtk_start.h"
-#include "platform/linux/menu/menu_native.h"
+#include "platform/linux/menu/item.h"
+#include "platform/linux/menu/menu_bar.h"
 #include "platform/linux/window/native_window.h"
 #include "platform/window.h"
 #include "testing/desktop/desktop.h"
@@ -38,7 +39,7 @@ struct RealWindow : testing::Test {
     // The next test's window may well get the same number: openbox takes an old wish to be shown for that
     // one's.
     void TearDown() override {
-        if (gtk().get_visible()) runUntil([this] { return isShown(); });
+        if (window && gtk().get_visible()) runUntil([this] { return isShown(); });
         window.reset();
         runUntil([this] { return desktop.windows(getpid()).empty(); });
     }
@@ -66,9 +67,8 @@ struct RealWindow : testing::Test {
     // Until the window manager itself says so, with no request of ours open.
     void untilConfirmed(const Rect& frame) {
         runUntil([&] {
-            int width = 0, height = 0;
-            gtk().get_size(width, height);
-            return isShown() && width == frame.width && window->frame() == frame;
+            return isShown() && desktop.place(desktop.windows(getpid()).front()).width == frame.width &&
+                   window->frame() == frame;
         });
         settle();
         EXPECT_EQ(window->frame(), frame);
@@ -93,23 +93,38 @@ TEST_F(RealWindow, ComesUpWhereItWasPlacedBeforeItWasShownAndAgainAfterItWasAway
     untilConfirmed(place);
 }
 
-TEST_F(RealWindow, ContentSizeIsThatBelowTheHeaderBar) {
-    window->setContentSize({800, 600});
+// With a menu bar, whose height depends on the font too, and without a title, which makes the header bar
+// lower.
+TEST_F(RealWindow, ContentAndMinimumAreAsAskedWhateverTheFontAlsoOnceItChanges) {
+    Menu menu("Bar");
+    menu.addItem(std::make_unique<MenuItem>("Edit", "edit"));
+    const auto bar = makeMenuBar(menu);
+    const auto useFont = [](const char* font) {
+        g_object_set(gtk_settings_get_default(), "gtk-font-name", font, nullptr);
+    };
+    useFont("Sans 14");
+    make();
+    window->setContentSize({700, 400});
+    window->setMinSize({540, 300});
+    window->setTitleVisibility(WindowTitleVisibility::hidden);
+    window->native().setMenuBar(*bar);
     window->makeKeyAndOrderFront();
-    runUntil([this] { return window->native().view.get_allocated_width() == 800; });
-    EXPECT_EQ(window->native().view.get_allocated_height(), 600);
+    runUntil([this] { return isShown(); });
+    for (const char* font : {"Sans 14", "Sans 24", "Sans 8"}) {
+        SCOPED_TRACE(font);
+        useFont(font);
+        const auto& view = window->native().view;
+        runUntil([&] { return view.get_allocated_width() == 700 && view.get_allocated_height() == 400; });
+        const auto smallest = [&] { return desktop.smallestSize(desktop.windows(getpid()).front()); };
+        runUntil([&] { return smallest() == std::pair(540, 300); });
+    }
+    window->orderOut();
+    g_object_set(gtk_settings_get_default(), "gtk-font-name", "Sans 10", nullptr);
+    runUntil([this] { return !isShown(); });
+    window.reset(); // before the menu bar
 }
 
-TEST_F(RealWindow, IsNeverSmallerThanItsMinimumHeaderBarIncluded) {
-    show();
-    gtk().resize(1, 1);
-    runUntil([this] { return window->frame().width == 540; });
-    EXPECT_EQ(window->frame().height, 500);
-    window->setFrame({300, 300, 10, 10}, true);
-    untilConfirmed({300, 300, 540, 500});
-}
-
-TEST_F(RealWindow, GrowingTwiceBeforeTheWindowManagerAnswersGrowsTwice) {
+TEST_F(RealWindow, GrowingTwiceBeforeTheWindowManagerAnswersGrowsTwiceAndShrinkingStopsAtTheMinimum) {
     show();
     for (int i = 0; i < 2; ++i) {
         Rect frame = window->frame();
@@ -118,6 +133,8 @@ TEST_F(RealWindow, GrowingTwiceBeforeTheWindowManagerAnswersGrowsTwice) {
         window->setFrame(frame, true);
     }
     untilConfirmed({200, 60, 700, 620});
+    window->setFrame({300, 300, 10, 10}, true);
+    untilConfirmed({300, 300, 540, 500});
 }
 
 TEST_F(RealWindow, FullScreenIsInTheMaskAndToldAndLeavesTheFrameAsItWas) {

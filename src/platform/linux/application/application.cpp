@@ -3,7 +3,8 @@
 #include "platform/linux/application/session.h"
 #include "platform/linux/application/session_manager.h"
 #include "platform/linux/base/main_loop.h"
-#include "platform/linux/menu/menu_native.h"
+#include "platform/linux/menu/menu_bar.h"
+#include "platform/linux/menu/shortcuts.h"
 #include "platform/linux/window/main_window.h"
 #include "platform/linux/window/native_window.h"
 
@@ -16,7 +17,7 @@ struct State {
     ApplicationDelegate* delegate = nullptr;
     std::unique_ptr<Menu> mainMenu;
     std::unique_ptr<Gtk::MenuBar> menuBar;
-    Glib::RefPtr<Gtk::AccelGroup> menuKeys;
+    Glib::RefPtr<Gtk::AccelGroup> shortcuts;
     std::unique_ptr<SessionManager> session;
 };
 
@@ -29,7 +30,7 @@ void placeMenuBar() {
     const auto window = mainWindow();
     if (!window || !state().menuBar) return;
     window->native().setMenuBar(*state().menuBar);
-    window->native().window.add_accel_group(state().menuKeys);
+    window->native().window.add_accel_group(state().shortcuts);
 }
 
 void settle(ApplicationTerminateReply reply) {
@@ -52,19 +53,19 @@ Menu* Application::mainMenu() const { return state().mainMenu.get(); }
 
 void Application::setMainMenu(std::unique_ptr<Menu> menu) {
     const auto window = mainWindow();
-    if (window && state().menuKeys) window->native().window.remove_accel_group(state().menuKeys);
-    state().menuKeys.reset();
+    if (window && state().shortcuts) window->native().window.remove_accel_group(state().shortcuts);
+    state().shortcuts.reset();
     state().menuBar.reset();
     state().mainMenu = std::move(menu);
     if (!state().mainMenu) return;
     state().menuBar = makeMenuBar(*state().mainMenu);
-    state().menuKeys = makeMenuKeys(*state().mainMenu);
+    state().shortcuts = makeShortcuts(*state().mainMenu);
     placeMenuBar();
 }
 
 void Application::activate() {
     const auto window = mainWindow();
-    if (window && window->native().isVisible()) window->native().present();
+    if (window && window->native().isVisible()) window->native().presence.show();
 }
 
 void Application::terminate() {

@@ -3,7 +3,7 @@
 #include "platform/application.h"
 #include "platform/linux/menu/about_panel.h"
 #include "platform/linux/menu/help_pages.h"
-#include "platform/linux/menu/menu_native.h"
+#include "platform/linux/menu/shortcuts.h"
 #include "platform/linux/window/main_window.h"
 #include "platform/linux/window/native_window.h"
 #include "platform/main_queue.h"
@@ -13,8 +13,9 @@
 namespace platform {
 namespace {
 
-// What every toolkit here understands; the menu shows the same keys.
-ToolkitKey typedKey(Selector action) {
+// The keys that toolkits on this desktop agree on; the menu shows the same ones. Key 0 for an action that is
+// not typed.
+Shortcut typedKey(Selector action) {
     using enum Selector;
     constexpr auto control = GDK_CONTROL_MASK;
     switch (action) {
@@ -39,7 +40,10 @@ void toggleFullScreen(Window& window) { window.setStyleMask(window.styleMask() ^
 
 void toggleZoom(Window& window) {
     auto& native = window.native().window;
-    window.isZoomed() ? native.unmaximize() : native.maximize();
+    if (window.isZoomed())
+        native.unmaximize();
+    else
+        native.maximize();
 }
 
 void performNow(Selector action) {
@@ -80,46 +84,6 @@ bool canPerform(Selector action) {
 
 void performSoon(Selector action) {
     MainQueue::async([action] { performNow(action); });
-}
-
-ToolkitKey toolkitKey(const MenuItem& item) {
-    const std::string& name = item.keyEquivalent();
-    if (name.empty()) return {};
-    const auto flags = item.keyEquivalentModifierMask();
-    unsigned modifiers = 0;
-    if (flags & (kCGEventFlagMaskCommand | kCGEventFlagMaskControl)) modifiers |= GDK_CONTROL_MASK;
-    if (flags & kCGEventFlagMaskShift) modifiers |= GDK_SHIFT_MASK;
-    if (flags & kCGEventFlagMaskAlternate) modifiers |= GDK_MOD1_MASK;
-    return {gdk_keyval_from_name(name.c_str()), GdkModifierType(modifiers)};
-}
-
-namespace {
-
-// True: the key is used up. Else it goes on to the view.
-gboolean keyPressed(GtkAccelGroup*, GObject*, guint, GdkModifierType, gpointer action) {
-    const auto selector = static_cast<Selector>(GPOINTER_TO_INT(action));
-    if (!canPerform(selector)) return FALSE;
-    performSoon(selector);
-    return TRUE;
-}
-
-void addKeys(GtkAccelGroup* keys, const Menu& menu) {
-    for (const auto& item : menu.itemArray()) {
-        if (const auto* submenu = item->submenu()) addKeys(keys, *submenu);
-        const auto [key, modifiers] = toolkitKey(*item);
-        if (key == 0 || !item->action() || isTyped(*item->action())) continue;
-        const auto data = GINT_TO_POINTER(static_cast<int>(*item->action()));
-        gtk_accel_group_connect(keys, key, modifiers, GTK_ACCEL_VISIBLE,
-                                g_cclosure_new(G_CALLBACK(keyPressed), data, nullptr));
-    }
-}
-
-} // namespace
-
-Glib::RefPtr<Gtk::AccelGroup> makeMenuKeys(const Menu& menu) {
-    auto keys = Gtk::AccelGroup::create();
-    addKeys(keys->gobj(), menu);
-    return keys;
 }
 
 } // namespace platform

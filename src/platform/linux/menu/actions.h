@@ -2,26 +2,16 @@
 
 #include "platform/menu.h"
 
-#include <gdk/gdk.h>
-
+// What the standard actions of menu items do on this desktop. Main thread only.
 namespace platform {
 
-// What the standard actions of menu items do here. Main thread only.
-
-// Whether somebody can answer the action now.
+// Whether the action has something to act on now.
 bool canPerform(Selector action);
 
-// At the next turn of the main loop, if somebody can answer it then.
+// Performs the action in the next turn of the main loop, if it has something to act on then.
 void performSoon(Selector action);
 
-// True for what is done by typing the item's key into the view that takes the keys.
+// True for the Edit actions: each is performed by typing its key into the view that has the keyboard.
 bool isTyped(Selector action);
-
-// A key with modifiers as the toolkit has it; key 0 when the item has none.
-struct ToolkitKey {
-    guint key = 0;
-    GdkModifierType modifiers{};
-};
-ToolkitKey toolkitKey(const MenuItem& item);
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/application.h"
 #include "platform/linux/menu/actions.h"
-#include "platform/linux/menu/menu_native.h"
+#include "platform/linux/menu/item.h"
+#include "platform/linux/menu/shortcuts.h"
 
 #include <gtkmm/separatormenuitem.h>
 
@@ -27,7 +28,7 @@ const std::string& MenuItem::title() const { return title_; }
 
 void MenuItem::setTitle(std::string_view title) {
     title_ = title;
-    if (!separator_) native_->widget.set_label(title_); // a label would turn the line into an item
+    if (!separator_) native_->widget.set_label(title_); // a label would turn the separator into an item
 }
 
 const std::optional<std::string>& MenuItem::identifier() const { return identifier_; }
@@ -50,7 +51,7 @@ CGEventFlags MenuItem::keyEquivalentModifierMask() const { return keyEquivalentM
 void MenuItem::setKeyEquivalent(std::string_view key, CGEventFlags modifierMask) {
     keyEquivalent_ = key;
     keyEquivalentModifierMask_ = modifierMask;
-    const auto shown = toolkitKey(*this);
+    const auto shown = shortcutOf(*this);
     gtk_accel_label_set_accel(GTK_ACCEL_LABEL(native_->widget.get_child()->gobj()), shown.key,
                               shown.modifiers);
 }
@@ -61,30 +62,11 @@ MenuItem::Native& MenuItem::native() const { return *native_; }
 
 namespace {
 
-// Asked each time a menu opens: nobody sees it in between.
-void greyWhatCannotAct(const Menu& menu) {
-    for (const auto& item : menu.itemArray())
-        item->native().widget.set_sensitive(item->isEnabled());
-}
-
 // A menu shows its own title where it opens from, in the bar for instance.
 void retitleOpener(const Menu& tree, const Menu& menu) {
     for (const auto& item : tree.itemArray()) {
         if (item->submenu() == &menu) item->native().widget.set_label(menu.title());
         if (item->submenu() != nullptr) retitleOpener(*item->submenu(), menu);
-    }
-}
-
-void fill(Gtk::MenuShell& shell, const Menu& menu) {
-    for (const auto& item : menu.itemArray()) {
-        auto& native = item->native();
-        if (const Menu* submenu = item->submenu()) {
-            native.submenu = std::make_unique<Gtk::Menu>();
-            fill(*native.submenu, *submenu);
-            native.submenu->signal_show().connect([submenu] { greyWhatCannotAct(*submenu); });
-            native.widget.set_submenu(*native.submenu);
-        }
-        shell.append(native.widget);
     }
 }
 
@@ -104,12 +86,5 @@ void Menu::setTitle(std::string_view title) {
 MenuItem& Menu::addItem(std::unique_ptr<MenuItem> item) { return *items_.emplace_back(std::move(item)); }
 
 const std::vector<std::unique_ptr<MenuItem>>& Menu::itemArray() const { return items_; }
-
-std::unique_ptr<Gtk::MenuBar> makeMenuBar(const Menu& menu) {
-    auto bar = std::make_unique<Gtk::MenuBar>();
-    fill(*bar, menu);
-    bar->show();
-    return bar;
-}
 
 } // namespace platform

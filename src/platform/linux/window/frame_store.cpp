@@ -61,12 +61,4 @@ void WindowFrameStore::save(const Rect& frame) const {
     if (file) fs::rename(fresh, path_, failed);
 }
 
-Rect fitted(Rect frame, const Rect& area) {
-    frame.width = std::min(frame.width, area.width);
-    frame.height = std::min(frame.height, area.height);
-    frame.x = std::clamp(frame.x, area.x, area.x + area.width - frame.width);
-    frame.y = std::clamp(frame.y, area.y, area.top() - frame.height);
-    return frame;
-}
-
 } // namespace platform

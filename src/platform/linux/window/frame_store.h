@@ -24,7 +24,4 @@ private:
     std::string path_; // empty when this user has no place for it
 };
 
-// `frame`, made no larger than `area` and moved into it as little as needed.
-Rect fitted(Rect frame, const Rect& area);
-
 } // namespace platform

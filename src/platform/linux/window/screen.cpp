@@ -6,6 +6,8 @@
 #include <gdkmm/display.h>
 #include <gdkmm/monitor.h>
 
+#include <algorithm>
+
 namespace platform {
 namespace {
 
@@ -24,6 +26,19 @@ std::optional<Screen> screenNearest(const Rect& area) {
     return screenOf(display ? display->get_monitor_at_point(place.get_x() + place.get_width() / 2,
                                                             place.get_y() + place.get_height() / 2)
                             : Glib::RefPtr<Gdk::Monitor>());
+}
+
+Rect fitted(Rect frame, const Rect& area) {
+    frame.width = std::min(frame.width, area.width);
+    frame.height = std::min(frame.height, area.height);
+    frame.x = std::clamp(frame.x, area.x, area.x + area.width - frame.width);
+    frame.y = std::clamp(frame.y, area.y, area.top() - frame.height);
+    return frame;
+}
+
+Rect onScreen(const Rect& frame) {
+    const auto screen = screenNearest(frame);
+    return screen ? fitted(frame, screen->visibleFrame()) : frame;
 }
 
 std::optional<Screen> Screen::mainScreen() { return screenOf(mainMonitor()); }

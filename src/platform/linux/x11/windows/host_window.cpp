@@ -13,6 +13,11 @@ std::uint32_t prepareToPresent(GdkWindow* window, bool toActiveSpace) {
     return time;
 }
 
+bool canMinimise(GdkWindow* window) {
+    return gdk_x11_screen_supports_net_wm_hint(gdk_window_get_screen(window),
+                                               gdk_atom_intern_static_string("_NET_WM_ACTION_MINIMIZE"));
+}
+
 // Tk 8.6 takes no keys that are passed on, only those from the X server. A GTK plug sets the property only
 // after it has been embedded, so that it is read anew for each key.
 bool takesForwardedKeys(GdkWindow* view) {

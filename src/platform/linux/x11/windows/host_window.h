@@ -12,6 +12,9 @@ namespace platform::x11 {
 // to the window's workspace, and metacity only has the window ask for attention there.
 std::uint32_t prepareToPresent(GdkWindow* window, bool toActiveSpace);
 
+// Whether the window manager minimises windows; false where none runs.
+bool canMinimise(GdkWindow* window);
+
 // Whether a view that is embedded in the window (XEMBED) takes the keys that are passed on to it.
 bool takesForwardedKeys(GdkWindow* view);
 

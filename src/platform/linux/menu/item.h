@@ -2,12 +2,11 @@
 
 #include "platform/menu.h"
 
-#include <gtkmm/accelgroup.h>
 #include <gtkmm/menu.h>
-#include <gtkmm/menubar.h>
 #include <gtkmm/menuitem.h>
 
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -25,12 +24,5 @@ public:
     Gtk::MenuItem& widget;
     std::unique_ptr<Gtk::Menu> submenu;
 };
-
-// The bar of a main menu, with what opens from it. The menu must outlive it.
-std::unique_ptr<Gtk::MenuBar> makeMenuBar(const Menu& menu);
-
-// The keys of a main menu's items, for the window that carries the bar. Those of the Edit actions are only
-// shown in the menu: the view that takes the keys gets them anyway.
-Glib::RefPtr<Gtk::AccelGroup> makeMenuKeys(const Menu& menu);
 
 } // namespace platform

@@ -1,0 +1,54 @@
+#include "platform/linux/window/last_wish.h"
+
+#include "platform/main_queue.h"
+
+#include <chrono>
+#include <utility>
+
+namespace platform {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Window managers do not say that they refuse. They answer within 20 ms on an idle machine.
+constexpr Seconds answerDeadline = 300ms;
+
+} // namespace
+
+LastWish::LastWish(WindowManager windowManager) : windowManager_(std::move(windowManager)) {}
+
+void LastWish::want(bool on) {
+    wanted_ = on;
+    if (!asked_) ask();
+}
+
+void LastWish::withdraw() {
+    wanted_.reset();
+    asked_.reset();
+    request_.reset();
+}
+
+void LastWish::ask() {
+    asked_ = wanted_;
+    request_ = std::make_shared<char>();
+    const std::weak_ptr life(request_);
+    windowManager_.ask(*asked_);
+    // Not at once: wishes of the same turn of the main loop are one request.
+    MainQueue::async(life, [this] { check(); });
+    MainQueue::asyncAfter(answerDeadline, life, [this] { answered(windowManager_.hasGiven(*asked_)); });
+}
+
+void LastWish::check() {
+    if (asked_ && windowManager_.hasGiven(*asked_)) answered(true);
+}
+
+void LastWish::answered(bool given) {
+    const bool asked = *asked_;
+    asked_.reset();
+    request_.reset();
+    if (wanted_ != asked) return ask();
+    wanted_.reset();
+    if (!given && windowManager_.refused) windowManager_.refused(asked);
+}
+
+} // namespace platform
