@@ -4,6 +4,8 @@
 #include "testing/desktop/process.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -18,13 +20,18 @@ const CallOutcome null = EncodableValue();
 
 CallOutcome error(const char* code, const char* message) { return flutter::FlutterError{code, message, {}}; }
 
-// A machine with one program, for plain text, pages and https, which notes what it is given to open.
+// A machine with one program, for plain text, pages and https, which notes what it inherits and is given to
+// open.
 struct SparseMachine {
     SparseMachine() {
         std::filesystem::create_directories(folder / "applications");
         std::filesystem::create_symlink("/usr/share/mime", folder / "mime");
         const auto program = folder / "applications/note.sh";
-        writeFile(program, "#!/bin/sh\nprintf '%s\\n' \"$1\" >>" + (folder / "opened").string() + "\n");
+        const std::string opened = (folder / "opened").string();
+        writeFile(program, "#!/bin/sh\n"
+                           "printf '%s\\n' \"limit $(ulimit -n)\" \"session $(cut -d' ' -f6 /proc/$$/stat)\" "
+                           "\"variables $(env | grep -c ^QUILLMARK_)\" \"$1\" >>" +
+                               opened + "\n");
         std::filesystem::permissions(program, std::filesystem::perms::owner_all);
         writeFile(folder / "applications/note.desktop",
                   "[Desktop Entry]\nType=Application\nName=Note\nExec=" + program.string() +
@@ -35,8 +42,11 @@ struct SparseMachine {
         writeFile(folder / "letter.txt", "Dear Anna");
     }
 
+    bool hasOpened(const std::string& what) {
+        return readFile(folder / "opened").find(what + "\n") != std::string::npos;
+    }
     bool opened(const std::string& what) {
-        return waitUntil([&] { return readFile(folder / "opened").find(what + "\n") != std::string::npos; });
+        return waitUntil([&] { return hasOpened(what); });
     }
 
     TemporaryFolder folder;
@@ -57,6 +67,23 @@ TEST_F(HostOpens, FilesAndLinksWithTheProgramForThemAndSaysWhenThereIsNone) {
     const auto noSuchFile = error("open_path", "Could not open the file or folder");
     EXPECT_EQ(host.call("openPath", (folder / "gone.txt").string()), noSuchFile);
     EXPECT_EQ(host.call("openPath", (folder / "").string()), noSuchFile) << "no program opens folders here";
+}
+
+TEST(OpenedProgram, InheritsNothingThatTheHostSetForItself) {
+    rlimit files{};
+    getrlimit(RLIMIT_NOFILE, &files);
+    const rlimit fewer{files.rlim_cur / 2, files.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &fewer);
+    SparseMachine machine;
+    Host host{{{"XDG_DATA_HOME", machine.folder / ""},
+               {"XDG_DATA_DIRS", machine.folder / ""},
+               {"QUILLMARK_SOCKET", "of an interface that started the host"}}};
+    setrlimit(RLIMIT_NOFILE, &files);
+    host.call("openUrl", "https://example.org/");
+    EXPECT_TRUE(machine.opened("https://example.org/"));
+    EXPECT_TRUE(machine.opened("limit " + std::to_string(fewer.rlim_cur)));
+    EXPECT_TRUE(machine.opened("variables 0"));
+    EXPECT_FALSE(machine.hasOpened("session " + std::to_string(getsid(host.process().pid()))));
 }
 
 TEST_F(HostOpens, ItsHelpFromTheMenu) {

@@ -67,6 +67,21 @@ TEST_F(Interface, EndWaitsThenSendsSigtermThenSigkill) {
     EXPECT_FALSE(ended) << "the callback is for a process that ends by itself";
 }
 
+TEST_F(Interface, GetsAProcessGroupOfItsOwnThatEndsWithIt) {
+    const testbed::TemporaryFolder folder;
+    const std::string child = folder / "child";
+    run("sleep 1000 & echo $! >" + child + "; cut -d' ' -f5 /proc/$$/stat >" + child + ".group; wait");
+    runUntil([&] { return !testbed::readFile(child + ".group").empty(); });
+    EXPECT_NE(std::stoi(testbed::readFile(child + ".group")), getpgrp()) << "Control+C would end it";
+    EXPECT_FALSE(process->end(0ms));
+    const pid_t sleeper = std::stoi(testbed::readFile(child));
+    runUntil([&] {
+        return kill(sleeper, 0) != 0 ||
+               testbed::readFile("/proc/" + std::to_string(sleeper) + "/stat").find(") Z ") !=
+                   std::string::npos;
+    });
+}
+
 TEST_F(Interface, ProgramThatCannotBeStartedGivesAReason) {
     std::string whyNot;
     EXPECT_FALSE(InterfaceProcess::start(

@@ -3,6 +3,7 @@
 #include "platform/linux/application/command_line.h"
 #include "platform/linux/application/gtk_start.h"
 #include "platform/linux/application/session.h"
+#include "platform/linux/base/child_process.h"
 #include "platform/linux/base/main_loop.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/interface/program.h"
@@ -13,7 +14,6 @@
 #include "platform/main_queue.h"
 
 #include <glib-unix.h>
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <csignal>
@@ -58,17 +58,9 @@ std::optional<std::string> prepare(std::vector<std::string> interface,
     return std::nullopt;
 }
 
-// Every generation of a model server has a connection of its own.
-void allowManyConnections() {
-    rlimit files{};
-    if (getrlimit(RLIMIT_NOFILE, &files) != 0) return;
-    files.rlim_cur = files.rlim_max;
-    setrlimit(RLIMIT_NOFILE, &files);
-}
-
 int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance) {
     signal(SIGPIPE, SIG_IGN);
-    allowManyConnections();
+    raiseOpenFileLimit();
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         g_unix_signal_add(number, terminationSignal, nullptr);
 

@@ -1,5 +1,6 @@
 #include "platform/linux/interface/process.h"
 
+#include "platform/linux/base/child_process.h"
 #include "platform/linux/base/pidfd.h"
 
 #include <glibmm/main.h>
@@ -20,9 +21,19 @@ constexpr int firstSignalStatus = 128;
 
 // Runs in the child, between fork and exec.
 void prepareChild(pid_t host) {
-    signal(SIGPIPE, SIG_DFL);
+    // With a process group of its own, Control+C in the host's terminal ends the host alone, which then asks
+    // the interface.
+    setpgid(0, 0);
+    undoHostSettings();
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != host) _exit(firstSignalStatus + SIGTERM); // the host was gone before the line above
+}
+
+// The whole group, because the interface may be a shell that waits for the program it started; and the
+// process itself, should it have left its group.
+void signalGroup(pid_t process, int number) {
+    kill(-process, number);
+    kill(process, number);
 }
 
 } // namespace
@@ -32,8 +43,10 @@ std::unique_ptr<InterfaceProcess> InterfaceProcess::start(const std::vector<std:
                                                           std::function<void()> ended, std::string& whyNot) {
     try {
         Glib::Pid process{};
+        // The terminal stops a process of another group than the foreground one when it reads (SIGTTIN).
+        const auto input = isatty(STDIN_FILENO) != 0 ? Glib::SpawnFlags{} : Glib::SPAWN_CHILD_INHERITS_STDIN;
         Glib::spawn_async(
-            "", command, environment, Glib::SPAWN_DO_NOT_REAP_CHILD | Glib::SPAWN_CHILD_INHERITS_STDIN,
+            "", command, environment, Glib::SPAWN_DO_NOT_REAP_CHILD | input,
             [host = getpid()] { prepareChild(host); }, &process);
         return std::make_unique<InterfaceProcess>(process, std::move(ended));
     } catch (const Glib::Error& error) {
@@ -60,10 +73,10 @@ bool InterfaceProcess::end(std::chrono::milliseconds limit) {
     constexpr std::chrono::milliseconds forever{-1};
     watch_.disconnect();
     if (exitStatus_ || waitFor(limit)) return true;
-    kill(process_, SIGTERM);
-    kill(process_, SIGCONT); // a stopped process ends only when it goes on
+    signalGroup(process_, SIGTERM);
+    signalGroup(process_, SIGCONT); // a stopped process handles SIGTERM only once it goes on
     if (waitFor(limitAfterAsking)) return false;
-    kill(process_, SIGKILL);
+    signalGroup(process_, SIGKILL);
     waitFor(forever);
     return false;
 }

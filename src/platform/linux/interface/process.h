@@ -19,8 +19,8 @@ namespace platform {
 class InterfaceProcess {
 public:
     // `ended` is called once, from the main loop, when the process ends by itself. Null, with the reason in
-    // `whyNot`, when it cannot be started. `environment` holds NAME=value. It shares the host's standard
-    // input, output and error.
+    // `whyNot`, when it cannot be started. `environment` holds NAME=value. It has a process group of its own
+    // and shares the host's standard output and error, and its standard input unless that is a terminal.
     static std::unique_ptr<InterfaceProcess> start(const std::vector<std::string>& command,
                                                    const std::vector<std::string>& environment,
                                                    std::function<void()> ended, std::string& whyNot);
@@ -30,8 +30,9 @@ public:
     InterfaceProcess(const InterfaceProcess&) = delete;
     InterfaceProcess& operator=(const InterfaceProcess&) = delete;
 
-    // Blocks until the process has ended: waits up to `limit` for it to end by itself, then sends SIGTERM,
-    // and SIGKILL when that does not help. `ended` is not called any more. True when it ended by itself.
+    // Blocks until the process has ended: waits up to `limit` for it to end by itself, then sends SIGTERM to
+    // its group, and SIGKILL when that does not help. `ended` is not called any more. True when it ended by
+    // itself.
     bool end(std::chrono::milliseconds limit);
 
     // As a shell reports it: 128 + the signal's number for a process that a signal ended. Absent while it
