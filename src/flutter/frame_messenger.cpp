@@ -124,4 +124,8 @@ void FrameMessenger::setMessageHandler(std::string channel, MessageHandler handl
     }
 }
 
+bool FrameMessenger::isHandled(std::string_view channel) const {
+    return connection_->handlers.contains(channel);
+}
+
 } // namespace flutter

@@ -33,6 +33,9 @@ public:
     void send(std::string_view channel, std::vector<std::uint8_t> message, Reply onReply) override;
     void setMessageHandler(std::string channel, MessageHandler handler) override;
 
+    // True while the channel has a handler.
+    bool isHandled(std::string_view channel) const;
+
 private:
     struct Connection;
     std::shared_ptr<Connection> connection_;

@@ -123,6 +123,8 @@ TEST(CommandLine, OptionsEndWhereTheInterfaceBegins) {
         {{"--version", "x"}, Wish::version, {}},
         {{"x", "--help", "--version"}, Wish::run, {"x", "--help", "--version"}},
         {{"--", "--help"}, Wish::run, {"--help"}},
+        {{"--trace=text", "x"}, Wish::run, {"x"}},
+        {{"--trace=all", "x"}, Wish::unclear, {}},
         {{"--nonsense", "x"}, Wish::unclear, {}},
         {{"-"}, Wish::unclear, {}},
     };

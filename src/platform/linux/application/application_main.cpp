@@ -117,6 +117,7 @@ int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>&
     case CommandLine::Wish::run:
         break;
     }
+    trace::start(line.trace);
     return start(line.interface, load);
 }
 

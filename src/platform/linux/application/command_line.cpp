@@ -14,6 +14,10 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
             line.wish = CommandLine::Wish::help;
         } else if (*next == "--version") {
             line.wish = CommandLine::Wish::version;
+        } else if (*next == "--trace") {
+            line.trace = trace::Detail::words;
+        } else if (*next == "--trace=text") {
+            line.trace = trace::Detail::texts;
         } else {
             line.wish = CommandLine::Wish::unclear;
             line.problem =
@@ -39,9 +43,13 @@ std::string helpText() {
            "its interface ends, with the interface's exit status.\n"
            "\n"
            "Options:\n"
-           "  -h, --help   print this and exit\n"
-           "  --version    print the version and exit\n"
-           "  --           what follows is PROGRAM, even if it begins with a dash\n";
+           "  -h, --help      print this and exit\n"
+           "  --version       print the version and exit\n"
+           "  --trace[=text]  print every message to and from the interface, and what other programs were "
+           "asked and "
+           "how\n"
+           "                  long that took; the texts of the user only with =text\n"
+           "  --              what follows is PROGRAM, even if it begins with a dash\n";
 }
 
 std::string versionText() { return "quillmark-host " QUILLMARK_VERSION "\n"; }

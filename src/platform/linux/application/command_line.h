@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/base/trace.h"
+
 #include <string>
 #include <vector>
 
@@ -10,6 +12,7 @@ struct CommandLine {
     enum class Wish { run, help, version, unclear };
 
     Wish wish = Wish::run;
+    trace::Detail trace = trace::Detail::none;
     std::vector<std::string> interface; // the interface's program and its arguments; empty: the usual one
     std::string problem;                // what is unclear, and what to do
 };

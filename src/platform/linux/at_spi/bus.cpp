@@ -1,5 +1,7 @@
 #include "platform/linux/at_spi/bus.h"
 
+#include "platform/linux/base/trace.h"
+
 #include <algorithm>
 
 namespace platform::at_spi {
@@ -57,6 +59,20 @@ Failure failureOf(const GError& error) {
     }
 }
 
+std::string resultOf(const Reply& reply) {
+    switch (reply.failure) {
+    case Failure::none:
+        return "";
+    case Failure::late:
+        return ": no reply";
+    case Failure::gone:
+        return ": the program is gone";
+    case Failure::refused:
+        return ": refused";
+    }
+    return "";
+}
+
 } // namespace
 
 void tell(GDBusConnection* connection, const Call& call) {
@@ -77,6 +93,8 @@ struct Bus::PendingCall {
     std::string program;
     std::weak_ptr<Batch> batch;
     std::size_t index;
+    std::string words = {}; // for the trace
+    Clock::time_point sent = Clock::now();
 
     static void finished(GObject* connection, GAsyncResult* result, gpointer data) {
         const std::unique_ptr<PendingCall> call(static_cast<PendingCall*>(data));
@@ -84,6 +102,8 @@ struct Bus::PendingCall {
         Reply reply;
         reply.value.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
         reply.failure = error == nullptr ? Failure::none : failureOf(*Error(error));
+        if (trace::isOn())
+            trace::write("host → " + call->words + " took " + trace::since(call->sent) + resultOf(reply));
         --call->bus.pending_;
         if (const auto batch = call->batch.lock()) {
             batch->replies[call->index] = std::move(reply);
@@ -131,6 +151,8 @@ Bus::~Bus() {
 
 void Bus::send(const Call& call, const std::shared_ptr<Batch>& batch, std::size_t index) {
     auto pending = std::make_unique<PendingCall>(PendingCall{*this, call.program, batch, index});
+    if (trace::isOn())
+        pending->words = call.program + ' ' + call.interface + '.' + call.method + ' ' + call.path;
     ++pending_;
     g_dbus_connection_call(connection_.get(), call.program.c_str(), call.path.c_str(), call.interface,
                            call.method, call.arguments.get(), G_VARIANT_TYPE(call.replyTypes),

@@ -2,6 +2,7 @@
 
 #include "platform/linux/base/main_loop.h"
 #include "platform/linux/base/terminal_message.h"
+#include "platform/linux/base/trace.h"
 #include "platform/linux/interface/program.h"
 #include "platform/main_queue.h"
 
@@ -29,11 +30,17 @@ std::string name() { return "the interface " + platform::interfaceCommand().at(0
 
 ViewController::Native::Native()
     : messenger_([this](std::vector<std::uint8_t> bytes) {
+          if (trace_) trace_->sent(bytes);
           if (socket_) socket_->write(std::move(bytes));
       }) {
+    if (platform::trace::isOn())
+        trace_.emplace([this](std::string_view channel) { return messenger_.isHandled(channel); });
     std::string whyNot;
     socket_ = platform::EngineSocket::listen(
-        {[this](std::span<const std::uint8_t> bytes) { return messenger_.receive(bytes); },
+        {[this](std::span<const std::uint8_t> bytes) {
+             if (trace_) trace_->received(bytes);
+             return messenger_.receive(bytes);
+         },
          [this](std::optional<std::string> why) { connectionEnded(std::move(why)); }},
         whyNot);
     if (!socket_) {

@@ -2,6 +2,7 @@
 
 #include "flutter/frame_messenger.h"
 #include "platform/linux/interface/engine_socket.h"
+#include "platform/linux/interface/frame_trace.h"
 #include "platform/linux/interface/process.h"
 #include "platform/view_controller.h"
 
@@ -33,6 +34,7 @@ private:
     void finish(std::string lastLine);
 
     std::optional<unsigned long> view_;
+    std::optional<platform::FrameTrace> trace_;
     FrameMessenger messenger_;
     std::unique_ptr<platform::EngineSocket> socket_;
     std::unique_ptr<platform::InterfaceProcess> process_;

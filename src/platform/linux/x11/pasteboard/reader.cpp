@@ -1,6 +1,9 @@
 #include "platform/linux/x11/pasteboard/reader.h"
 
+#include "platform/linux/base/trace.h"
+
 #include <algorithm>
+#include <array>
 #include <numeric>
 #include <utility>
 
@@ -121,6 +124,7 @@ void Reader::answered(OwnerNumber owner) {
 }
 
 void Reader::finish(Conversions::iterator conversion, std::optional<Property> value) {
+    traceOutcome(*conversion, value ? std::to_string(value->bytes.size()) + " bytes" : "refused");
     if (const Done done = std::exchange(conversion->done, nullptr)) {
         conversions_.erase(conversion);
         return done(std::move(value));
@@ -136,9 +140,18 @@ void Reader::finish(Conversions::iterator conversion, std::optional<Property> va
 }
 
 void Reader::giveUp(Conversion& conversion, State state) {
+    traceOutcome(conversion, state == State::late ? "late" : "too large or too slow");
     conversion.state = state;
     conversion.pieces.clear();
     if (const Done done = std::exchange(conversion.done, nullptr)) done(std::nullopt);
+}
+
+void Reader::traceOutcome(const Conversion& conversion, const std::string& outcome) {
+    if (!trace::isOn()) return;
+    const std::array atoms{conversion.request.selection, conversion.request.target};
+    const auto names = connection_.names(atoms);
+    trace::write("host → owner of " + names[0] + ' ' + names[1] + " took " + trace::since(conversion.asked) +
+                 ": " + outcome);
 }
 
 void Reader::expire(Clock::time_point now) {

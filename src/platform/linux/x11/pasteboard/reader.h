@@ -77,6 +77,7 @@ private:
         std::chrono::milliseconds silence{};
         Clock::time_point silentUntil{};
         Clock::time_point end{};
+        Clock::time_point asked = Clock::now();
         bool answeredOthers = false; // its owner has answered another request since
         bool inPieces = false;
         std::vector<Property> pieces{};
@@ -92,7 +93,8 @@ private:
     xcb_window_t freeWindow();
     void answered(OwnerNumber owner);
     void finish(Conversions::iterator conversion, std::optional<Property> value);
-    static void giveUp(Conversion& conversion, State state);
+    void giveUp(Conversion& conversion, State state);
+    void traceOutcome(const Conversion& conversion, const std::string& outcome);
     std::size_t bytesUnderWay() const;
 
     XcbConnection& connection_;
