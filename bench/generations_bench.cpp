@@ -22,8 +22,8 @@ public:
     void call(const char* channel, const flutter::MethodCall& call) {
         handlers_[channel](flutter::encodeMethodCall(call), [](auto) {});
     }
-    void send(std::string_view, std::vector<std::uint8_t>) override { ++messages; }
-    void send(std::string_view, std::vector<std::uint8_t>, Reply) override { ++messages; }
+    void send(std::string_view, std::span<const std::uint8_t>) override { ++messages; }
+    void send(std::string_view, std::span<const std::uint8_t>, Reply) override { ++messages; }
     void setMessageHandler(std::string channel, MessageHandler handler) override {
         handlers_[std::move(channel)] = std::move(handler);
     }

@@ -8,7 +8,7 @@
 namespace flutter {
 namespace {
 
-// Conversion of a number outside the range is undefined in the language, so it is decided here.
+// C++ leaves the conversion of a number outside the range undefined; here it is the nearest number in it.
 template <class T>
 T saturated(double number) {
     using Limits = std::numeric_limits<T>;

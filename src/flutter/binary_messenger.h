@@ -1,5 +1,5 @@
-// Carries byte messages on named channels between the host and the interface, in order. Whoever makes the
-// messenger owns it; channels are views of it and may outlive it. Main thread only.
+// Carries messages on named channels between the host and the interface, in order. Owned by its creator;
+// channels refer to it weakly and may outlive it. Main thread only.
 #pragma once
 
 #include <cstdint>
@@ -14,10 +14,11 @@ namespace flutter {
 
 class BinaryMessenger {
 public:
-    // Takes the answer; zero bytes mean that nobody handles the message. The first call counts.
+    // Sends or receives the reply to one message; zero bytes mean that the message is not handled. Only the
+    // first call has an effect.
     using Reply = std::function<void(std::vector<std::uint8_t>)>;
-    // The bytes are valid during the call. `reply` may be kept and called later, even when the messenger
-    // is gone; for a message that wants no reply it goes nowhere.
+    // The bytes are valid during the call. `reply` may be kept and called later, even when the messenger is
+    // gone. It does nothing when the message wants no reply.
     using MessageHandler = std::function<void(std::span<const std::uint8_t> message, Reply reply)>;
 
     BinaryMessenger() = default;
@@ -25,14 +26,14 @@ public:
     BinaryMessenger& operator=(const BinaryMessenger&) = delete;
     virtual ~BinaryMessenger() = default;
 
-    // One way.
-    virtual void send(std::string_view channel, std::vector<std::uint8_t> message) = 0;
-    // `onReply` is called at most once, and never if the messenger ends before the answer comes.
-    virtual void send(std::string_view channel, std::vector<std::uint8_t> message, Reply onReply) = 0;
-    // One handler per channel: a new one replaces the old, an empty function removes it.
+    // Wants no reply. The bytes need to be valid during the call only.
+    virtual void send(std::string_view channel, std::span<const std::uint8_t> message) = 0;
+    // `onReply` is called at most once, and never when the messenger is destroyed before the reply arrives.
+    virtual void send(std::string_view channel, std::span<const std::uint8_t> message, Reply onReply) = 0;
+    // Each channel has one handler: a new one replaces it, an empty function removes it.
     virtual void setMessageHandler(std::string channel, MessageHandler handler) = 0;
 
-    // Absent once the messenger is gone. Holding it does not keep the messenger alive.
+    // Expires with the messenger. Does not keep it alive.
     std::weak_ptr<BinaryMessenger> handle() { return life_; }
 
 private:

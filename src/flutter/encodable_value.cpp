@@ -14,7 +14,7 @@ std::strong_ordering compare(const T& a, const T& b) {
     return a <=> b;
 }
 
-// The usual order of floating-point numbers leaves NaN without a place.
+// <=> of floating-point numbers gives NaN no place in the order.
 std::strong_ordering compare(double a, double b) { return std::strong_order(a, b); }
 
 template <std::floating_point T>
@@ -27,23 +27,24 @@ std::strong_ordering compare(const EncodableMap& a, const EncodableMap& b) {
     return std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end());
 }
 
-} // namespace
+// Up to this many pairs, comparing all keys with each other is faster than sorting them.
+constexpr std::size_t fewPairs = 16;
 
-std::strong_ordering operator<=>(const EncodableValue& a, const EncodableValue& b) {
-    const auto x = integer(a), y = integer(b);
-    if (x && y) return *x <=> *y;
-    if (a.storage_.index() != b.storage_.index()) return a.storage_.index() <=> b.storage_.index();
-    return std::visit(
-        [&]<class T>(const T& left) -> std::strong_ordering {
-            return compare(left, std::get<T>(b.storage_));
-        },
-        a.storage_);
+void uniteEqualKeysByComparison(std::vector<EncodableMap::Pair>& pairs) {
+    auto end = pairs.begin();
+    for (auto pair = pairs.begin(); pair != pairs.end(); ++pair) {
+        const auto first =
+            std::find_if(pairs.begin(), end, [&](auto& other) { return other.first == pair->first; });
+        if (first != end)
+            first->second = std::move(pair->second);
+        else if (end++ != pair)
+            *std::prev(end) = std::move(*pair);
+    }
+    pairs.erase(end, pairs.end());
 }
 
-EncodableMap::EncodableMap(std::initializer_list<Pair> pairs) : EncodableMap(fromPairs(pairs)) {}
-
-EncodableMap EncodableMap::fromPairs(std::vector<Pair> pairs) {
-    // The positions, equal keys side by side and in their order of arrival.
+void uniteEqualKeysBySorting(std::vector<EncodableMap::Pair>& pairs) {
+    // Positions: equal keys side by side, and those in their order of arrival.
     std::vector<std::size_t> order(pairs.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
@@ -60,11 +61,38 @@ EncodableMap EncodableMap::fromPairs(std::vector<Pair> pairs) {
             first = next;
         }
     }
+    std::size_t index = 0;
+    std::erase_if(pairs, [&](const auto&) { return repeated[index++]; });
+}
 
+} // namespace
+
+std::strong_ordering operator<=>(const EncodableValue& a, const EncodableValue& b) {
+    const auto x = integer(a), y = integer(b);
+    if (x && y) return *x <=> *y;
+    if (a.storage_.index() != b.storage_.index()) return a.storage_.index() <=> b.storage_.index();
+    return std::visit(
+        [&]<class T>(const T& left) -> std::strong_ordering {
+            return compare(left, std::get<T>(b.storage_));
+        },
+        a.storage_);
+}
+
+bool operator==(const EncodableValue& a, const EncodableValue& b) {
+    const auto* x = a.getIf<std::string>();
+    const auto* y = b.getIf<std::string>();
+    return x && y ? *x == *y : (a <=> b) == 0; // strings, which most keys are, need no order
+}
+
+EncodableMap::EncodableMap(std::initializer_list<Pair> pairs) : EncodableMap(fromPairs(pairs)) {}
+
+EncodableMap EncodableMap::fromPairs(std::vector<Pair> pairs) {
     EncodableMap map;
     map.pairs_ = std::move(pairs);
-    std::size_t index = 0;
-    std::erase_if(map.pairs_, [&](const Pair&) { return repeated[index++]; });
+    if (map.pairs_.size() <= fewPairs)
+        uniteEqualKeysByComparison(map.pairs_);
+    else
+        uniteEqualKeysBySorting(map.pairs_);
     return map;
 }
 
@@ -89,11 +117,6 @@ void EncodableMap::set(EncodableValue key, EncodableValue value) {
         found->second = std::move(value);
     }
 }
-
-std::size_t EncodableMap::size() const { return pairs_.size(); }
-bool EncodableMap::empty() const { return pairs_.empty(); }
-EncodableMap::const_iterator EncodableMap::begin() const { return pairs_.begin(); }
-EncodableMap::const_iterator EncodableMap::end() const { return pairs_.end(); }
 
 bool operator==(const EncodableMap& a, const EncodableMap& b) { return a.pairs_ == b.pairs_; }
 

@@ -1,8 +1,9 @@
-// A value that a channel message can carry: null, boolean, integer, floating-point number, string,
-// typed lists of numbers, list or map. A plain value: copying copies everything below it.
+// A value of a channel message: null, boolean, integer, floating-point number, string, list of numbers of one
+// type, list or map. A plain value: a copy is independent of the original.
 //
-// Equality means "the same on the wire": an int32_t and an int64_t holding one number are equal, a NaN
-// equals itself, 0.0 differs from -0.0, and two maps are equal when they hold equal pairs in the same order.
+// Two values are equal when their bytes on the wire are the same: an int32_t and an int64_t with the same
+// number are equal, a NaN is equal to itself, 0.0 is not equal to -0.0, and maps are equal when they have
+// equal pairs in the same order.
 #pragma once
 
 #include <compare>
@@ -22,7 +23,8 @@ namespace flutter {
 class EncodableValue;
 using EncodableList = std::vector<EncodableValue>;
 
-// Pairs in the order in which their keys were first set; a key occurs once. A lookup walks the pairs.
+// Pairs in the order in which their keys were first set; no key occurs twice. A look-up compares one key
+// after another.
 class EncodableMap {
 public:
     using Pair = std::pair<EncodableValue, EncodableValue>;
@@ -31,21 +33,21 @@ public:
     EncodableMap() = default;
     EncodableMap(std::initializer_list<Pair> pairs);
 
-    // Takes any number of pairs at once, in n log n. A key that occurs again keeps its first place and
-    // takes the last value.
+    // From any number of pairs, in n log n. A key that occurs several times has its first place and its last
+    // value.
     static EncodableMap fromPairs(std::vector<Pair> pairs);
 
-    // The value under a key; null pointer when there is none. Valid until the map changes.
+    // The value of a key; null when the map does not have the key. Valid until the map changes.
     const EncodableValue* find(std::string_view key) const;
     const EncodableValue* find(const EncodableValue& key) const;
 
-    // Adds a pair at the end, or replaces the value of a key that is already there.
+    // Adds a pair at the end, or replaces the value of a key that the map has already.
     void set(EncodableValue key, EncodableValue value);
 
-    std::size_t size() const;
-    bool empty() const;
-    const_iterator begin() const;
-    const_iterator end() const;
+    std::size_t size() const { return pairs_.size(); }
+    bool empty() const { return pairs_.empty(); }
+    const_iterator begin() const { return pairs_.begin(); }
+    const_iterator end() const { return pairs_.end(); }
 
     friend bool operator==(const EncodableMap& a, const EncodableMap& b);
 
@@ -53,7 +55,7 @@ private:
     std::vector<Pair> pairs_;
 };
 
-// An integer type whose every number fits into an int32_t or, failing that, an int64_t.
+// An integer type all of whose numbers fit into an int64_t.
 template <class T>
 concept EncodableInteger = std::integral<T> && !std::same_as<T, bool> &&
                            (std::signed_integral<T> || sizeof(T) < sizeof(std::int64_t));
@@ -84,16 +86,22 @@ public:
 
     bool isNull() const { return std::holds_alternative<std::monostate>(storage_); }
 
-    // The value as exactly the type T of the list above; null pointer when it has another type.
+    // The value as the type T, one of those of Storage; null when it has another type.
     template <class T>
     const T* getIf() const {
         return std::get_if<T>(&storage_);
     }
 
+    // Replaces the value by a new T, one of the types of Storage, and returns it.
+    template <class T, class... Arguments>
+    T& emplace(Arguments&&... arguments) {
+        return storage_.emplace<T>(std::forward<Arguments>(arguments)...);
+    }
+
     const Storage& storage() const { return storage_; }
 
     friend std::strong_ordering operator<=>(const EncodableValue& a, const EncodableValue& b);
-    friend bool operator==(const EncodableValue& a, const EncodableValue& b) { return (a <=> b) == 0; }
+    friend bool operator==(const EncodableValue& a, const EncodableValue& b);
 
 private:
     template <EncodableInteger T>

@@ -5,7 +5,9 @@
 namespace flutter {
 namespace {
 
-// One handler's side of a channel, and whether somebody listens.
+constexpr std::size_t mostKeptBytes = std::size_t{1} << 16;
+
+// The state of a channel with one handler: whether there is a listener.
 class Stream {
 public:
     Stream(std::weak_ptr<StreamHandler> handler, std::function<EventSink(std::weak_ptr<char>)> makeSink)
@@ -48,7 +50,7 @@ private:
 
     std::weak_ptr<StreamHandler> handler_;
     std::function<EventSink(std::weak_ptr<char>)> makeSink_;
-    std::shared_ptr<char> listener_; // lives while its sink may send
+    std::shared_ptr<char> listener_; // its sink sends as long as this exists
 };
 
 } // namespace
@@ -62,9 +64,14 @@ void EventChannel::setStreamHandler(std::weak_ptr<StreamHandler> handler) {
         return;
     }
     auto makeSink = [messenger = messenger_, name = name_](std::weak_ptr<char> listener) -> EventSink {
-        return [=](const EncodableValue& event) {
+        // The next event is encoded in the memory of the last one.
+        return [=, memory = std::make_shared<std::vector<std::uint8_t>>()](const EncodableValue& event) {
             const auto live = messenger.lock();
-            if (live && !listener.expired()) live->send(name, encodeSuccessEnvelope(event));
+            if (!live || listener.expired()) return;
+            const auto kept = memory; // sending may destroy this function
+            auto bytes = encodeSuccessEnvelope(event, std::exchange(*kept, {}));
+            live->send(name, bytes);
+            if (bytes.size() <= mostKeptBytes) *kept = std::move(bytes);
         };
     };
     calls_.setMethodCallHandler(

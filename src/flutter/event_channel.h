@@ -13,15 +13,15 @@
 
 namespace flutter {
 
-// Sends one event. It may be kept and called at any time: once its listener has cancelled or was replaced,
-// or the messenger is gone, the event is dropped.
+// Sends one event. May be kept and called at any time: it does nothing once its listener has cancelled or was
+// replaced, or the messenger is gone.
 using EventSink = std::function<void(EncodableValue)>;
 
 class StreamHandler {
 public:
     virtual ~StreamHandler() = default;
 
-    // An error is passed on to the listener. After an error of onListen there is no listener.
+    // An error is the reply to "listen" or "cancel". After an error of onListen there is no listener.
     virtual std::optional<FlutterError> onListen(const EncodableValue& arguments, EventSink sink) = 0;
     virtual std::optional<FlutterError> onCancel(const EncodableValue& arguments) = 0;
 };
@@ -30,9 +30,9 @@ class EventChannel {
 public:
     EventChannel(BinaryMessenger& messenger, std::string name);
 
-    // Answers "listen" and "cancel" from now on; destroying the channel does not end that. A "listen"
-    // while somebody listens calls onListen again, without onCancel. With the handler gone, calls are
-    // answered as ones that nobody handles. An empty pointer removes the handler.
+    // From now on "listen" and "cancel" are answered; destroying the channel does not end that. A second
+    // "listen" calls onListen again, without onCancel before it. Once the handler has been destroyed, calls
+    // are not handled. An empty pointer removes the handler.
     void setStreamHandler(std::weak_ptr<StreamHandler> handler);
 
 private:

@@ -1,5 +1,6 @@
 #include "flutter/frame.h"
 
+#include "flutter/byte_sink.h"
 #include "flutter/little_endian.h"
 
 #include <limits>
@@ -16,7 +17,7 @@ bool isKnown(std::uint8_t kind) {
            kind <= static_cast<std::uint8_t>(FrameKind::reply);
 }
 
-// What the first bytes of a frame, its length at least, already show to be wrong.
+// The rule that the beginning of a frame, at least its length field, breaks.
 std::optional<std::string> brokenRule(std::span<const std::uint8_t> start) {
     const std::size_t length = loadLittleEndian<std::uint32_t>(start.data());
     if (length > maxFrameLength)
@@ -33,30 +34,38 @@ std::optional<std::string> brokenRule(std::span<const std::uint8_t> start) {
 
 } // namespace
 
-std::optional<std::vector<std::uint8_t>> encodeFrame(const Frame& frame) {
-    const bool named = frame.kind != FrameKind::reply;
-    if (frame.payload.size() > maxFrameLength) return std::nullopt;
-    if (named && frame.channel.size() > std::numeric_limits<std::uint16_t>::max()) return std::nullopt;
-    const std::size_t name = named ? nameLengthSize + frame.channel.size() : 0;
-    const std::size_t length = headSize + name + frame.payload.size();
+std::optional<std::vector<std::uint8_t>> encodeFrame(FrameKind kind, std::uint32_t id,
+                                                     std::string_view channel,
+                                                     std::span<const std::uint8_t> payload) {
+    const bool named = kind != FrameKind::reply;
+    if (payload.size() > maxFrameLength) return std::nullopt;
+    if (named && channel.size() > std::numeric_limits<std::uint16_t>::max()) return std::nullopt;
+    const std::size_t name = named ? nameLengthSize + channel.size() : 0;
+    const std::size_t length = headSize + name + payload.size();
     if (length > maxFrameLength) return std::nullopt;
 
     std::vector<std::uint8_t> bytes;
     bytes.reserve(lengthSize + length);
-    appendLittleEndian(bytes, static_cast<std::uint32_t>(length));
-    bytes.push_back(static_cast<std::uint8_t>(frame.kind));
-    appendLittleEndian(bytes, frame.id);
+    bytes.resize(lengthSize + headSize + name);
+    ByteSink sink{bytes.data(), bytes.data()};
+    sink.number(static_cast<std::uint32_t>(length));
+    sink.byte(static_cast<std::uint8_t>(kind));
+    sink.number(id);
     if (named) {
-        appendLittleEndian(bytes, static_cast<std::uint16_t>(frame.channel.size()));
-        bytes.insert(bytes.end(), frame.channel.begin(), frame.channel.end());
+        sink.number(static_cast<std::uint16_t>(channel.size()));
+        sink.text(channel);
     }
-    bytes.insert(bytes.end(), frame.payload.begin(), frame.payload.end());
+    bytes.insert(bytes.end(), payload.begin(), payload.end());
     return bytes;
+}
+
+std::optional<std::vector<std::uint8_t>> encodeFrame(const Frame& frame) {
+    return encodeFrame(frame.kind, frame.id, frame.channel, frame.payload);
 }
 
 void FrameReader::feed(std::span<const std::uint8_t> bytes) {
     if (error_) return;
-    // Dropping what was handed out only once it is the larger half moves each byte a bounded number of times.
+    // Each byte is moved a bounded number of times, because at least half of the buffer is dropped each time.
     if (start_ > buffer_.size() / 2) {
         buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(start_));
         start_ = 0;
@@ -88,7 +97,7 @@ std::optional<Frame> FrameReader::next() {
     return frame;
 }
 
-// The length of the frame that begins here, once it has arrived and as long as nothing breaks the rules.
+// The length field of the next frame; absent when it has not arrived yet or a rule is broken.
 std::optional<std::size_t> FrameReader::frameLength() {
     const auto here = std::span(buffer_).subspan(start_);
     if (error_ || here.size() < lengthSize) return std::nullopt;
@@ -99,9 +108,9 @@ std::optional<std::size_t> FrameReader::frameLength() {
 void FrameReader::discard(std::size_t count) {
     start_ += count;
     if (start_ < buffer_.size()) return;
-    // A single long message must not hold its memory for good.
-    constexpr std::size_t keep = std::size_t{1} << 16;
-    if (buffer_.capacity() > keep) {
+    // The memory of one long message must not stay allocated.
+    constexpr std::size_t mostIdleBytes = std::size_t{1} << 16;
+    if (buffer_.capacity() > mostIdleBytes) {
         buffer_ = std::vector<std::uint8_t>(); // assigning {} would keep the memory
     } else {
         buffer_.clear();

@@ -1,4 +1,5 @@
-// Frames: how messages travel on the socket between the host and the interface. docs/ describes the bytes.
+// Frames carry messages over the socket between the host and the interface (docs/wire.md). Plain values; any
+// thread.
 #pragma once
 
 #include <cstddef>
@@ -6,11 +7,12 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace flutter {
 
-// A frame's length field counts everything that follows it and is at most this.
+// The most that the length field of a frame, which counts everything after it, may say.
 inline constexpr std::size_t maxFrameLength = std::size_t{64} << 20;
 
 enum class FrameKind : std::uint8_t {
@@ -28,18 +30,22 @@ struct Frame {
     friend bool operator==(const Frame&, const Frame&) = default;
 };
 
-// Absent when the frame would be longer than allowed, or its channel's name longer than 65535 bytes.
+// Absent when the frame would be longer than allowed, or the name of its channel longer than 65535 bytes.
+std::optional<std::vector<std::uint8_t>> encodeFrame(FrameKind kind, std::uint32_t id,
+                                                     std::string_view channel,
+                                                     std::span<const std::uint8_t> payload);
 std::optional<std::vector<std::uint8_t>> encodeFrame(const Frame& frame);
 
-// Cuts a byte stream into frames, whatever pieces the bytes arrive in. Holds what arrived and no more.
+// Reads frames from a stream of bytes that arrive in pieces of any size. Keeps only bytes that have arrived,
+// whatever length a frame announces.
 class FrameReader {
 public:
     void feed(std::span<const std::uint8_t> bytes);
 
-    // The next whole frame; absent until more bytes come, and for good after an error.
+    // The next complete frame; absent until more bytes have arrived, and always after an error.
     std::optional<Frame> next();
 
-    // One line that says which rule the stream broke; absent while it broke none. Found by next().
+    // Which rule the stream broke, in one line; absent as long as next() has not found any.
     const std::optional<std::string>& error() const { return error_; }
 
 private:
@@ -48,7 +54,7 @@ private:
     std::nullopt_t fail(std::string reason);
 
     std::vector<std::uint8_t> buffer_;
-    std::size_t start_ = 0; // what lies before was handed out
+    std::size_t start_ = 0; // the bytes before it belong to frames that next() has returned
     std::optional<std::string> error_;
 };
 

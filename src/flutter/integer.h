@@ -1,4 +1,4 @@
-// An integer of either width, as one. Internal to this room.
+// An integer value of either width. Internal to this room.
 #pragma once
 
 #include "flutter/encodable_value.h"
@@ -8,7 +8,7 @@
 
 namespace flutter {
 
-// Absent when the value is no integer.
+// Absent when the value is not an integer.
 inline std::optional<std::int64_t> integer(const EncodableValue& value) {
     if (const auto* narrow = value.getIf<std::int32_t>()) return *narrow;
     if (const auto* wide = value.getIf<std::int64_t>()) return *wide;

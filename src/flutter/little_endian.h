@@ -1,11 +1,10 @@
-// Numbers as little-endian bytes, whatever the machine's own order.
+// Numbers as little-endian bytes, whatever the machine's own order. Internal to this room.
 #pragma once
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <vector>
 
 namespace flutter {
 
@@ -18,10 +17,10 @@ T loadLittleEndian(const std::uint8_t* bytes) {
 }
 
 template <class T>
-void appendLittleEndian(std::vector<std::uint8_t>& bytes, T number) {
+void storeLittleEndian(std::uint8_t* bytes, T number) {
     auto raw = std::bit_cast<std::array<std::uint8_t, sizeof(T)>>(number);
     if constexpr (std::endian::native == std::endian::big) std::reverse(raw.begin(), raw.end());
-    bytes.insert(bytes.end(), raw.begin(), raw.end());
+    std::copy_n(raw.begin(), sizeof(T), bytes);
 }
 
 } // namespace flutter

@@ -24,16 +24,16 @@ MethodResult& MethodResult::operator=(MethodResult&& other) noexcept {
     return *this;
 }
 
-void MethodResult::success(const EncodableValue& value) { answer(encodeSuccessEnvelope(value)); }
+void MethodResult::success(const EncodableValue& value) { send(encodeSuccessEnvelope(value)); }
 
 void MethodResult::error(std::string_view code, const std::optional<std::string>& message,
                          const EncodableValue& details) {
-    answer(encodeErrorEnvelope(code, message, details));
+    send(encodeErrorEnvelope(code, message, details));
 }
 
-void MethodResult::notImplemented() { answer({}); }
+void MethodResult::notImplemented() { send({}); }
 
-void MethodResult::answer(std::vector<std::uint8_t> bytes) {
+void MethodResult::send(std::vector<std::uint8_t> bytes) {
     if (const auto reply = std::exchange(reply_, nullptr)) reply(std::move(bytes));
 }
 

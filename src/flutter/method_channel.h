@@ -1,5 +1,6 @@
-// Named calls with one argument value and one answer, in both directions, over a messenger. Main thread only.
-// A channel that outlives its messenger does nothing; destroying a channel leaves its handler installed.
+// Calls of named methods in both directions, each with one argument value and one reply, over a messenger.
+// Main thread only. A channel does nothing once its messenger has been destroyed. Destroying a channel does
+// not remove its handler.
 #pragma once
 
 #include "flutter/binary_messenger.h"
@@ -12,14 +13,15 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace flutter {
 
-// The right to answer one call. The first answer is sent, later ones are ignored. Dropped without an
-// answer, none is ever sent and the caller waits for good: only for a host that is going away.
+// Replies to one call. The first reply is sent, later ones are ignored. A result that is destroyed without a
+// reply leaves the caller waiting: do that only when the host is about to end.
 class MethodResult {
 public:
-    // An empty function makes a result that goes nowhere, as for a call that wants no reply.
+    // With an empty function, replies are not sent anywhere.
     explicit MethodResult(BinaryMessenger::Reply reply);
     MethodResult(MethodResult&& other) noexcept;
     MethodResult& operator=(MethodResult&& other) noexcept;
@@ -30,7 +32,7 @@ public:
     void notImplemented();
 
 private:
-    void answer(std::vector<std::uint8_t> bytes);
+    void send(std::vector<std::uint8_t> reply);
 
     BinaryMessenger::Reply reply_;
 };
@@ -39,7 +41,7 @@ struct NotImplemented {
     friend bool operator==(NotImplemented, NotImplemented) = default;
 };
 
-// What became of a call made to the other side. An answer that cannot be read is the error "reply".
+// The reply to a call to the other side. One that cannot be decoded is the error "reply".
 using CallOutcome = std::variant<EncodableValue, FlutterError, NotImplemented>;
 
 class MethodChannel {
@@ -48,14 +50,14 @@ public:
 
     MethodChannel(BinaryMessenger& messenger, std::string name);
 
-    // One way: no answer is asked for.
+    // Wants no reply.
     void invokeMethod(std::string_view method, EncodableValue arguments = {});
-    // `onResult` is called at most once, and never if the messenger ends before the answer comes.
+    // `onResult` is called at most once, and never when the messenger is destroyed before the reply arrives.
     void invokeMethod(std::string_view method, EncodableValue arguments,
                       std::function<void(CallOutcome)> onResult);
 
-    // Replaces the handler of this name; an empty function removes it. A call that cannot be decoded is
-    // answered as one that nobody handles and never reaches the handler.
+    // Replaces the channel's handler; an empty function removes it. A call that cannot be decoded is answered
+    // as not handled and never reaches the handler.
     void setMethodCallHandler(Handler handler);
 
 private:

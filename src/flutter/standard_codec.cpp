@@ -1,7 +1,10 @@
 #include "flutter/standard_codec.h"
 
+#include "flutter/byte_sink.h"
 #include "flutter/standard_reader.h"
 #include "flutter/standard_writer.h"
+
+#include <utility>
 
 namespace flutter {
 namespace {
@@ -9,75 +12,98 @@ namespace {
 constexpr std::uint8_t successByte = 0;
 constexpr std::uint8_t errorByte = 1;
 
-std::optional<std::string> asText(std::optional<EncodableValue> value) {
-    const auto* text = value ? value->getIf<std::string>() : nullptr;
-    return text ? std::optional(*text) : std::nullopt;
+template <BrokenText broken, class Write>
+void encode(const Write& write, std::size_t size, std::vector<std::uint8_t>& buffer) {
+    if (buffer.capacity() < size) buffer.clear(); // or its contents would be moved to the new memory
+    buffer.resize(size);
+    write(StandardWriter<ByteSink, broken>(), ByteSink{buffer.data(), buffer.data()});
 }
 
-std::optional<Envelope> errorFrom(StandardReader& reader) {
-    auto code = asText(reader.value());
-    const auto message = code ? reader.value() : std::nullopt;
-    auto details = message ? reader.value() : std::nullopt;
-    if (!details || !reader.atEnd()) return std::nullopt;
-    auto text = asText(message);
-    if (!text && !message->isNull()) return std::nullopt;
-    return FlutterError{std::move(*code), std::move(text), std::move(*details)};
+// What `write` writes, in the memory of `buffer` if that is large enough. The same code runs twice: it first
+// counts the bytes, so that they need one allocation, and then writes them.
+template <class Write>
+std::vector<std::uint8_t> encoded(const Write& write, std::vector<std::uint8_t> buffer) {
+    const ByteCounter counted = write(StandardWriter<ByteCounter, BrokenText::kept>(), ByteCounter());
+    if (counted.allUtf8) {
+        encode<BrokenText::kept>(write, counted.count, buffer);
+    } else {
+        const ByteCounter again = write(StandardWriter<ByteCounter, BrokenText::repaired>(), ByteCounter());
+        encode<BrokenText::repaired>(write, again.count, buffer);
+    }
+    return buffer;
+}
+
+std::optional<Envelope> decodedError(StandardReader& reader) {
+    FlutterError error;
+    EncodableValue message;
+    const bool whole = reader.string(error.code) && reader.value(message) && reader.value(error.details);
+    if (!whole || !reader.atEnd()) return std::nullopt;
+    if (const auto* text = message.getIf<std::string>()) {
+        error.message = *text;
+    } else if (!message.isNull()) {
+        return std::nullopt;
+    }
+    return error;
 }
 
 } // namespace
 
-std::vector<std::uint8_t> encodeMessage(const EncodableValue& value) {
-    StandardWriter writer;
-    writer.value(value);
-    return writer.take();
+std::vector<std::uint8_t> encodeMessage(const EncodableValue& value, std::vector<std::uint8_t> buffer) {
+    return encoded([&](auto writer, auto sink) { return writer.value(sink, value); }, std::move(buffer));
 }
 
 std::optional<EncodableValue> decodeMessage(std::span<const std::uint8_t> message) {
     StandardReader reader(message);
-    auto value = reader.value();
-    return reader.atEnd() ? std::move(value) : std::nullopt;
+    std::optional<EncodableValue> value(std::in_place);
+    if (!reader.value(*value) || !reader.atEnd()) return std::nullopt;
+    return value;
 }
 
-std::vector<std::uint8_t> encodeMethodCall(const MethodCall& call) {
-    StandardWriter writer;
-    writer.string(call.method);
-    writer.value(call.arguments);
-    return writer.take();
+std::vector<std::uint8_t> encodeMethodCall(const MethodCall& call, std::vector<std::uint8_t> buffer) {
+    const auto write = [&](auto writer, auto sink) {
+        return writer.value(writer.string(sink, call.method), call.arguments);
+    };
+    return encoded(write, std::move(buffer));
 }
 
 std::optional<MethodCall> decodeMethodCall(std::span<const std::uint8_t> message) {
     StandardReader reader(message);
-    auto method = asText(reader.value());
-    auto arguments = method ? reader.value() : std::nullopt;
-    if (!arguments || !reader.atEnd()) return std::nullopt;
-    return MethodCall{std::move(*method), std::move(*arguments)};
+    std::optional<MethodCall> call(std::in_place);
+    if (!reader.string(call->method) || !reader.value(call->arguments) || !reader.atEnd())
+        return std::nullopt;
+    return call;
 }
 
-std::vector<std::uint8_t> encodeSuccessEnvelope(const EncodableValue& value) {
-    StandardWriter writer;
-    writer.byte(successByte);
-    writer.value(value);
-    return writer.take();
+std::vector<std::uint8_t> encodeSuccessEnvelope(const EncodableValue& value,
+                                                std::vector<std::uint8_t> buffer) {
+    const auto write = [&](auto writer, auto sink) {
+        sink.byte(successByte);
+        return writer.value(sink, value);
+    };
+    return encoded(write, std::move(buffer));
 }
 
 std::vector<std::uint8_t> encodeErrorEnvelope(std::string_view code,
                                               const std::optional<std::string>& message,
-                                              const EncodableValue& details) {
-    StandardWriter writer;
-    writer.byte(errorByte);
-    writer.string(code);
-    writer.value(message ? EncodableValue(*message) : EncodableValue());
-    writer.value(details);
-    return writer.take();
+                                              const EncodableValue& details,
+                                              std::vector<std::uint8_t> buffer) {
+    const auto write = [&](auto writer, auto sink) {
+        sink.byte(errorByte);
+        sink = writer.string(sink, code);
+        sink = writer.value(sink, message ? EncodableValue(*message) : EncodableValue());
+        return writer.value(sink, details);
+    };
+    return encoded(write, std::move(buffer));
 }
 
 std::optional<Envelope> decodeEnvelope(std::span<const std::uint8_t> message) {
     StandardReader reader(message);
     const auto outcome = reader.byte();
-    if (outcome == errorByte) return errorFrom(reader);
-    auto value = outcome == successByte ? reader.value() : std::nullopt;
-    if (!value || !reader.atEnd()) return std::nullopt;
-    return std::move(*value);
+    if (outcome == errorByte) return decodedError(reader);
+    std::optional<Envelope> envelope(std::in_place);
+    const bool whole = outcome == successByte && reader.value(std::get<EncodableValue>(*envelope));
+    if (!whole || !reader.atEnd()) return std::nullopt;
+    return envelope;
 }
 
 } // namespace flutter

@@ -1,9 +1,13 @@
-// The standard message and method codecs: how values, calls and replies become bytes, and back.
-// Plain functions without state, usable on any thread. docs/ describes the bytes.
+// The standard message and method codecs: values, calls and replies as bytes (docs/wire.md). Plain functions
+// without state; any thread.
 //
-// Decoding takes bytes from anybody. It yields the whole value or nothing: truncation, trailing bytes, an
-// unknown type, text that is not UTF-8 and nesting beyond maxNesting are all the same absent result, and
-// memory stays in proportion to the message, whatever sizes it claims.
+// Encoding allocates once, or not at all when `buffer`, whose contents do not matter, has enough memory. Text
+// that is not UTF-8 is written with U+FFFD for each broken byte, because a reader would refuse the whole
+// message. Values nested deeper than maxNesting can be written but not read.
+//
+// The bytes to decode may come from anywhere. The result is the whole value, or absent when the message is
+// cut short, has bytes left over, or contains an unknown type, text that is not UTF-8 or nesting beyond
+// maxNesting. Decoding allocates in proportion to the size of the message, whatever sizes stand in it.
 #pragma once
 
 #include "flutter/encodable_value.h"
@@ -18,7 +22,7 @@
 
 namespace flutter {
 
-// Lists and maps may lie in each other this deep. The first list or map counts as one.
+// How deep lists and maps may be nested. A list without lists or maps in it has a depth of one.
 inline constexpr int maxNesting = 256;
 
 struct MethodCall {
@@ -37,19 +41,19 @@ struct FlutterError {
 // Success with a value, or an error.
 using Envelope = std::variant<EncodableValue, FlutterError>;
 
-// Text that is not UTF-8 is written with U+FFFD for what is broken, because a reader would refuse the
-// whole message. Values nested deeper than maxNesting can be written but not read.
-std::vector<std::uint8_t> encodeMessage(const EncodableValue& value);
+std::vector<std::uint8_t> encodeMessage(const EncodableValue& value, std::vector<std::uint8_t> buffer = {});
 std::optional<EncodableValue> decodeMessage(std::span<const std::uint8_t> message);
 
-std::vector<std::uint8_t> encodeMethodCall(const MethodCall& call);
+std::vector<std::uint8_t> encodeMethodCall(const MethodCall& call, std::vector<std::uint8_t> buffer = {});
 std::optional<MethodCall> decodeMethodCall(std::span<const std::uint8_t> message);
 
-std::vector<std::uint8_t> encodeSuccessEnvelope(const EncodableValue& value);
+std::vector<std::uint8_t> encodeSuccessEnvelope(const EncodableValue& value,
+                                                std::vector<std::uint8_t> buffer = {});
 std::vector<std::uint8_t> encodeErrorEnvelope(std::string_view code,
                                               const std::optional<std::string>& message = std::nullopt,
-                                              const EncodableValue& details = {});
-// A reply of zero bytes (nobody handles the call) is no envelope either: test for it first.
+                                              const EncodableValue& details = {},
+                                              std::vector<std::uint8_t> buffer = {});
+// Absent too for zero bytes, the reply to a message that is not handled: test for that before.
 std::optional<Envelope> decodeEnvelope(std::span<const std::uint8_t> message);
 
 } // namespace flutter

@@ -7,41 +7,50 @@
 
 namespace flutter {
 
-std::optional<EncodableValue> StandardReader::value() {
+bool StandardReader::value(EncodableValue& value) {
     const auto type = byte();
-    if (!type) return std::nullopt;
+    if (!type) return false;
     switch (static_cast<StandardType>(*type)) {
     case StandardType::null:
-        return EncodableValue();
+        return true;
     case StandardType::yes:
+        value.emplace<bool>(true);
         return true;
     case StandardType::no:
-        return false;
+        value.emplace<bool>(false);
+        return true;
     case StandardType::int32:
-        return number<std::int32_t>();
+        return number<std::int32_t>(value);
     case StandardType::int64:
-        return number<std::int64_t>();
+        return number<std::int64_t>(value);
     case StandardType::float64:
-        return float64();
+        return align(sizeof(double)) && number<double>(value);
     case StandardType::largeInteger:
     case StandardType::string:
-        return string();
+        return string(value);
     case StandardType::byteList:
-        return byteList();
+        return byteList(value);
     case StandardType::int32List:
-        return numberList<std::int32_t>();
+        return numberList<std::int32_t>(value);
     case StandardType::int64List:
-        return numberList<std::int64_t>();
+        return numberList<std::int64_t>(value);
     case StandardType::float64List:
-        return numberList<double>();
+        return numberList<double>(value);
     case StandardType::float32List:
-        return numberList<float>();
+        return numberList<float>(value);
     case StandardType::list:
-        return list();
+        return list(value);
     case StandardType::map:
-        return map();
+        return map(value);
     }
-    return std::nullopt;
+    return false;
+}
+
+bool StandardReader::string(std::string& string) {
+    if (byte() != static_cast<std::uint8_t>(StandardType::string)) return false;
+    const auto read = text();
+    if (read) string = *read;
+    return read.has_value();
 }
 
 std::optional<std::uint8_t> StandardReader::byte() {
@@ -50,72 +59,55 @@ std::optional<std::uint8_t> StandardReader::byte() {
 }
 
 template <class T>
-StandardReader::Result StandardReader::number() {
+bool StandardReader::number(EncodableValue& value) {
     const auto* at = take(sizeof(T));
-    if (!at) return std::nullopt;
-    return EncodableValue(loadLittleEndian<T>(at));
+    if (at) value.emplace<T>(loadLittleEndian<T>(at));
+    return at != nullptr;
 }
 
-StandardReader::Result StandardReader::float64() {
-    return align(sizeof(double)) ? number<double>() : std::nullopt;
+bool StandardReader::string(EncodableValue& value) {
+    const auto read = text();
+    if (read) value.emplace<std::string>(*read);
+    return read.has_value();
 }
 
-StandardReader::Result StandardReader::string() {
+bool StandardReader::byteList(EncodableValue& value) {
     const auto length = size();
     const auto* at = length ? take(*length) : nullptr;
-    if (!at) return std::nullopt;
-    const std::string_view text(reinterpret_cast<const char*>(at), *length);
-    if (!isUtf8(text)) return std::nullopt;
-    return EncodableValue(text);
-}
-
-StandardReader::Result StandardReader::byteList() {
-    const auto length = size();
-    const auto* at = length ? take(*length) : nullptr;
-    if (!at) return std::nullopt;
-    return EncodableValue(std::vector<std::uint8_t>(at, at + *length));
+    if (at) value.emplace<std::vector<std::uint8_t>>(at, at + *length);
+    return at != nullptr;
 }
 
 template <class T>
-StandardReader::Result StandardReader::numberList() {
+bool StandardReader::numberList(EncodableValue& value) {
     const auto count = size();
-    if (!count || !align(sizeof(T)) || *count > left() / sizeof(T)) return std::nullopt;
+    if (!count || !align(sizeof(T)) || *count > left() / sizeof(T)) return false;
     const auto* at = take(*count * sizeof(T));
-    std::vector<T> numbers(*count);
-    for (T& number : numbers) {
+    for (T& number : value.emplace<std::vector<T>>(*count)) {
         number = loadLittleEndian<T>(at);
         at += sizeof(T);
     }
-    return EncodableValue(std::move(numbers));
+    return true;
 }
 
-StandardReader::Result StandardReader::list() {
+bool StandardReader::list(EncodableValue& value) {
     const auto count = size();
-    if (!count || !enter(*count)) return std::nullopt;
-    EncodableList elements;
-    elements.reserve(*count);
-    while (elements.size() < *count) {
-        auto element = child();
-        if (!element) return std::nullopt;
-        elements.push_back(std::move(*element));
-    }
+    if (!count || !enter(*count)) return false;
+    for (auto& element : value.emplace<EncodableList>(*count))
+        if (!child(element)) return false;
     --depth_;
-    return EncodableValue(std::move(elements));
+    return true;
 }
 
-StandardReader::Result StandardReader::map() {
+bool StandardReader::map(EncodableValue& value) {
     const auto count = size();
-    if (!count || *count > left() / 2 || !enter(*count * 2)) return std::nullopt;
-    std::vector<EncodableMap::Pair> pairs;
-    pairs.reserve(*count);
-    while (pairs.size() < *count) {
-        auto key = child();
-        auto element = key ? child() : std::nullopt;
-        if (!element) return std::nullopt;
-        pairs.emplace_back(std::move(*key), std::move(*element));
-    }
+    if (!count || *count > left() / 2 || !enter(*count * 2)) return false;
+    std::vector<EncodableMap::Pair> pairs(*count);
+    for (auto& [key, element] : pairs)
+        if (!child(key) || !child(element)) return false;
     --depth_;
-    return EncodableValue(EncodableMap::fromPairs(std::move(pairs)));
+    value.emplace<EncodableMap>(EncodableMap::fromPairs(std::move(pairs)));
+    return true;
 }
 
 std::optional<std::size_t> StandardReader::size() {
@@ -130,6 +122,15 @@ std::optional<std::size_t> StandardReader::size() {
     return at ? std::optional<std::size_t>(loadLittleEndian<std::uint32_t>(at)) : std::nullopt;
 }
 
+// A size and that many bytes, which must be UTF-8.
+std::optional<std::string_view> StandardReader::text() {
+    const auto length = size();
+    const auto* at = length ? take(*length) : nullptr;
+    if (!at) return std::nullopt;
+    const std::string_view text(reinterpret_cast<const char*>(at), *length);
+    return isUtf8(text) ? std::optional(text) : std::nullopt;
+}
+
 bool StandardReader::align(std::size_t width) { return take((width - position_ % width) % width) != nullptr; }
 
 // Null pointer when fewer bytes are left.
@@ -140,8 +141,9 @@ const std::uint8_t* StandardReader::take(std::size_t count) {
     return at;
 }
 
-// Every value takes a byte, so whatever is promised, here and further out, must still be there. Counting
-// all open lists together keeps nested ones from each reserving memory for the same few bytes.
+// Every value takes at least one byte, so `left()` bytes hold at most that many values. The values that are
+// promised by all open lists together are counted, because otherwise nested lists could each reserve memory
+// for the same bytes.
 bool StandardReader::enter(std::size_t values) {
     if (depth_ == maxNesting || promised_ > left() || values > left() - promised_) return false;
     promised_ += values;
@@ -149,9 +151,9 @@ bool StandardReader::enter(std::size_t values) {
     return true;
 }
 
-StandardReader::Result StandardReader::child() {
+bool StandardReader::child(EncodableValue& value) {
     --promised_;
-    return value();
+    return this->value(value);
 }
 
 } // namespace flutter

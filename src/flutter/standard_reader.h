@@ -1,5 +1,7 @@
-// Reads values in the standard codec from bytes that anybody may have written. Every result is absent when
-// the bytes do not hold it; the reader is of no use after that. Padding counts from the first byte.
+// Reads values in the standard codec from bytes that anybody may have written. Internal to this room.
+//
+// Every operation is false, or its result absent, when the bytes do not hold what it reads; the reader and
+// what it was reading into are of no use then. Padding counts from the first byte.
 #pragma once
 
 #include "flutter/encodable_value.h"
@@ -8,6 +10,8 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace flutter {
 
@@ -16,27 +20,28 @@ public:
     explicit StandardReader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
 
     std::optional<std::uint8_t> byte();
-    std::optional<EncodableValue> value();
+    // A value of any type, in place of a null value: so that a list's elements need not be moved into it.
+    [[nodiscard]] bool value(EncodableValue& value);
+    // A value that must be a string.
+    [[nodiscard]] bool string(std::string& text);
     bool atEnd() const { return position_ == bytes_.size(); }
 
 private:
-    using Result = std::optional<EncodableValue>;
-
     template <class T>
-    Result number();
-    Result float64();
-    Result string();
-    Result byteList();
+    bool number(EncodableValue& value);
+    bool string(EncodableValue& value);
+    bool byteList(EncodableValue& value);
     template <class T>
-    Result numberList();
-    Result list();
-    Result map();
+    bool numberList(EncodableValue& value);
+    bool list(EncodableValue& value);
+    bool map(EncodableValue& value);
 
     std::optional<std::size_t> size();
+    std::optional<std::string_view> text();
     bool align(std::size_t width);
     const std::uint8_t* take(std::size_t count);
     bool enter(std::size_t values);
-    Result child();
+    bool child(EncodableValue& value);
 
     std::size_t left() const { return bytes_.size() - position_; }
 

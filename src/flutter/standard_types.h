@@ -11,7 +11,7 @@ enum class StandardType : std::uint8_t {
     no = 0x02,
     int32 = 0x03,
     int64 = 0x04,
-    largeInteger = 0x05, // hexadecimal digits; nobody writes it any more
+    largeInteger = 0x05, // hexadecimal digits; only read, as a string
     float64 = 0x06,
     string = 0x07,
     byteList = 0x08,
@@ -23,7 +23,7 @@ enum class StandardType : std::uint8_t {
     float32List = 0x0E,
 };
 
-// A size up to 253 is its own byte; these announce a longer one.
+// A size up to 253 is one byte. These bytes stand before a size of 16 and of 32 bits.
 inline constexpr std::uint8_t size16 = 0xFE;
 inline constexpr std::uint8_t size32 = 0xFF;
 

@@ -1,6 +1,7 @@
 #include "flutter/utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -24,25 +25,48 @@ std::size_t sequenceLength(std::string_view bytes) {
     return length;
 }
 
-// Most text is ASCII: eight bytes at a time.
-std::size_t asciiWords(std::string_view bytes) {
-    std::size_t length = 0;
-    for (std::uint64_t word = 0; bytes.size() - length >= sizeof word; length += sizeof word) {
-        std::memcpy(&word, bytes.data() + length, sizeof word);
-        if ((word & 0x8080808080808080) != 0) break;
+template <class Number>
+Number load(const char* bytes) {
+    Number number;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+}
+
+// 16 bytes for one register of the processor; an extension that g++ and clang have for every processor.
+using Vector [[gnu::vector_size(16)]] = std::uint64_t;
+
+// For text of at least the size of a vector.
+bool isLongAscii(std::string_view text) {
+    constexpr std::size_t size = sizeof(Vector);
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    Vector first{}, second{}, third{}, fourth{}; // one would wait for itself
+    for (; end - at >= static_cast<std::ptrdiff_t>(4 * size); at += 4 * size) {
+        first |= load<Vector>(at);
+        second |= load<Vector>(at + size);
+        third |= load<Vector>(at + 2 * size);
+        fourth |= load<Vector>(at + 3 * size);
     }
-    return length;
+    for (; end - at >= static_cast<std::ptrdiff_t>(size); at += size)
+        first |= load<Vector>(at);
+    const Vector all = first | second | third | fourth | load<Vector>(end - size); // some bytes twice
+    return ((all[0] | all[1]) & highestBits) == 0;
 }
 
 } // namespace
 
 std::size_t validUtf8Prefix(std::string_view bytes) {
+    constexpr std::size_t wordSize = sizeof(std::uint64_t);
     std::size_t valid = 0;
     while (valid < bytes.size()) {
-        valid += asciiWords(bytes.substr(valid));
-        // Up to the end of this word one sequence at a time; then it may be worth looking for ASCII again.
-        const std::size_t stop = std::min(bytes.size(), valid + sizeof(std::uint64_t));
-        while (valid < stop) {
+        const bool isWord = bytes.size() - valid >= wordSize;
+        if (isWord && (load<std::uint64_t>(bytes.data() + valid) & highestBits) == 0) {
+            valid += wordSize;
+            continue;
+        }
+        // Up to the end of this word, one sequence at a time.
+        const std::size_t end = std::min(bytes.size(), valid + wordSize);
+        while (valid < end) {
             const std::size_t length = sequenceLength(bytes.substr(valid));
             if (length == 0) return valid;
             valid += length;
@@ -51,7 +75,10 @@ std::size_t validUtf8Prefix(std::string_view bytes) {
     return valid;
 }
 
-bool isUtf8(std::string_view bytes) { return validUtf8Prefix(bytes) == bytes.size(); }
+bool isUtf8InFull(std::string_view bytes) {
+    // Most text is ASCII.
+    return (bytes.size() >= sizeof(Vector) && isLongAscii(bytes)) || validUtf8Prefix(bytes) == bytes.size();
+}
 
 std::string repairedUtf8(std::string_view bytes) {
     std::string repaired;

@@ -1,5 +1,7 @@
-// Whether bytes are UTF-8 text, and what to make of them when they are not.
+// Whether bytes are UTF-8, and a repaired copy when they are not. Plain functions; any thread.
 #pragma once
+
+#include "flutter/short_text.h"
 
 #include <cstddef>
 #include <string>
@@ -7,10 +9,11 @@
 
 namespace flutter {
 
-// The number of bytes at the start that are UTF-8.
+// The length of the longest beginning that is UTF-8.
 std::size_t validUtf8Prefix(std::string_view bytes);
 
-bool isUtf8(std::string_view bytes);
+bool isUtf8InFull(std::string_view bytes); // the same in any case, and slower for most short texts
+inline bool isUtf8(std::string_view bytes) { return isShortAscii(bytes) || isUtf8InFull(bytes); }
 
 // A copy with U+FFFD in place of every byte that belongs to no well-formed sequence.
 std::string repairedUtf8(std::string_view bytes);

@@ -19,11 +19,11 @@ public:
     };
     std::vector<Sent> sent;
 
-    void send(std::string_view channel, Bytes message) override {
-        send(channel, std::move(message), nullptr);
+    void send(std::string_view channel, std::span<const std::uint8_t> message) override {
+        send(channel, message, nullptr);
     }
-    void send(std::string_view channel, Bytes message, Reply onReply) override {
-        sent.push_back({std::string(channel), std::move(message), std::move(onReply)});
+    void send(std::string_view channel, std::span<const std::uint8_t> message, Reply onReply) override {
+        sent.push_back({std::string(channel), Bytes(message.begin(), message.end()), std::move(onReply)});
     }
     void setMessageHandler(std::string channel, MessageHandler handler) override {
         handlers_.erase(channel);

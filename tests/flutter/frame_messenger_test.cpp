@@ -62,9 +62,9 @@ TEST_F(FrameMessengerTest, AnswersEveryRequestOnceUnderItsOwnId) {
 
 TEST_F(FrameMessengerTest, GivesEachReplyToTheMessageThatAskedForIt) {
     std::vector<Bytes> first, second;
-    messenger->send("a", {1}, [&](Bytes bytes) { first.push_back(bytes); });
-    messenger->send("b", {2}, [&](Bytes bytes) { second.push_back(bytes); });
-    messenger->send("c", {3});
+    messenger->send("a", Bytes{1}, [&](Bytes bytes) { first.push_back(bytes); });
+    messenger->send("b", Bytes{2}, [&](Bytes bytes) { second.push_back(bytes); });
+    messenger->send("c", Bytes{3});
     ASSERT_EQ(written.size(), 3U);
     EXPECT_EQ(written[2], message("c", {3}));
     ASSERT_NE(written[0].id, written[1].id);

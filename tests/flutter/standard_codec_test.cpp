@@ -195,6 +195,32 @@ TEST(StandardCodec, KeepsTheLastOfDuplicateKeysInTheFirstOnesPlace) {
 
 TEST(StandardCodec, WritesReadableMessagesFromTextThatIsNotUtf8) {
     EXPECT_EQ(decodeMessage(encodeMessage("caf\xe9 ☕\xf0\x9f")), EncodableValue("caf\uFFFD ☕\uFFFD\uFFFD"));
+    // Texts are checked in pieces of several sizes: no byte of any of them may be left out.
+    for (std::size_t length = 1; length < 100; ++length) {
+        for (std::size_t position = 0; position < length; ++position) {
+            std::string text(length, 'a');
+            text[position] = '\xff';
+            auto bytes = encodeMessage(std::string(length, 'a'));
+            bytes[2 + position] = 0xff;
+            EXPECT_FALSE(decodeMessage(bytes)) << position << " of " << length;
+            EXPECT_EQ(decodeMessage(encodeMessage(text)),
+                      EncodableValue(text.replace(position, 1, "\uFFFD")));
+        }
+    }
+}
+
+TEST(StandardCodec, AllocatesAMessageOnceAndNotAtAllInMemoryThatIsLargeEnough) {
+    const EncodableValue large =
+        EncodableMap{{"text", std::string(5000, 'a')}, {"numbers", std::vector<double>{1}}};
+    const EncodableValue small = EncodableMap{{"text", "a"}};
+    auto before = allocatedBytes();
+    auto bytes = encodeMessage(large);
+    EXPECT_EQ(allocatedBytes() - before, bytes.size());
+    before = allocatedBytes();
+    bytes = encodeMessage(small, std::move(bytes));
+    bytes = encodeMessage(large, std::move(bytes));
+    EXPECT_EQ(allocatedBytes(), before);
+    EXPECT_EQ(decodeMessage(bytes), large);
 }
 
 } // namespace

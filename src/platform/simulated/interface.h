@@ -48,8 +48,8 @@ public:
     // Called for each message of the host, inside its send.
     std::function<void(Message&)> onMessage;
 
-    void send(std::string_view channel, Bytes message) override;
-    void send(std::string_view channel, Bytes message, Reply onReply) override;
+    void send(std::string_view channel, std::span<const std::uint8_t> message) override;
+    void send(std::string_view channel, std::span<const std::uint8_t> message, Reply onReply) override;
     void setMessageHandler(std::string channel, MessageHandler handler) override;
 
 private:

@@ -18,9 +18,11 @@ std::shared_ptr<const HostReply> Interface::ask(std::string channel, Bytes messa
     return result;
 }
 
-void Interface::send(std::string_view channel, Bytes message) { send(channel, std::move(message), nullptr); }
+void Interface::send(std::string_view channel, std::span<const std::uint8_t> message) {
+    send(channel, message, nullptr);
+}
 
-void Interface::send(std::string_view channel, Bytes message, Reply onReply) {
+void Interface::send(std::string_view channel, std::span<const std::uint8_t> message, Reply onReply) {
     Reply reply;
     if (onReply) {
         reply = [life = handle(), onReply = std::move(onReply)](Bytes bytes) {
@@ -29,8 +31,8 @@ void Interface::send(std::string_view channel, Bytes message, Reply onReply) {
             });
         };
     }
-    Message& sent = received.emplace_back(
-        Message{std::string(channel), std::move(message), platform::now(), std::move(reply)});
+    Message& sent = received.emplace_back(Message{std::string(channel), Bytes(message.begin(), message.end()),
+                                                  platform::now(), std::move(reply)});
     if (onMessage) onMessage(sent);
 }
 
