@@ -19,9 +19,10 @@ struct Free {
 
 } // namespace
 
-MisbehavingOwner::MisbehavingOwner(std::vector<Representation> contents, Faults faults)
+MisbehavingOwner::MisbehavingOwner(std::vector<Representation> contents, Faults faults,
+                                   const std::string& selection)
     : contents_(std::move(contents)), faults_(std::move(faults)) {
-    client_.own("CLIPBOARD");
+    client_.own(selection);
     thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
 }
 

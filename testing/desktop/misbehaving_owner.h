@@ -21,11 +21,14 @@ struct Faults {
 
 class MisbehavingOwner {
 public:
-    // Owns the clipboard, once constructed, until it goes.
-    MisbehavingOwner(std::vector<Representation> contents, Faults faults);
+    // Owns the selection, once constructed, until it goes.
+    MisbehavingOwner(std::vector<Representation> contents, Faults faults,
+                     const std::string& selection = "CLIPBOARD");
     ~MisbehavingOwner();
     MisbehavingOwner(const MisbehavingOwner&) = delete;
     MisbehavingOwner& operator=(const MisbehavingOwner&) = delete;
+
+    xcb_window_t window() const { return client_.window(); }
 
     // How many bytes of endless answers have been taken.
     std::size_t taken() const { return taken_; }

@@ -105,6 +105,18 @@ TEST_F(CaptureAndPaste, ReachesAFieldThatWasLeftOnAnotherWorkspace) {
         << fields.dump();
 }
 
+TEST_F(CaptureAndPaste, ATerminalGivesItsSelectedTextAndGetsNoKeys) {
+    // With that escape sequence xterm selects the text "two words", in base64.
+    Process terminal({"xterm", "-xrm", "*allowWindowOps: true", "-e", "sh", "-c",
+                      "trap 'echo interrupted; sleep 1' INT; printf '\\033]52;p;dHdvIHdvcmRz\\007'; cat"});
+    ASSERT_TRUE(waitUntil([&] { return desktop.text("PRIMARY") == "two words"; }));
+    const EncodableValue got = capture();
+    EXPECT_EQ(textOf(got, "text"), "two words");
+    EXPECT_EQ(textOf(got, "source"), "clipboard");
+    EXPECT_EQ(textOf(got, "token"), "");
+    EXPECT_FALSE(terminal.exitStatus(milliseconds(100))) << "Control+C ends cat";
+}
+
 TEST_F(CaptureAndPaste, PasswordsAndExcludedProgramsAreLeftAlone) {
     Fields fields(desktop, {"password=secret", "entry=open"});
     EXPECT_EQ(capture(milliseconds(500)), EncodableValue());

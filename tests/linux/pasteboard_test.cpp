@@ -1,5 +1,6 @@
 // The pasteboard among other programs, well-behaved and not, with the host's own snapshot of it.
 #include "capture/ax.h"
+#include "platform/linux/x11/pasteboard/primary.h"
 #include "platform/pasteboard.h"
 #include "testing/desktop/misbehaving_owner.h"
 #include "testing/desktop/pasteboard_programs.h"
@@ -272,6 +273,19 @@ TEST_F(PasteboardTest, AnswerWithoutEndIsGivenUp) {
     EXPECT_EQ(hostText(), std::nullopt);
     std::this_thread::sleep_for(100ms); // No condition to wait for: nothing may happen.
     EXPECT_EQ(owner.taken(), taken);
+}
+
+TEST_F(PasteboardTest, SelectedTextIsCopiedForAProgramThatOwnsIt) {
+    const MisbehavingOwner program({text("selected")}, {}, "PRIMARY");
+    const RawClient other;
+    selection::copyPrimarySelection(other.window());
+    EXPECT_EQ(hostText(), std::nullopt) << "the selection is another program's";
+    selection::copyPrimarySelection(program.window());
+    EXPECT_EQ(hostText(), "selected");
+    const MisbehavingOwner silent({text("selected")}, {.ignored = {"UTF8_STRING"}}, "PRIMARY");
+    pasteboard().clearContents();
+    EXPECT_LT(took([&] { selection::copyPrimarySelection(silent.window()); }), 2500ms);
+    EXPECT_EQ(hostText(), std::nullopt);
 }
 
 TEST_F(PasteboardTest, OwnerThatEndsDuringADeliveryIsIgnored) {

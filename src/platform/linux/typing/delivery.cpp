@@ -1,6 +1,7 @@
 #include "platform/linux/typing/delivery.h"
 
 #include "platform/linux/x11/keyboard/typing.h"
+#include "platform/linux/x11/pasteboard/primary.h"
 #include "platform/linux/x11/windows/front_window.h"
 #include "platform/linux/x11/windows/terminals.h"
 #include "platform/linux/x11/windows/window_class.h"
@@ -20,8 +21,9 @@ void deliver(std::span<const KeyboardEvent> keystrokes, const std::optional<std:
     const bool hasCommand = std::ranges::any_of(keystrokes, [](const KeyboardEvent& keystroke) {
         return (keystroke.flags & kCGEventFlagMaskCommand) != 0;
     });
-    if (hasCommand && isTerminal(role)) return;
-    x11::type(keystrokes);
+    if (!hasCommand || !isTerminal(role)) return x11::type(keystrokes);
+    if (std::ranges::any_of(keystrokes, x11::isCopyKeystroke))
+        selection::copyPrimarySelection(static_cast<std::uint32_t>(x11::programWindow(x11::focusedWindow())));
 }
 
 } // namespace platform::typing

@@ -110,6 +110,17 @@ bool canType() {
     return can;
 }
 
+bool isCopyKeystroke(const KeyboardEvent& key) {
+    constexpr CGKeyCode positionOfC = 8;
+    const auto map = Keymap::read(syntheticKeyboard());
+    const auto code = xKeyCode(key.keyCode);
+    if (key.flags != kCGEventFlagMaskCommand || !map || !code) return false;
+    XkbStateRec state{};
+    XkbGetState(Connection::shared()->display(), XkbUseCoreKbd, &state);
+    const auto latin = map->latinGroup(state.group);
+    return latin ? map->symbol(*code, *latin) == XK_c : key.keyCode == positionOfC;
+}
+
 void type(std::span<const KeyboardEvent> keys) {
     const auto map = Keymap::read(syntheticKeyboard());
     if (!map || !canType()) return;

@@ -14,4 +14,8 @@ bool canType();
 // when the keyboard lacks one, none. Main thread only.
 void type(std::span<const KeyboardEvent> keys);
 
+// True for the keystroke that copies: Control and the key that types C, or that has C on a US keyboard where
+// the user has no layout with Latin letters.
+bool isCopyKeystroke(const KeyboardEvent& key);
+
 } // namespace platform::x11

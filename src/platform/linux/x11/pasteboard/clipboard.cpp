@@ -1,5 +1,7 @@
 #include "platform/linux/x11/pasteboard/clipboard.h"
 
+#include "platform/linux/x11/pasteboard/text.h"
+
 #include <xcb/xfixes.h>
 
 #include <utility>
@@ -189,6 +191,16 @@ bool Clipboard::claim(const SharedContents& contents) {
         if (!owner_.claiming()) return true;
     }
     return false;
+}
+
+void Clipboard::copyPrimary(xcb_window_t window, AnswerLimits limits, std::function<void()> done) {
+    const xcb_atom_t primary = connection_->atom("PRIMARY");
+    if (!connection_->areOfOneProgram(connection_->ownerOf(primary), window)) return done();
+    reader_.ask({primary, connection_->atom("UTF8_STRING"), 0, connection_->time()}, limits,
+                [this, done = std::move(done)](const std::optional<Property>& value) {
+                    if (value && !value->bytes.empty()) claim(textContents(text(value->bytes.span())));
+                    done();
+                });
 }
 
 void Clipboard::saveToManager(std::chrono::milliseconds limit, std::function<void()> done) {

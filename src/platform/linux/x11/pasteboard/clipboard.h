@@ -69,6 +69,11 @@ public:
     // False when other programs kept taking the selection.
     bool write(const SharedContents& contents);
 
+    // Offers the text of the PRIMARY selection as the host's contents, if it belongs to the program of
+    // `window`; calls `done` in either case. What replaces a copy by that program keeps the late contents, as
+    // such a copy would.
+    void copyPrimary(xcb_window_t window, AnswerLimits limits, std::function<void()> done);
+
     // Gives what the host offers to the clipboard manager, if there is one, and calls `done` when it has it.
     void saveToManager(std::chrono::milliseconds limit, std::function<void()> done);
 

@@ -25,6 +25,8 @@ constexpr std::chrono::milliseconds threadDelay = 250ms;
 
 constexpr std::chrono::milliseconds managerLimit = 1000ms;
 
+constexpr AnswerLimits primaryLimits{2000ms, 2000ms};
+
 } // namespace
 
 Thread& Thread::shared() {
@@ -126,6 +128,12 @@ bool Thread::write(SharedContents contents) {
                           result->set_value(clipboard.write(contents));
                       })
         .value_or(false);
+}
+
+void Thread::copyPrimary(xcb_window_t window) {
+    call<bool>(primaryLimits.total, [window](Clipboard& clipboard, auto result) {
+        clipboard.copyPrimary(window, primaryLimits, [result] { result->set_value(true); });
+    });
 }
 
 void Thread::post(Task task) {

@@ -31,6 +31,7 @@ public:
                                      AnswerLimits limits);
     void clear();
     bool write(SharedContents contents);
+    void copyPrimary(xcb_window_t window);
 
 private:
     Thread();

@@ -126,6 +126,11 @@ xcb_window_t XcbConnection::ownerOf(xcb_atom_t selection) {
     return reply ? reply->owner : xcb_window_t{XCB_NONE};
 }
 
+bool XcbConnection::areOfOneProgram(xcb_window_t one, xcb_window_t other) const {
+    const std::uint32_t inRange = xcb_get_setup(connection_)->resource_id_mask;
+    return (one & ~inRange) == (other & ~inRange);
+}
+
 std::optional<Property> XcbConnection::take(xcb_window_t window, xcb_atom_t property) {
     const auto cookie =
         xcb_get_property(connection_, 1, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, mostBytes / 4);

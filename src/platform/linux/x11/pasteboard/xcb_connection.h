@@ -72,6 +72,10 @@ public:
 
     xcb_window_t ownerOf(xcb_atom_t selection);
 
+    // True when one connection to the server made both windows: the server gives each its own range of
+    // numbers.
+    bool areOfOneProgram(xcb_window_t one, xcb_window_t other) const;
+
     // Reads a property of an own window and deletes it. Absent when there is none, or more than `mostBytes`.
     std::optional<Property> take(xcb_window_t window, xcb_atom_t property);
 

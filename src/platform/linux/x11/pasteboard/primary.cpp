@@ -1,0 +1,9 @@
+#include "platform/linux/x11/pasteboard/primary.h"
+
+#include "platform/linux/x11/pasteboard/thread.h"
+
+namespace platform::selection {
+
+void copyPrimarySelection(std::uint32_t window) { Thread::shared().copyPrimary(window); }
+
+} // namespace platform::selection
