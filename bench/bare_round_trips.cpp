@@ -5,6 +5,7 @@
 #include "platform/linux/at_spi/object.h"
 #include "platform/linux/at_spi/session.h"
 #include "platform/linux/at_spi/text.h"
+#include "platform/linux/at_spi/windows.h"
 #include "platform/linux/x11/windows/front_window.h"
 
 #include <stdexcept>
@@ -19,7 +20,7 @@ using at_spi::Call;
 using Clock = std::chrono::steady_clock;
 
 at_spi::Object focusedFieldOf(at_spi::Bus& bus, at_spi::Application& program) {
-    const auto field = at_spi::focusedElement(bus, program);
+    const auto field = at_spi::focusedElement(bus, program, nullptr);
     if (!field) throw std::runtime_error("The program shows no focused field.");
     return field->object;
 }

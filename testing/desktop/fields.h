@@ -17,6 +17,7 @@ public:
     Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title = "Fields");
 
     Process& process() { return process_; }
+    const Process& process() const { return process_; }
 
     // Sends one command and returns the program's answer to it.
     std::string command(const std::string& line);

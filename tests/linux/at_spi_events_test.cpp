@@ -26,7 +26,7 @@ struct AtSpiEvents : testing::Test {
         const auto found = session.applications().of(*bus, fields.process().pid());
         ASSERT_TRUE(found && found->size() == 1);
         program = found->front();
-        const auto focus = focusedElement(*bus, *program);
+        const auto focus = focusedElement(*bus, *program, nullptr);
         ASSERT_TRUE(focus);
         field = focus->object;
     }

@@ -2,7 +2,6 @@
 
 #include "platform/linux/at_spi/embedded_objects.h"
 #include "platform/linux/at_spi/session.h"
-#include "platform/linux/at_spi/text.h"
 
 namespace platform::ax {
 namespace {
@@ -13,46 +12,32 @@ using at_spi::FocusedObject;
 using at_spi::Role;
 using at_spi::State;
 
-// How long the role and states that were read last are used again. A capture reads several attributes one
-// after the other, and need not read these each time. Not for longer: "show the password" turns a password
-// entry into a plain one and back, and it stays the same object (GTK 3).
-constexpr auto mostAge = 200ms;
+// How long what was read of an element is used again: a capture finds an element and then reads one attribute
+// after the other, within a few milliseconds. Not for longer: texts change, and "show the password" turns a
+// password entry into a plain one and back, as the same object (GTK 3).
+constexpr auto mostAge = 20ms;
 
-// Reads role and states again. False when the program does not reply.
-bool lookAgain(Bus& bus, AXUIElement::Accessible& accessible) {
-    FocusedObject& seen = accessible.seen;
+bool isFresh(AXUIElement::Accessible::Time time) { return std::chrono::steady_clock::now() - time < mostAge; }
+
+// Reads role, states and interfaces, unless they were read just now. False when the program does not reply.
+bool look(Bus& bus, AXUIElement::Accessible& accessible) {
+    if (isFresh(accessible.seenAt)) return true;
     std::vector<at_spi::Call> calls;
-    calls.push_back(roleOf(seen.object));
-    calls.push_back(stateOf(seen.object));
-    calls.push_back(interfacesOf(seen.object));
-    const bool first = accessible.seenAt == decltype(accessible.seenAt){};
-    if (first) calls.push_back(at_spi::toolkitOf(seen.object.program));
+    addLook(accessible.seen.object, calls);
     const auto replies = bus.call(std::move(calls));
-    const auto role = roleIn(replies[0]);
-    if (!role || !replies[1].value || !replies[2].value) return false;
-    seen.role = *role;
-    seen.states = statesIn(replies[1]);
-    seen.text = hasText(replies[2]);
-    if (first) seen.toolkit = toolkitIn(replies[3]).value_or(at_spi::Toolkit::other);
+    for (const at_spi::Reply& reply : replies)
+        if (!reply.value) return false;
+    accessible.seen = seenIn(replies.data(), accessible.seen.object, accessible.seen.toolkit);
     accessible.seenAt = std::chrono::steady_clock::now();
     return true;
 }
 
-bool isFresh(const AXUIElement::Accessible& accessible) {
-    return std::chrono::steady_clock::now() - accessible.seenAt < mostAge;
-}
-
-bool isKnown(Bus& bus, AXUIElement::Accessible& accessible) {
-    return isFresh(accessible) || lookAgain(bus, accessible);
-}
-
-// Whether it is a password field. Always reads the role again.
-bool isSecure(Bus& bus, AXUIElement::Accessible& accessible) {
-    if (!isFresh(accessible))
-        lookAgain(bus, accessible);
-    else if (const auto role = roleIn(bus.call(roleOf(accessible.seen.object))))
-        accessible.seen.role = *role;
-    return accessible.seen.role == Role::passwordText;
+const at_spi::TextReading& text(Bus& bus, AXUIElement::Accessible& accessible) {
+    if (!isFresh(accessible.textAt)) {
+        accessible.text = readText(bus, accessible.seen.object, accessible.seen.toolkit);
+        accessible.textAt = std::chrono::steady_clock::now();
+    }
+    return accessible.text;
 }
 
 // Browsers mark a search field in its object attributes; GTK 3 and Qt 5 do not mark it at all.
@@ -86,14 +71,16 @@ bool isEditableField(const FocusedObject& seen) {
     return seen.states.canBeEdited() && seen.role != Role::paragraph;
 }
 
-std::optional<AXAttributeValue> textAttribute(Bus& bus, const FocusedObject& seen, std::string_view name) {
+std::optional<AXAttributeValue> textAttribute(Bus& bus, AXUIElement::Accessible& accessible,
+                                              std::string_view name) {
+    const FocusedObject& seen = accessible.seen;
     if (!seen.text || seen.role == Role::passwordText) return std::nullopt;
-    if (name == "AXValue") return expandedText(bus, seen);
-    if (name == "AXSelectedText") return expandedSelection(bus, seen);
+    const at_spi::TextReading& reading = text(bus, accessible);
+    if (name == "AXValue") return expandedText(bus, seen, reading);
+    if (name == "AXSelectedText") return expandedSelection(bus, seen, reading);
     // In a terminal, text that is typed does not replace the selection.
-    if (seen.role == Role::terminal) return std::nullopt;
-    const auto range = selectedRangeOf(bus, seen.object, seen.toolkit);
-    return range ? std::optional<AXAttributeValue>(AXValue{AXValueType::cfRange, *range}) : std::nullopt;
+    if (!reading.range || seen.role == Role::terminal) return std::nullopt;
+    return AXValue{AXValueType::cfRange, *reading.range};
 }
 
 } // namespace
@@ -102,17 +89,14 @@ std::optional<AXAttributeValue> attribute(AXUIElement::Accessible& accessible, s
     Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr) return std::nullopt;
     const Bus::Budget budget(*bus, queryDeadline);
+    if (name == "AXTitle") return stringPropertyIn(bus->call(nameOf(accessible.seen.object)));
+    if (!look(*bus, accessible)) return std::nullopt;
     const FocusedObject& seen = accessible.seen;
-    if (name == "AXTitle") return stringPropertyIn(bus->call(nameOf(seen.object)));
-    if (name == "AXSubrole")
-        return isSecure(*bus, accessible) ? std::optional<AXAttributeValue>("AXSecureTextField")
-                                          : std::nullopt;
-    if (name == "AXRole") return isKnown(*bus, accessible) ? role(*bus, seen) : std::nullopt;
-    if (name == "AXEditable")
-        return isKnown(*bus, accessible) ? std::optional<AXAttributeValue>(isEditableField(seen))
-                                         : std::nullopt;
+    if (name == "AXRole") return role(*bus, seen);
+    if (name == "AXEditable") return isEditableField(seen);
     if (name == "AXValue" || name == "AXSelectedText" || name == "AXSelectedTextRange")
-        return isKnown(*bus, accessible) ? textAttribute(*bus, seen, name) : std::nullopt;
+        return textAttribute(*bus, accessible, name);
+    if (name == "AXSubrole" && seen.role == Role::passwordText) return "AXSecureTextField";
     return std::nullopt;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "platform/accessibility.h"
-#include "platform/linux/at_spi/focus.h"
+#include "platform/linux/at_spi/focused_object.h"
+#include "platform/linux/at_spi/text.h"
 #include "platform/linux/x11/windows/properties.h"
 
 #include <chrono>
@@ -27,8 +28,11 @@ public:
     };
     // An object on the accessibility bus. Two are equal when the object is.
     struct Accessible {
+        using Time = std::chrono::steady_clock::time_point;
         at_spi::FocusedObject seen; // as it was when it was read last
-        std::chrono::steady_clock::time_point seenAt{};
+        Time seenAt{};
+        at_spi::TextReading text;
+        Time textAt{};
         bool operator==(const Accessible& other) const { return seen.object == other.seen.object; }
     };
     using What = std::variant<SystemWide, Application, BareWindow, Accessible>;

@@ -1,7 +1,9 @@
 #include "platform/linux/accessibility/focus_queries.h"
 
 #include "platform/linux/accessibility/element.h"
+#include "platform/linux/at_spi/focus.h"
 #include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/windows.h"
 #include "platform/linux/base/own_processes.h"
 #include "platform/linux/x11/windows/front_window.h"
 #include "platform/linux/x11/windows/stacking.h"
@@ -46,9 +48,9 @@ AXUIElementRef windowReference(at_spi::Object window) {
 bool isActive(pid_t process) { return x11::windowProcess(x11::activeWindow()) == process; }
 
 AXUIElementRef elementIn(Bus& bus, Application& program) {
-    auto element = at_spi::focusedElement(bus, program);
-    if (!element && program.focusedElement && !isActive(program.process))
-        element = at_spi::lastFocusedElement(bus, program);
+    const auto* history = at_spi::Session::shared().focusHistory();
+    auto element = at_spi::focusedElement(bus, program, history);
+    if (!element && !isActive(program.process)) element = at_spi::lastFocusedElement(bus, program, history);
     if (!element) return {};
     program.askedToShowAt.reset();
     return reference(std::move(*element));
@@ -110,7 +112,9 @@ AXUIElementRef focusedAmong(Bus& bus, const std::vector<Application*>& candidate
     const auto states = bus.call(std::move(calls), deadlineForAll);
     for (std::size_t i = 0; i < states.size(); ++i)
         if (statesIn(states[i]).has(at_spi::State::active))
-            if (auto element = at_spi::focusedElement(bus, *owners[i])) return reference(std::move(*element));
+            if (auto element =
+                    at_spi::focusedElement(bus, *owners[i], at_spi::Session::shared().focusHistory()))
+                return reference(std::move(*element));
     return {};
 }
 

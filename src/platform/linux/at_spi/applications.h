@@ -19,8 +19,13 @@ struct Application {
     pid_t process = 0;
     bool behindProxy = false; // the bus took a sandbox's proxy for its process
     std::optional<Toolkit> toolkit;
-    std::optional<Object> activeWindow;                                 // the one last found active
-    std::optional<Object> focusedElement;                               // the one last found in it
+    std::optional<Object> activeWindow;   // the one last found active
+    std::optional<Object> focusedElement; // the one last found in it
+    struct Search {
+        Object top;
+        std::shared_ptr<PendingReply> pending;
+    };
+    std::optional<Search> search;                                       // for the focus, not finished yet
     std::optional<std::chrono::steady_clock::time_point> askedToShowAt; // and it has shown no element since
     bool gone = false; // a call failed because it has left the bus
 };
@@ -43,6 +48,7 @@ public:
 
 private:
     bool refresh(Bus& bus);
+    void dropClients(Bus& bus, pid_t process);
     std::vector<Application*> known(pid_t process);
 
     std::map<std::string, Application> applications_;

@@ -75,42 +75,37 @@ std::string resultOf(const Reply& reply) {
 
 } // namespace
 
+Call toBus(const char* method, const char* replyTypes, Variant arguments) {
+    return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, replyTypes,
+            std::move(arguments)};
+}
+
 void tell(GDBusConnection* connection, const Call& call) {
     g_dbus_connection_call(connection, call.program.c_str(), call.path.c_str(), call.interface, call.method,
                            call.arguments.get(), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr,
                            nullptr, nullptr);
 }
 
-// Calls whose replies are awaited together.
-struct Bus::Batch {
-    std::vector<Reply> replies;
-    std::size_t missing = 0;
-};
-
-// One call that was sent; it outlives its batch when its reply is late.
 struct Bus::PendingCall {
     Bus& bus;
-    std::string program;
-    std::weak_ptr<Batch> batch;
-    std::size_t index;
+    std::shared_ptr<PendingReply> pending;
     std::string words = {}; // for the trace
     Clock::time_point sent = Clock::now();
 
     static void finished(GObject* connection, GAsyncResult* result, gpointer data) {
         const std::unique_ptr<PendingCall> call(static_cast<PendingCall*>(data));
+        auto& bus = call->bus;
+        const auto& pending = call->pending;
         GError* error = nullptr;
-        Reply reply;
-        reply.value.reset(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
-        reply.failure = error == nullptr ? Failure::none : failureOf(*Error(error));
+        pending->reply.value.reset(
+            g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
+        pending->reply.failure = error == nullptr ? Failure::none : failureOf(*Error(error));
         if (trace::isOn())
-            trace::write("host → " + call->words + " took " + trace::since(call->sent) + resultOf(reply));
-        --call->bus.pending_;
-        if (const auto batch = call->batch.lock()) {
-            batch->replies[call->index] = std::move(reply);
-            --batch->missing;
-        } else if (const auto owed = call->bus.owed_.find(call->program); owed != call->bus.owed_.end()) {
-            if (--owed->second == 0) call->bus.owed_.erase(owed);
-        }
+            trace::write("host → " + call->words + " took " + trace::since(call->sent) +
+                         resultOf(pending->reply));
+        --bus.pending_;
+        if (!pending->isOverdue) return;
+        if (const auto owed = bus.owed_.find(pending->program); --owed->second == 0) bus.owed_.erase(owed);
     }
 };
 
@@ -149,15 +144,34 @@ Bus::~Bus() {
         g_main_context_iteration(context_.get(), TRUE);
 }
 
-void Bus::send(const Call& call, const std::shared_ptr<Batch>& batch, std::size_t index) {
-    auto pending = std::make_unique<PendingCall>(PendingCall{*this, call.program, batch, index});
+std::shared_ptr<PendingReply> Bus::send(const Call& call) {
+    auto pending = std::make_shared<PendingReply>();
+    pending->program = call.program;
+    if (owed_.contains(call.program) || Clock::now() >= limit_) return pending;
+    pending->isSent = true;
+    auto underWay = std::make_unique<PendingCall>(PendingCall{*this, pending});
     if (trace::isOn())
-        pending->words = call.program + ' ' + call.interface + '.' + call.method + ' ' + call.path;
+        underWay->words = call.program + ' ' + call.interface + '.' + call.method + ' ' + call.path;
+    const CompletingOn here(context_.get());
     ++pending_;
     g_dbus_connection_call(connection_.get(), call.program.c_str(), call.path.c_str(), call.interface,
                            call.method, call.arguments.get(), G_VARIANT_TYPE(call.replyTypes),
                            G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(callTimeout.count()),
-                           cancellable_.get(), &PendingCall::finished, pending.release());
+                           cancellable_.get(), &PendingCall::finished, underWay.release());
+    return pending;
+}
+
+void Bus::wait(const std::vector<std::shared_ptr<PendingReply>>& replies, Milliseconds deadline) {
+    const auto isMissing = [](const auto& pending) {
+        return pending->isSent && pending->reply.failure == Failure::late;
+    };
+    const auto end = std::min(Clock::now() + deadline, limit_);
+    runUntil(context_.get(), end, [&] { return std::ranges::none_of(replies, isMissing); });
+    for (const auto& pending : replies)
+        if (isMissing(pending) && !pending->isOverdue) {
+            pending->isOverdue = true;
+            ++owed_[pending->program];
+        }
 }
 
 void Bus::takeWhatHasArrived() {
@@ -171,25 +185,15 @@ bool Bus::owes(const std::string& program) {
 }
 
 std::vector<Reply> Bus::call(std::vector<Call> calls, Milliseconds deadline) {
-    const auto batch = std::make_shared<Batch>();
-    batch->replies.resize(calls.size());
-    const auto end = std::min(Clock::now() + deadline, limit_);
-    if (Clock::now() >= limit_) return std::move(batch->replies);
-
-    const CompletingOn here(context_.get());
     takeWhatHasArrived();
-    std::vector<std::size_t> sent;
-    for (std::size_t i = 0; i < calls.size(); ++i) {
-        if (owed_.contains(calls[i].program)) continue;
-        sent.push_back(i);
-        ++batch->missing;
-        send(calls[i], batch, i);
-    }
-    if (batch->missing > 0) runUntil(context_.get(), end, [&] { return batch->missing == 0; });
-    if (batch->missing > 0)
-        for (const std::size_t i : sent)
-            if (batch->replies[i].failure == Failure::late) ++owed_[calls[i].program];
-    return std::move(batch->replies);
+    std::vector<std::shared_ptr<PendingReply>> sent;
+    for (const Call& each : calls)
+        sent.push_back(send(each));
+    wait(sent, deadline);
+    std::vector<Reply> replies;
+    for (const auto& pending : sent)
+        replies.push_back(std::move(pending->reply));
+    return replies;
 }
 
 Reply Bus::call(Call one, Milliseconds deadline) {

@@ -48,6 +48,17 @@ struct Reply {
     Failure failure = Failure::late;
 };
 
+// The reply to a call that was sent; `failure` is late until it has come.
+struct PendingReply {
+    Reply reply;
+    std::string program;
+    bool isSent = false;    // not while the program owes another reply
+    bool isOverdue = false; // a deadline has passed
+};
+
+// A call to the bus itself.
+Call toBus(const char* method, const char* replyTypes, Variant arguments = nullptr);
+
 // Sends `call` and does not wait for the reply.
 void tell(GDBusConnection* connection, const Call& call);
 
@@ -68,6 +79,13 @@ public:
     // what it owes: a hung program costs one deadline, however often it is called.
     std::vector<Reply> call(std::vector<Call> calls, Milliseconds deadline = usualDeadline);
     Reply call(Call one, Milliseconds deadline = usualDeadline);
+
+    // Sends one call and does not wait. For a call that may take a program seconds: hold the result, and wait
+    // for it again and again.
+    std::shared_ptr<PendingReply> send(const Call& call);
+    // Waits until all of them have come, for `deadline` at most.
+    void wait(const std::vector<std::shared_ptr<PendingReply>>& replies,
+              Milliseconds deadline = usualDeadline);
 
     // True while a call to that program is unanswered past its deadline.
     bool owes(const std::string& program);
@@ -90,18 +108,16 @@ private:
     using Clock = std::chrono::steady_clock;
     using Connection = Handle<GDBusConnection, g_object_unref>;
     using Context = Handle<GMainContext, g_main_context_unref>;
-    struct Batch;
     struct PendingCall;
 
     Bus(Connection connection, Context context);
-    void send(const Call& call, const std::shared_ptr<Batch>& batch, std::size_t index);
     void takeWhatHasArrived();
 
     Connection connection_;
     Context context_;
     Handle<GCancellable, g_object_unref> cancellable_;
     std::map<std::string, int> owed_; // calls unanswered past their deadline, by program
-    std::size_t pending_ = 0;
+    std::size_t pending_ = 0;         // calls without a reply
     Clock::time_point limit_ = Clock::time_point::max();
 };
 

@@ -1,7 +1,9 @@
 #include "platform/linux/at_spi/embedded_objects.h"
 
-#include "platform/linux/at_spi/text.h"
+#include "platform/linux/at_spi/paragraph.h"
 #include "platform/linux/at_spi/text_quirks.h"
+
+#include <algorithm>
 
 namespace platform::at_spi {
 namespace {
@@ -94,10 +96,11 @@ std::optional<std::string> filled(std::string_view text, const std::vector<Child
 std::optional<std::string> expanded(Bus& bus, const Object& object, std::string text, Toolkit toolkit,
                                     int depth);
 
-// The whole texts of some children, read together; empty for one without the Text interface (a picture).
+// The whole texts of some children, read together; absent for one that has none: a picture in the text would
+// be lost with a rewritten text.
 std::vector<std::optional<std::string>> textsOf(Bus& bus, const std::vector<Child>& children, Toolkit toolkit,
                                                 int depth) {
-    std::vector<std::optional<std::string>> texts(children.size(), "");
+    std::vector<std::optional<std::string>> texts(children.size());
     std::vector<Call> calls;
     std::vector<std::size_t> asked;
     for (std::size_t i = 0; i < children.size(); ++i)
@@ -125,32 +128,37 @@ std::optional<std::string> expanded(Bus& bus, const Object& object, std::string 
     return filled(text, children, 0, [&](std::size_t child) { return texts[child]; });
 }
 
-// Only the first and the last child in a selection can be selected in part, and each knows which part.
-std::optional<std::string> selected(Bus& bus, const Object& object, Toolkit toolkit, int depth) {
-    const auto selection = selectedTextOf(bus, object, toolkit);
-    if (!selection) return std::nullopt;
-    const std::size_t count = countOfEmbeddedObjects(selection->text);
-    if (count == 0) return selection->text;
+std::optional<std::string> selected(Bus& bus, const Object& object, const TextReading& reading,
+                                    Toolkit toolkit, int depth);
 
-    std::vector<Call> calls;
-    calls.push_back(allText(object));
-    if (selection->start > 0) calls.push_back(textBetween(object, 0, selection->start));
-    const auto replies = bus.call(std::move(calls));
-    const auto whole = stringIn(replies.front());
-    const auto before = selection->start > 0 ? stringIn(replies.back()) : "";
+// The text of a child in a selection. Only the first and the last one can be selected in part, and each knows
+// which part.
+std::optional<std::string> selectedIn(Bus& bus, const Child& child, Toolkit toolkit, int depth) {
+    if (!child.text) return std::nullopt;
+    return selected(bus, child.object, readText(bus, child.object, toolkit), toolkit, depth);
+}
+
+std::optional<std::string> selected(Bus& bus, const Object& object, const TextReading& reading,
+                                    Toolkit toolkit, int depth) {
+    auto selection = selectedText(bus, object, reading, toolkit);
+    const std::size_t count = selection ? countOfEmbeddedObjects(*selection) : 0;
+    if (count == 0) return selection;
+
+    const auto before = stringIn(bus.call(textBetween(object, 0, reading.range->location)));
     const auto children = embeddedChildren(bus, object, toolkit);
-    if (!whole || !before || depth >= deepest || children.size() != countOfEmbeddedObjects(*whole))
+    if (!reading.text || !before || depth >= deepest ||
+        children.size() != countOfEmbeddedObjects(*reading.text))
         return std::nullopt;
     const std::size_t first = countOfEmbeddedObjects(*before);
     if (first + count > children.size()) return std::nullopt;
     const std::size_t last = first + count - 1;
-    const std::vector<Child> between(children.begin() + static_cast<std::ptrdiff_t>(first) +
-                                         (count > 1 ? 1 : 0),
+    const std::vector<Child> between(children.begin() +
+                                         static_cast<std::ptrdiff_t>(std::min(first + 1, last)),
                                      children.begin() + static_cast<std::ptrdiff_t>(last));
     const auto texts = textsOf(bus, between, toolkit, depth + 1);
-    return filled(selection->text, children, first, [&](std::size_t child) -> std::optional<std::string> {
-        if (child != first && child != last) return texts[child - first - 1];
-        return children[child].text ? selected(bus, children[child].object, toolkit, depth + 1) : "";
+    return filled(*selection, children, first, [&](std::size_t child) {
+        return child == first || child == last ? selectedIn(bus, children[child], toolkit, depth + 1)
+                                               : texts[child - first - 1];
     });
 }
 
@@ -164,20 +172,22 @@ std::string withoutEmbeddedObjects(std::string text) {
 
 } // namespace
 
-std::optional<std::string> expandedText(Bus& bus, const FocusedObject& element) {
-    auto text = textOf(bus, element.object, element.toolkit);
-    if (!text || countOfEmbeddedObjects(*text) == 0) return text;
-    if (!element.states.canBeEdited()) return withoutEmbeddedObjects(std::move(*text));
+std::optional<std::string> expandedText(Bus& bus, const FocusedObject& element, const TextReading& reading) {
+    if (!reading.text || countOfEmbeddedObjects(*reading.text) == 0) return reading.text;
+    if (!element.states.canBeEdited()) return withoutEmbeddedObjects(*reading.text);
     if (!isBrowser(element.toolkit)) return std::nullopt;
-    return expanded(bus, element.object, std::move(*text), element.toolkit, 0);
+    return expanded(bus, element.object, *reading.text, element.toolkit, 0);
 }
 
-std::optional<std::string> expandedSelection(Bus& bus, const FocusedObject& element) {
+std::optional<std::string> expandedSelection(Bus& bus, const FocusedObject& element,
+                                             const TextReading& reading) {
     if (isBrowser(element.toolkit) && element.states.canBeEdited())
-        return selected(bus, element.object, element.toolkit, 0);
-    auto selection = selectedTextOf(bus, element.object, element.toolkit);
-    if (!selection || countOfEmbeddedObjects(selection->text) > 0) return std::nullopt;
-    return std::move(selection->text);
+        return selected(bus, element.object, reading, element.toolkit, 0);
+    auto selection = selectedText(bus, element.object, reading, element.toolkit);
+    if (!selection || countOfEmbeddedObjects(*selection) > 0) return std::nullopt;
+    if (element.role == Role::paragraph && !selection->empty() && !selectionStaysIn(bus, element.object))
+        return std::nullopt;
+    return selection;
 }
 
 } // namespace platform::at_spi

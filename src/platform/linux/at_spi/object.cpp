@@ -25,6 +25,24 @@ std::string stringOf(GVariant* value) {
     return {text, length};
 }
 
+// From a pair of names; absent for the null object.
+std::optional<Object> objectOf(GVariant* pair) {
+    const char* program = nullptr;
+    const char* path = nullptr;
+    g_variant_get(pair, "(&s&o)", &program, &path);
+    if (std::strcmp(path, "/org/a11y/atspi/null") == 0 || g_dbus_is_name(program) == FALSE)
+        return std::nullopt;
+    return Object{program, path};
+}
+
+std::vector<Object> objectsOf(GVariant* list) {
+    std::vector<Object> objects;
+    for (gsize i = 0; i < g_variant_n_children(list); ++i)
+        if (auto object = objectOf(Variant(g_variant_get_child_value(list, i)).get()))
+            objects.push_back(std::move(*object));
+    return objects;
+}
+
 } // namespace
 
 Object rootOf(std::string program) { return {std::move(program), "/org/a11y/atspi/accessible/root"}; }
@@ -36,6 +54,7 @@ Call nameOf(const Object& object) { return property(object, interfaces::accessib
 Call roleNameOf(const Object& object) { return plain(object, "GetRoleName", "(s)"); }
 Call interfacesOf(const Object& object) { return plain(object, "GetInterfaces", "(as)"); }
 Call attributesOf(const Object& object) { return plain(object, "GetAttributes", "(a{ss})"); }
+Call relationsOf(const Object& object) { return plain(object, "GetRelationSet", "(a(ua(so)))"); }
 
 Call toolkitOf(const std::string& program) {
     return property(rootOf(program), interfaces::application, "ToolkitName");
@@ -73,18 +92,8 @@ std::vector<Call> toEach(const std::vector<Object>& objects, Call (*call)(const 
 }
 
 std::vector<Object> objectsIn(const Reply& reply) {
-    std::vector<Object> objects;
-    if (!reply.value) return objects;
-    const Variant list(g_variant_get_child_value(reply.value.get(), 0));
-    GVariantIter iterator;
-    g_variant_iter_init(&iterator, list.get());
-    const char* program = nullptr;
-    const char* path = nullptr;
-    while (g_variant_iter_next(&iterator, "(&s&o)", &program, &path) != FALSE)
-        if (*program != '\0' && std::strcmp(path, "/org/a11y/atspi/null") != 0 &&
-            g_dbus_is_name(program) != FALSE)
-            objects.push_back({program, path});
-    return objects;
+    if (!reply.value) return {};
+    return objectsOf(Variant(g_variant_get_child_value(reply.value.get(), 0)).get());
 }
 
 States statesIn(const Reply& reply) {
@@ -117,12 +126,21 @@ bool hasText(const Reply& reply) {
     return false;
 }
 
-std::optional<Toolkit> toolkitIn(const Reply& reply) {
-    const auto name = stringPropertyIn(reply);
-    if (!name) return reply.failure == Failure::refused ? std::optional(Toolkit::other) : std::nullopt;
+std::optional<Toolkit> toolkitIn(const Reply& toolkit, const Reply& program) {
+    const auto name = stringPropertyIn(toolkit);
+    if (!name) return toolkit.failure == Failure::refused ? std::optional(Toolkit::other) : std::nullopt;
     if (*name == "Chromium") return Toolkit::chromium;
     if (*name == "Gecko") return Toolkit::gecko;
+    if (*name == "GTK") return Toolkit::gtk4; // GTK 3 has a small "gtk"
+    if (stringPropertyIn(program).value_or("").starts_with("soffice")) return Toolkit::libreOffice;
     return Toolkit::other;
+}
+
+std::optional<std::int32_t> intIn(const Reply& reply) {
+    if (!reply.value) return std::nullopt;
+    gint32 number = 0;
+    g_variant_get(reply.value.get(), "(i)", &number);
+    return number;
 }
 
 std::optional<std::string> stringIn(const Reply& reply) {
@@ -144,6 +162,26 @@ std::optional<std::int32_t> intPropertyIn(const Reply& reply) {
 std::optional<bool> boolPropertyIn(const Reply& reply) {
     const Variant value = propertyIn(reply, G_VARIANT_TYPE_BOOLEAN);
     return value ? std::optional(g_variant_get_boolean(value.get()) != FALSE) : std::nullopt;
+}
+
+std::optional<Object> objectPropertyIn(const Reply& reply) {
+    const Variant value = propertyIn(reply, G_VARIANT_TYPE("(so)"));
+    return value ? objectOf(value.get()) : std::nullopt;
+}
+
+std::vector<Object> relatedIn(const Reply& relations, Relation relation) {
+    std::vector<Object> related;
+    if (!relations.value) return related;
+    const Variant all(g_variant_get_child_value(relations.value.get(), 0));
+    for (gsize i = 0; i < g_variant_n_children(all.get()); ++i) {
+        const Variant each(g_variant_get_child_value(all.get(), i));
+        guint32 kind = 0;
+        g_variant_get_child(each.get(), 0, "u", &kind);
+        if (static_cast<Relation>(kind) != relation) continue;
+        for (Object& object : objectsOf(Variant(g_variant_get_child_value(each.get(), 1)).get()))
+            related.push_back(std::move(object));
+    }
+    return related;
 }
 
 std::optional<std::string> attributeIn(const Reply& reply, const char* name) {

@@ -43,6 +43,7 @@ enum class Role : std::uint32_t {
     documentFrame = 82,
     heading = 83,
     section = 85,
+    documentText = 94,
     documentWeb = 95,
     blockQuote = 105,
     staticText = 116
@@ -55,9 +56,12 @@ enum class State : unsigned {
     focused = 12,
     multiLine = 17,
     showing = 25,
+    visible = 30,
     managesDescendants = 31,
     readOnly = 43
 };
+
+enum class Relation : std::uint32_t { flowsTo = 10, flowsFrom = 11 };
 
 class States {
 public:
@@ -75,12 +79,13 @@ private:
 inline constexpr const char* registry = "org.a11y.atspi.Registry";
 
 // Which library builds a program's object tree, where that makes a difference.
-enum class Toolkit { other, chromium, gecko };
+enum class Toolkit { other, chromium, gecko, gtk4, libreOffice };
 
 namespace interfaces {
 inline constexpr const char* accessible = "org.a11y.atspi.Accessible";
 inline constexpr const char* application = "org.a11y.atspi.Application";
 inline constexpr const char* collection = "org.a11y.atspi.Collection";
+inline constexpr const char* selection = "org.a11y.atspi.Selection";
 inline constexpr const char* text = "org.a11y.atspi.Text";
 } // namespace interfaces
 
@@ -94,6 +99,7 @@ Call nameOf(const Object& object);
 Call roleNameOf(const Object& object);
 Call interfacesOf(const Object& object);
 Call attributesOf(const Object& object);
+Call relationsOf(const Object& object);
 Call toolkitOf(const std::string& program);
 // Every object inside `object` that has the focus.
 Call focusedWithin(const Object& object);
@@ -107,11 +113,16 @@ std::vector<Object> objectsIn(const Reply& reply);
 States statesIn(const Reply& reply);
 std::optional<Role> roleIn(const Reply& reply);
 bool hasText(const Reply& reply);
-std::optional<Toolkit> toolkitIn(const Reply& reply);
+// From the toolkit's name and the program's own.
+std::optional<Toolkit> toolkitIn(const Reply& toolkit, const Reply& program);
+std::optional<std::int32_t> intIn(const Reply& reply);
 std::optional<std::string> stringIn(const Reply& reply);
 std::optional<std::string> stringPropertyIn(const Reply& reply);
 std::optional<std::int32_t> intPropertyIn(const Reply& reply);
 std::optional<bool> boolPropertyIn(const Reply& reply);
+std::optional<Object> objectPropertyIn(const Reply& reply);
+// The objects that an object has this relation to.
+std::vector<Object> relatedIn(const Reply& relations, Relation relation);
 // The value of one of the object attributes.
 std::optional<std::string> attributeIn(const Reply& reply, const char* name);
 

@@ -1,6 +1,7 @@
 #include "platform/linux/at_spi/session.h"
 
 #include "platform/linux/at_spi/object.h"
+#include "platform/main_queue.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -9,15 +10,17 @@ namespace platform::at_spi {
 namespace {
 
 using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
 
 // Of each step of the first connection, at the host's start. Asking for the bus's address starts the bus: 0.4
 // s on a warm machine, 2 s on a cold one, more at log-in.
 constexpr Milliseconds startDeadline = 5s;
 // Of each step of later connections, which a capture waits for.
 constexpr Milliseconds againDeadline = 800ms;
-// After a failed connection the next one is not tried before this, so that a desktop without the bus does not
-// delay every query.
-constexpr auto pauseAfterFailure = 5s;
+// A desktop without the bus says so at once. After a connection that took longer than this to fail, the next
+// one is not tried before the pause is over, so that a bus that hangs does not delay every query.
+constexpr auto quickFailure = 100ms;
+constexpr auto pauseAfterSlowFailure = 5s;
 
 constexpr const char* launcher = "org.a11y.Bus";
 constexpr const char* launcherPath = "/org/a11y/bus";
@@ -35,19 +38,26 @@ std::string sessionBusAddress() {
 
 // Has a bus start one of its services, and waits until it runs.
 void start(Bus& bus, const char* service, Milliseconds deadline) {
-    bus.call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName",
-              "(u)", arguments("(su)", service, 0U)},
-             deadline);
+    bus.call(toBus("StartServiceByName", "(u)", arguments("(su)", service, 0U)), deadline);
 }
 
-std::unique_ptr<Bus> connectToAccessibilityBus(Bus& session, Milliseconds deadline) {
+// Where the accessibility bus is, which its launcher starts for this; empty when there is none.
+std::string accessibilityBusAddress(Bus& session, Milliseconds deadline) {
     start(session, launcher, deadline);
-    const Reply address =
-        session.call({launcher, launcherPath, launcher, "GetAddress", "(s)", nullptr}, deadline);
-    if (!address.value) return nullptr;
-    auto bus = Bus::connect(stringIn(address).value_or(""), deadline);
-    if (bus) start(*bus, registry, deadline);
-    return bus;
+    return stringIn(session.call({launcher, launcherPath, launcher, "GetAddress", "(s)", nullptr}, deadline))
+        .value_or("");
+}
+
+SignalRule ownerChangesOf(const char* service) {
+    return {"org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", service};
+}
+
+// NameOwnerChanged: name, old owner, new owner.
+bool hasOwner(const Signal& change) {
+    if (!g_variant_is_of_type(change.body, G_VARIANT_TYPE("(sss)"))) return false;
+    const char* owner = nullptr;
+    g_variant_get_child(change.body, 2, "&s", &owner);
+    return *owner != '\0';
 }
 
 } // namespace
@@ -59,64 +69,114 @@ Session& Session::shared() {
 
 Session::Session() : deadline_(startDeadline) {}
 
-bool Session::connect() {
-    applications_ = {}; // the new bus gives the same names to other programs
-    session_.reset();
+void Session::disconnect() {
+    changes_.clear();
+    focusHistory_.reset();
+    applications_ = {}; // the next bus gives the same names to other programs
     accessibility_.reset();
+    session_.reset();
+    enabledIsKnown_ = false;
+}
+
+bool Session::connect() {
+    disconnect();
     const std::string address = sessionBusAddress();
     if (!address.empty()) session_ = Bus::connect(address, deadline_);
     if (!session_) {
-        whyNot_ = address.empty() ? "There is no session bus" : "The session bus does not reply";
+        whyNot_ = address.empty() ? "There is no session bus" : "The session bus does not answer";
         whyNot_ +=
             ", so other programs' text cannot be read: start this program inside a desktop session, or "
             "with dbus-run-session.";
         return false;
     }
-    accessibility_ = connectToAccessibilityBus(*session_, deadline_);
+    address_ = accessibilityBusAddress(*session_, deadline_);
+    if (!address_.empty()) accessibility_ = Bus::connect(address_, deadline_);
     if (!accessibility_) {
-        whyNot_ = "The accessibility bus does not reply, so other programs' text cannot be read: install the "
-                  "package at-spi2-core, then log out and in again.";
+        whyNot_ =
+            "The accessibility bus does not answer, so other programs' text cannot be read: install the "
+            "package at-spi2-core, then log out and in again.";
         return false;
     }
+    start(*accessibility_, registry, deadline_);
     whyNot_.clear();
     deadline_ = againDeadline;
+    watchServices();
     return true;
 }
 
 Bus* Session::accessibilityBus() {
     if (session_ && accessibility_ && !session_->isClosed() && !accessibility_->isClosed())
         return accessibility_.get();
-    const auto now = std::chrono::steady_clock::now();
-    if (now < nextAttempt_) return nullptr;
+    const auto begin = Clock::now();
+    if (begin < nextAttempt_) return nullptr;
     if (!connect()) {
-        accessibility_.reset();
-        nextAttempt_ = std::chrono::steady_clock::now() + pauseAfterFailure;
+        const auto end = Clock::now();
+        if (end - begin > quickFailure) nextAttempt_ = end + pauseAfterSlowFailure;
+        disconnect();
         return nullptr;
     }
     if (listening_) registerEvents();
     return accessibility_.get();
 }
 
+std::optional<bool> Session::readSwitch() {
+    const Reply reply = session_->call(property({launcher, launcherPath}, statusInterface, "IsEnabled"));
+    if (reply.failure != Failure::gone) return boolPropertyIn(reply);
+    start(*session_, launcher, deadline_); // it has ended, and the bus lives on
+    return boolPropertyIn(session_->call(property({launcher, launcherPath}, statusInterface, "IsEnabled")));
+}
+
 bool Session::isEnabled() {
     if (accessibilityBus() == nullptr) return false;
-    return boolPropertyIn(session_->call(property({launcher, launcherPath}, statusInterface, "IsEnabled")))
-        .value_or(false);
+    // Before the call: a change that comes after the reply makes it unknown again.
+    if (enabledIsKnown_.exchange(true)) return enabled_;
+    const auto found = readSwitch();
+    if (!found) enabledIsKnown_ = false;
+    enabled_ = found.value_or(false);
+    return enabled_;
 }
 
 bool Session::enable() {
+    if (isEnabled()) return true;
     if (accessibilityBus() == nullptr) return false;
     const Reply reply =
         session_->call({launcher, launcherPath, "org.freedesktop.DBus.Properties", "Set", "()",
                         arguments("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE))});
+    enabledIsKnown_ = false;
     return reply.failure == Failure::none;
+}
+
+void Session::watchServices() {
+    const auto watch = [this](Bus& bus, SignalRule rule, Subscription::Handler handler) {
+        changes_.push_back(std::make_unique<Subscription>(bus, std::move(rule), std::move(handler)));
+    };
+    watch(*session_, {"", "org.freedesktop.DBus.Properties", "PropertiesChanged", statusInterface},
+          [this](const Signal&) { enabledIsKnown_ = false; });
+    watch(*session_, ownerChangesOf(launcher), [this](const Signal& change) {
+        enabledIsKnown_ = false;
+        if (hasOwner(change)) MainQueue::async(life_, [this] { followLauncher(); });
+    });
+    watch(*accessibility_, ownerChangesOf(registry), [this](const Signal& change) {
+        if (hasOwner(change)) MainQueue::async(life_, [this] { keepListening(); });
+    });
+}
+
+// A launcher that was started again starts a bus of its own. The old bus lives on with the programs that are
+// on it; those that start from now on are on the new one.
+void Session::followLauncher() {
+    if (!session_ || accessibilityBusAddress(*session_, deadline_) == address_) return;
+    disconnect();
+    accessibilityBus();
 }
 
 void Session::keepListening() {
     listening_ = true;
-    if (accessibilityBus() != nullptr) registerEvents();
+    const bool isConnected = accessibility_ != nullptr;
+    if (accessibilityBus() != nullptr && isConnected) registerEvents();
 }
 
 void Session::registerEvents() {
+    if (!focusHistory_) focusHistory_ = std::make_unique<FocusHistory>(*accessibility_);
     std::vector<Call> calls;
     for (const char* event : {"object:state-changed:focused", "window:activate"})
         calls.push_back({registry, "/org/a11y/atspi/registry", registry, "RegisterEvent", "()",

@@ -20,8 +20,7 @@ std::string matchRule(const SignalRule& rule) {
 
 // The bus handles a connection's messages in order, so that the rule holds for whatever is asked afterwards.
 void tellBus(GDBusConnection* connection, const char* method, const SignalRule& rule) {
-    tell(connection, {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, "()",
-                      arguments("(s)", matchRule(rule).c_str())});
+    tell(connection, toBus(method, "()", arguments("(s)", matchRule(rule).c_str())));
 }
 
 } // namespace

@@ -9,78 +9,73 @@ Call textCall(const Object& object, const char* method, const char* replyTypes, 
     return {object.program, object.path, interfaces::text, method, replyTypes, std::move(values)};
 }
 
-struct Selection {
-    CFRange range; // the caret's place when there is no selection and the caret was asked for
-    bool exists = false;
-    bool known = true; // false: where it is cannot be told
-};
-
-enum class Caret { ask, leave };
-
-std::optional<Selection> selectionOf(Bus& bus, const Object& object, Toolkit toolkit, Caret caretWanted) {
-    const bool chromium = toolkit == Toolkit::chromium;
-    std::vector<Call> calls;
-    calls.push_back(textCall(object, "GetNSelections", "(i)"));
-    calls.push_back(textCall(object, "GetSelection", "(ii)", arguments("(i)", 0)));
-    if (caretWanted == Caret::ask || chromium)
-        calls.push_back(property(object, interfaces::text, "CaretOffset"));
-    if (chromium) calls.push_back(allText(object));
-    const auto replies = bus.call(std::move(calls));
-    if (!replies[0].value) return std::nullopt;
-
-    gint32 count = 0;
-    g_variant_get(replies[0].value.get(), "(i)", &count);
-    // In Firefox the caret can be at -1, nowhere.
-    const auto caret = replies.size() > 2 ? intPropertyIn(replies[2]).value_or(-1) : -1;
-    // Without a selection GetSelection(0) is (caret, caret), (0, 0) or (-1, -1), depending on the toolkit.
-    if (count <= 0) return Selection{{caret, 0}, false, caret >= 0};
-    if (!replies[1].value) return std::nullopt;
-    gint32 start = 0, end = 0;
-    g_variant_get(replies[1].value.get(), "(ii)", &start, &end);
-    if (end < start) std::swap(start, end);
-    const CFRange range{start, std::int64_t{end} - start};
-    if (!chromium) return Selection{range, true, start >= 0};
-    const auto text = stringIn(replies[3]);
-    const auto corrected = text ? trueRange(*text, range, caret) : std::nullopt;
-    return Selection{corrected.value_or(range), true, corrected.has_value()};
-}
-
 std::string clean(std::string text, Toolkit toolkit) {
     return toolkit == Toolkit::gecko ? withoutFillers(std::move(text)) : text;
 }
 
+// Firefox 153 replies to the first call for a long text (1 MB) with an empty one, and GTK 4.8 to every call
+// for an entry's text up to its end at -1: the text is asked for again, up to its length.
+std::optional<std::string> textByLength(Bus& bus, const Object& object) {
+    const auto count = intPropertyIn(bus.call(property(object, interfaces::text, "CharacterCount")));
+    return count && *count > 0 ? stringIn(bus.call(textBetween(object, 0, *count))) : "";
+}
+
+// The reply to GetSelection(0): two offsets, in either order.
+std::optional<CFRange> rangeIn(const Reply& reply) {
+    if (!reply.value) return std::nullopt;
+    gint32 start = 0, end = 0;
+    g_variant_get(reply.value.get(), "(ii)", &start, &end);
+    if (end < start) std::swap(start, end);
+    return start < 0 ? std::nullopt : std::optional(CFRange{start, std::int64_t{end} - start});
+}
+
 } // namespace
 
-Call textBetween(const Object& object, std::int64_t start, std::int64_t end) {
-    return textCall(object, "GetText", "(s)",
-                    arguments("(ii)", static_cast<gint32>(start), static_cast<gint32>(end)));
+TextReading readText(Bus& bus, const Object& object, Toolkit toolkit) {
+    std::vector<Call> calls;
+    calls.push_back(allText(object));
+    calls.push_back(textCall(object, "GetNSelections", "(i)"));
+    calls.push_back(selectionOf(object));
+    calls.push_back(property(object, interfaces::text, "CaretOffset"));
+    const auto replies = bus.call(std::move(calls));
+
+    TextReading reading;
+    auto text = stringIn(replies[0]);
+    if (text && text->empty()) text = textByLength(bus, object);
+    if (const auto count = intIn(replies[1])) reading.hasSelection = *count > 0;
+    // In Firefox the caret can be at -1, nowhere.
+    const auto caret = intPropertyIn(replies[3]).value_or(-1);
+    if (reading.hasSelection == true) {
+        reading.range = rangeIn(replies[2]);
+        if (toolkit == Toolkit::chromium && reading.range)
+            reading.range = text ? trueRange(*text, *reading.range, caret) : std::nullopt;
+    } else if (reading.hasSelection && caret >= 0) {
+        // Not what GetSelection(0) says: (caret, caret), (0, 0), (-1, -1) or an error, depending on the
+        // toolkit.
+        reading.range = CFRange{caret, 0};
+    }
+    if (text) reading.text = clean(std::move(*text), toolkit);
+    return reading;
+}
+
+std::optional<std::string> selectedText(Bus& bus, const Object& object, const TextReading& reading,
+                                        Toolkit toolkit) {
+    if (!reading.hasSelection || (*reading.hasSelection && !reading.range)) return std::nullopt;
+    if (!*reading.hasSelection || reading.range->length == 0) return "";
+    const auto [start, length] = *reading.range;
+    auto text = stringIn(bus.call(textBetween(object, start, start + length)));
+    return text ? std::optional(clean(std::move(*text), toolkit)) : std::nullopt;
+}
+
+Call selectionOf(const Object& object) {
+    return textCall(object, "GetSelection", "(ii)", arguments("(i)", 0));
 }
 
 Call allText(const Object& object) { return textBetween(object, 0, -1); }
 
-std::optional<std::string> textOf(Bus& bus, const Object& object, Toolkit toolkit) {
-    auto text = stringIn(bus.call(allText(object)));
-    // Firefox replies to the first call for a long text (1 MB) with an empty one; the next reply is right.
-    if (text && text->empty() &&
-        intPropertyIn(bus.call(property(object, interfaces::text, "CharacterCount"))).value_or(0) != 0)
-        text = stringIn(bus.call(allText(object)));
-    return text ? std::optional(clean(std::move(*text), toolkit)) : std::nullopt;
-}
-
-std::optional<SelectedText> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit) {
-    const auto selection = selectionOf(bus, object, toolkit, Caret::leave);
-    if (!selection) return std::nullopt;
-    if (!selection->exists) return SelectedText{};
-    if (!selection->known) return std::nullopt;
-    const auto [start, length] = selection->range;
-    if (length == 0) return SelectedText{};
-    auto text = stringIn(bus.call(textBetween(object, start, start + length)));
-    return text ? std::optional<SelectedText>({clean(std::move(*text), toolkit), start}) : std::nullopt;
-}
-
-std::optional<CFRange> selectedRangeOf(Bus& bus, const Object& object, Toolkit toolkit) {
-    const auto selection = selectionOf(bus, object, toolkit, Caret::ask);
-    return selection && selection->known ? std::optional(selection->range) : std::nullopt;
+Call textBetween(const Object& object, std::int64_t start, std::int64_t end) {
+    return textCall(object, "GetText", "(s)",
+                    arguments("(ii)", static_cast<gint32>(start), static_cast<gint32>(end)));
 }
 
 } // namespace platform::at_spi

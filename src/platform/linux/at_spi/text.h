@@ -8,24 +8,28 @@
 #include <string>
 
 // The text of an object that has the Text interface, as the object gives it: U+FFFC stands for each embedded
-// object. Nothing is remembered. Main thread only.
+// object. Offsets are in the program's own units. Main thread only.
 namespace platform::at_spi {
 
-Call textBetween(const Object& object, std::int64_t start, std::int64_t end);
-Call allText(const Object& object);
-
-// The whole text.
-std::optional<std::string> textOf(Bus& bus, const Object& object, Toolkit toolkit);
-
-struct SelectedText {
-    std::string text;
-    std::int64_t start = 0; // in the program's own units
+// What an object says of its text, all at one moment.
+struct TextReading {
+    std::optional<std::string> text;
+    // Where the selection is, and while nothing is selected where the caret is, with length 0. Absent when
+    // that cannot be told.
+    std::optional<CFRange> range;
+    // Absent when the object does not say whether anything is selected.
+    std::optional<bool> hasSelection;
 };
 
-// The selected text; empty when nothing is selected. Absent also when it is unclear where the selection is.
-std::optional<SelectedText> selectedTextOf(Bus& bus, const Object& object, Toolkit toolkit);
+TextReading readText(Bus& bus, const Object& object, Toolkit toolkit);
 
-// The selected range in the program's own units; the caret's place and length 0 when nothing is selected.
-std::optional<CFRange> selectedRangeOf(Bus& bus, const Object& object, Toolkit toolkit);
+// The selected part of the text; empty when nothing is selected.
+std::optional<std::string> selectedText(Bus& bus, const Object& object, const TextReading& reading,
+                                        Toolkit toolkit);
+
+Call selectionOf(const Object& object);
+// The whole text alone, and a part of it; what the replies hold is still to be cleaned.
+Call allText(const Object& object);
+Call textBetween(const Object& object, std::int64_t start, std::int64_t end);
 
 } // namespace platform::at_spi
