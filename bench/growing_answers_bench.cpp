@@ -31,7 +31,7 @@ constexpr auto eventChannel = "quillmark.quillmark/system_model/events";
 
 // An answer that grows evenly for as long as that.
 ServerBehaviour growingFor(std::chrono::seconds time) {
-    return {.chat = [time](Connection& connection) {
+    return {.chat = [time](ClientConnection& connection) {
         constexpr std::size_t pieces = answerBytes / pieceBytes;
         connection.head(200);
         for (std::size_t i = 0; i < pieces; ++i) {
@@ -53,7 +53,7 @@ double memory(const testbed::Process& host, const std::string& name) {
 struct Growth {
     explicit Growth(std::chrono::seconds time)
         : server(growingFor(time)),
-          host({{"OPENAI_BASE_URL", "http://127.0.0.1:" + std::to_string(server.port()) + "/v1"}}) {
+          host({{"QUILLMARK_LANGUAGE_MODEL_FROM_ENVIRONMENT", "1"}, {"OPENAI_BASE_URL", server.url()}}) {
         host.call("listen", {}, eventChannel);
         host.call("availability", {}, modelChannel);
         for (std::size_t i = 0; i < answers; ++i)

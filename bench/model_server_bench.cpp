@@ -86,8 +86,9 @@ private:
     std::shared_ptr<SystemModelBridge> bridge_ = SystemModelBridge::create(messenger_);
 };
 
-void use(std::uint16_t port) {
-    setenv("OPENAI_BASE_URL", ("http://127.0.0.1:" + std::to_string(port) + "/v1").c_str(), 1);
+void use(const std::string& url) {
+    setenv("QUILLMARK_LANGUAGE_MODEL_FROM_ENVIRONMENT", "1", 1);
+    setenv("OPENAI_BASE_URL", url.c_str(), 1);
 }
 
 const std::string done = "data: [DONE]\n\n";
@@ -96,7 +97,7 @@ const std::string done = "data: [DONE]\n\n";
 Samples latencies(std::size_t tokens) {
     Interface interface;
     Samples samples;
-    const ScriptedServer server({.chat = [&](Connection& connection) {
+    const ScriptedServer server({.chat = [&](ClientConnection& connection) {
         connection.head(200);
         for (std::size_t i = 0; i < tokens; ++i) {
             const auto sent = Clock::now();
@@ -107,7 +108,7 @@ Samples latencies(std::size_t tokens) {
         }
         connection.send(done);
     }});
-    use(server.port());
+    use(server.url());
     interface.respond();
     interface.runUntilFrame(tokens + 1);
     return samples;
@@ -130,7 +131,7 @@ Samples bareLatencies(std::size_t tokens) {
     Samples samples;
     for (std::size_t i = 0; i < tokens; ++i) {
         const auto sent = Clock::now();
-        Connection(ends[0]).text("toke");
+        ClientConnection(ends[0]).text("toke");
         for (std::size_t seen; (seen = received) <= i;)
             received.wait(seen);
         samples.push_back(Microseconds(at - sent).count());
@@ -151,11 +152,11 @@ double perToken(std::size_t bytes, std::string_view token) {
     stream += done;
     Interface interface;
     Clock::time_point start;
-    const ScriptedServer server({.chat = [&](Connection& connection) {
+    const ScriptedServer server({.chat = [&](ClientConnection& connection) {
         start = Clock::now();
         connection.send(stream);
     }});
-    use(server.port());
+    use(server.url());
     interface.respond();
     interface.runUntil([&] { return interface.done; });
     return Microseconds(interface.lastAt - start).count() / static_cast<double>(tokens);
@@ -183,14 +184,14 @@ void timeCancellation(const char* when, std::chrono::milliseconds untilNextToken
         Clock::time_point cancelled, closed;
         {
             Interface interface;
-            const ScriptedServer server({.chat = [&](Connection& connection) {
+            const ScriptedServer server({.chat = [&](ClientConnection& connection) {
                 connection.head(200);
                 do
                     connection.text("a");
                 while (!connection.waitForClose(untilNextToken));
                 closed = Clock::now();
             }});
-            use(server.port());
+            use(server.url());
             interface.respond();
             interface.runUntilFrame(1);
             cancelled = Clock::now();
@@ -240,15 +241,21 @@ private:
     std::vector<int> waiting_;
 };
 
+// The first call, and ten in a row, of which nine find what the first one has.
 void timeAvailability(const std::string& what, double limit) {
     Interface interface;
-    Samples samples;
-    for (int i = 0; i < 20; ++i) {
+    Samples first, ten;
+    for (int i = 0; i < 3; ++i) {
+        std::this_thread::sleep_for(1050ms); // one look serves all who ask within a second
         const auto start = Clock::now();
-        interface.call("availability", {});
-        samples.push_back(Microseconds(Clock::now() - start).count());
+        for (int call = 0; call < 10; ++call) {
+            interface.call("availability", {});
+            if (call == 0) first.push_back(Microseconds(Clock::now() - start).count());
+        }
+        ten.push_back(Microseconds(Clock::now() - start).count());
     }
-    print(("\"availability\", " + what).c_str(), samples, "ms", 1000, limit);
+    print(("\"availability\", " + what).c_str(), first, "ms", 1000, limit);
+    print("  ten in a row", ten, "ms", 1000, limit + 20);
 }
 
 void timeAvailability() {
@@ -256,27 +263,27 @@ void timeAvailability() {
     timeAvailability("nothing listens", 20);
     const auto served = [](const std::string& what, ServerBehaviour behaviour) {
         const ScriptedServer server(std::move(behaviour));
-        use(server.port());
+        use(server.url());
         timeAvailability(what, 300);
     };
-    const auto slowly = [](Connection& connection) {
+    const auto slowly = [](ClientConnection& connection) {
         for (const char c : std::string("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n{\"data\":1"))
             if (!connection.waitForClose(20ms)) connection.send({&c, 1});
     };
     served("a ready server", {});
     served("a loading server", {.health = 503});
-    served("a silent server", {.probe = [](Connection& connection) { connection.waitForClose(); }});
+    served("a silent server", {.probe = [](ClientConnection& connection) { connection.waitForClose(); }});
     served("a byte every 20 ms", {.probe = slowly});
-    served("half an answer, then silence", {.probe = [](Connection& connection) {
+    served("half an answer, then silence", {.probe = [](ClientConnection& connection) {
                connection.send("HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n{\"da");
                connection.waitForClose();
            }});
-    served("half an answer, then the end", {.probe = [](Connection& connection) {
+    served("half an answer, then the end", {.probe = [](ClientConnection& connection) {
                connection.send("HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n{\"da");
            }});
     {
         const Unserved full(0, true);
-        use(full.port());
+        use("http://127.0.0.1:" + std::to_string(full.port()));
         timeAvailability("a server that takes no connection", 300);
     }
     unsetenv("OPENAI_BASE_URL");

@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdlib>
 
-void Connection::send(std::string_view bytes) const {
+void ClientConnection::send(std::string_view bytes) const {
     while (!bytes.empty()) {
         const auto sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (sent <= 0) return;
@@ -17,15 +17,15 @@ void Connection::send(std::string_view bytes) const {
     }
 }
 
-void Connection::head(int status) const {
+void ClientConnection::head(int status) const {
     send("HTTP/1.1 " + std::to_string(status) + " X\r\nContent-Type: text/event-stream\r\n\r\n");
 }
 
-void Connection::text(const std::string& piece) const {
+void ClientConnection::text(const std::string& piece) const {
     send(R"(data: {"choices":[{"delta":{"content":")" + piece + "\"}}]}\n\n");
 }
 
-bool Connection::waitForClose(std::chrono::milliseconds atMost) const {
+bool ClientConnection::waitForClose(std::chrono::milliseconds atMost) const {
     pollfd closed{socket_, POLLIN, 0};
     return poll(&closed, 1, static_cast<int>(atMost.count())) == 1;
 }
@@ -62,7 +62,7 @@ void ScriptedServer::serve(int socket) {
         const std::lock_guard lock(mutex_);
         return behaviour_;
     }();
-    Connection connection(socket);
+    ClientConnection connection(socket);
     std::array<char, 4096> buffer;
     const auto complete = [&] {
         const auto headEnd = connection.request.find("\r\n\r\n");
@@ -75,6 +75,8 @@ void ScriptedServer::serve(int socket) {
     for (ssize_t got = 1; got > 0 && !complete();) {
         got = recv(socket, buffer.data(), buffer.size(), 0);
         if (got > 0) connection.request.append(buffer.data(), static_cast<std::size_t>(got));
+        // The first byte of a TLS connection, which a server without encryption ends.
+        if (connection.request.starts_with('\x16')) break;
     }
     if (connection.request.starts_with("POST /v1/chat/completions ")) {
         behaviour.chat(connection);
@@ -86,6 +88,12 @@ void ScriptedServer::serve(int socket) {
     } else if (connection.request.starts_with("GET /v1/models")) {
         connection.head(200);
         connection.send(behaviour.models);
+    } else if (connection.request.starts_with("GET /api/tags")) {
+        connection.head(behaviour.tags.empty() ? 404 : 200);
+        connection.send(behaviour.tags);
+    } else if (connection.request.starts_with("POST /api/show")) {
+        connection.head(behaviour.show.empty() ? 404 : 200);
+        connection.send(behaviour.show);
     }
     close(socket);
 }

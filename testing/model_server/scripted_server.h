@@ -11,9 +11,9 @@
 #include <vector>
 
 // One connection, whose request has been read.
-class Connection {
+class ClientConnection {
 public:
-    explicit Connection(int socket) : socket_(socket) {}
+    explicit ClientConnection(int socket) : socket_(socket) {}
 
     std::string request;
 
@@ -31,12 +31,14 @@ private:
 
 struct ServerBehaviour {
     // Answers a completion.
-    std::function<void(Connection&)> chat = {};
-    // The answers to the probes: as a server with one model "m".
+    std::function<void(ClientConnection&)> chat = {};
+    // The answers to other questions: as a server with one model "m".
     int health = 200;
-    std::string models = R"({"data":[{"id":"m"}]})";
-    // Answers the probes in another way.
-    std::function<void(Connection&)> probe = {};
+    std::string models = R"({"object":"list","data":[{"id":"m","object":"model"}]})";
+    std::string tags = {}; // Ollama's list; empty: it has none
+    std::string show = {}; // what Ollama says of each model
+    // Answers them in another way.
+    std::function<void(ClientConnection&)> probe = {};
 };
 
 // Every connection is served on a thread of its own.
@@ -50,6 +52,8 @@ public:
     // From the next connection on.
     void become(ServerBehaviour behaviour);
     std::uint16_t port() const { return port_; }
+    // The address of its interface.
+    std::string url() const { return "http://127.0.0.1:" + std::to_string(port_) + "/v1"; }
 
 private:
     void serve(int socket);

@@ -5,6 +5,7 @@
 #include "platform/process_info.h"
 
 #include <boost/asio/post.hpp>
+#include <boost/asio/strand.hpp>
 #include <boost/asio/thread_pool.hpp>
 
 #include <memory>
@@ -17,16 +18,23 @@ using platform::Answer;
 
 namespace {
 
+using Strand = boost::asio::strand<boost::asio::thread_pool::executor_type>;
+
+// An answer, and what keeps the pieces of work on it in order.
+struct Told {
+    std::shared_ptr<Answer> answer;
+    Strand strand{platform::backgroundPool().get_executor()};
+};
+
 struct Waiting {
     std::mutex mutex;
-    std::vector<std::shared_ptr<Answer>> answers;
+    std::vector<Told> answers;
 } waiting;
 
-// Answers take turns on the threads, one piece of work each.
 template <typename Work>
-void forEach(const std::vector<std::shared_ptr<Answer>>& answers, const Work& work) {
-    for (const auto& answer : answers)
-        boost::asio::post(platform::backgroundPool(), [answer, work] { work(*answer); });
+void forEach(const std::vector<Told>& answers, const Work& work) {
+    for (const auto& [answer, strand] : answers)
+        boost::asio::post(strand, [answer = answer, work] { work(*answer); });
 }
 
 } // namespace
@@ -69,7 +77,7 @@ LanguageModelSession::~LanguageModelSession() = default;
 ResponseStream LanguageModelSession::streamResponse(std::string, const GenerationOptions&) {
     auto answer = std::make_shared<Answer>();
     const std::lock_guard lock(::waiting.mutex);
-    ::waiting.answers.push_back(answer);
+    ::waiting.answers.push_back({answer});
     return streamOf(std::move(answer));
 }
 // NOLINTEND(performance-unnecessary-value-param)

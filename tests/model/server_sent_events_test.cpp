@@ -1,4 +1,5 @@
 #include "platform/models/server/chat_completion.h"
+#include "platform/models/server/model_list.h"
 #include "platform/models/server/server_sent_events.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,16 @@ TEST(CompletionChunk, ReadsTheDialectsOfServers) {
         EXPECT_EQ(read(error).error, "m");
     for (const char* broken : {"", "{", "[]", "{\"choices\":\"\xC3\"}"})
         EXPECT_FALSE(platform::readCompletionChunk(broken)) << broken;
+}
+
+TEST(ModelNames, TellThoseThatWriteNoAnswers) {
+    for (const char* name :
+         {"nomic-embed-text:latest", "text-embedding-3-small", "Qwen3-Embedding-0.6B", "bge-m3",
+          "BAAI/bge-reranker-v2-m3", "all-minilm:22m", "intfloat/e5-large", "jina-rerank", "whisper-1"})
+        EXPECT_TRUE(platform::isNoChatModel(name)) << name;
+    for (const char* name :
+         {"qwen3:8b", "llama3.2", "gpt-oss:20b", "mistral-small", "gemma3:e4b", "phi-4", "tiny.gguf"})
+        EXPECT_FALSE(platform::isNoChatModel(name)) << name;
 }
 
 } // namespace

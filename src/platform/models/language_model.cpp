@@ -3,17 +3,26 @@
 
 #include "platform/models/generation/answer.h"
 #include "platform/models/generation/response_stream.h"
-#include "platform/models/model_choice.h"
-#include "platform/models/server/answer.h"
+#include "platform/models/model_finder.h"
+#include "platform/models/server/ask_server.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
 
 namespace platform {
 namespace {
 
-void start(const ModelChoice& model, const Prompt& prompt, const std::shared_ptr<Answer>& answer) {
+void start(const ModelChoice& choice, const Prompt& prompt, const std::shared_ptr<Answer>& answer) {
     if (!answer->isWanted()) return;
-    if (const auto* served = std::get_if<ServedModel>(&model))
-        return answerFromServer(*served, prompt, answer);
-    answer->fail(std::get<SystemLanguageModel::UnavailableReason>(model).description);
+    if (const auto* reason = std::get_if<SystemLanguageModel::UnavailableReason>(&choice))
+        return answer->fail(reason->description);
+    const auto& served = std::get<ServedModel>(choice);
+    askServer(served, prompt, answer, [address = served.server.address](const std::string& model) {
+        rememberUnusable(address, model);
+    });
 }
 
 } // namespace
@@ -24,7 +33,7 @@ const SystemLanguageModel& SystemLanguageModel::defaultModel() {
 }
 
 SystemLanguageModel::Availability SystemLanguageModel::availability() const {
-    auto choice = chooseModel();
+    auto choice = findModel();
     if (auto* reason = std::get_if<UnavailableReason>(&choice)) return std::move(*reason);
     return Available{};
 }
@@ -43,8 +52,8 @@ LanguageModelSession::~LanguageModelSession() = default;
 
 ResponseStream LanguageModelSession::streamResponse(std::string prompt, const GenerationOptions& options) {
     auto answer = std::make_shared<Answer>();
-    chooseModelForGeneration([answer, asked = Prompt{native_->instructions, std::move(prompt), options}](
-                                 const ModelChoice& model) { start(model, asked, answer); });
+    findModelForGeneration([answer, asked = Prompt{native_->instructions, std::move(prompt), options}](
+                               const ModelChoice& choice) { start(choice, asked, answer); });
     return streamOf(std::move(answer));
 }
 

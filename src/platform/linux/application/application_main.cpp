@@ -12,6 +12,7 @@
 #include "platform/linux/x11/base/display_check.h"
 #include "platform/linux/x11/base/sole_instance.h"
 #include "platform/main_queue.h"
+#include "platform/models/language_model_command.h"
 
 #include <glib-unix.h>
 
@@ -111,6 +112,8 @@ int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>&
     case CommandLine::Wish::version:
         std::cout << versionText();
         return 0;
+    case CommandLine::Wish::languageModel:
+        return languageModelCommand(line.languageModel);
     case CommandLine::Wish::unclear:
         printMessage(line.problem);
         return unclearCommand;

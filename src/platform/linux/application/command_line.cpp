@@ -18,6 +18,9 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
             line.trace = trace::Detail::words;
         } else if (*next == "--trace=text") {
             line.trace = trace::Detail::texts;
+        } else if (*next == "--language-model") {
+            line.wish = CommandLine::Wish::languageModel;
+            line.languageModel.assign(next + 1, arguments.end());
         } else {
             line.wish = CommandLine::Wish::unclear;
             line.problem =
@@ -45,6 +48,12 @@ std::string helpText() {
            "Options:\n"
            "  -h, --help      print this and exit\n"
            "  --version       print the version and exit\n"
+           "  --language-model [ADDRESS [MODEL]] [--json]\n"
+           "                  print which language model answers, where it runs and whose it is, and exit; "
+           "with an\n"
+           "                  ADDRESS such as http://127.0.0.1:8080/v1, choose that server first, with "
+           "\"automatic\"\n"
+           "                  have one looked for again\n"
            "  --trace[=text]  print every message to and from the interface, and what other programs were "
            "asked and "
            "how\n"

@@ -9,12 +9,13 @@ namespace platform {
 
 // What the host was asked for on its command line.
 struct CommandLine {
-    enum class Wish { run, help, version, unclear };
+    enum class Wish { run, help, version, languageModel, unclear };
 
     Wish wish = Wish::run;
     trace::Detail trace = trace::Detail::none;
-    std::vector<std::string> interface; // the interface's program and its arguments; empty: the usual one
-    std::string problem;                // what is unclear, and what to do
+    std::vector<std::string> interface;     // the interface's program and its arguments; empty: the usual one
+    std::vector<std::string> languageModel; // what follows --language-model
+    std::string problem;                    // what is unclear, and what to do
 };
 
 CommandLine readCommandLine(const std::vector<std::string>& arguments);

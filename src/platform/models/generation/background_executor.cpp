@@ -1,22 +1,26 @@
 #include "platform/models/generation/background_executor.h"
 
-#include "platform/task.h"
+#include "platform/never_destroyed.h"
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>
 
-#include <memory>
+#include <utility>
 
 namespace platform {
 
-// Tasks wait for models far more than they work: two threads serve thousands. Never destroyed: at the end of
-// the program, what still waits is of no use to anybody.
+// Tasks wait for models far more than they work: two threads serve thousands.
 boost::asio::thread_pool& backgroundPool() {
-    static auto& threads = *std::make_unique<boost::asio::thread_pool>(2).release();
-    return threads;
+    static const NeverDestroyed<boost::asio::thread_pool> threads(2);
+    return *threads;
 }
 
 void resumeInBackground(Task::Suspended task) { boost::asio::post(backgroundPool(), task); }
+
+void runBlocking(std::function<void()> work) {
+    static const NeverDestroyed<boost::asio::thread_pool> thread(1);
+    boost::asio::post(*thread, std::move(work));
+}
 
 void Task::promise_type::Start::await_suspend(Suspended task) { resumeInBackground(task); }
 

@@ -1,31 +1,16 @@
 #include "platform/models/server/chat_completion.h"
 
-// The library itself, compiled here and nowhere else.
-#include <boost/json/src.hpp>
+#include "platform/models/server/json.h"
+
+#include <boost/json/array.hpp>
+#include <boost/json/serialize.hpp>
+
+#include <utility>
 
 namespace platform {
 namespace {
 
 namespace json = boost::json;
-
-std::optional<json::object> parseObject(std::string_view text) {
-    json::error_code failure;
-    auto value = json::parse({text.data(), text.size()}, failure);
-    if (failure || !value.is_object()) return std::nullopt;
-    return std::move(value.get_object());
-}
-
-const json::object* objectIn(const json::object& parent, std::string_view key) {
-    const auto* value = parent.if_contains(key);
-    return value ? value->if_object() : nullptr;
-}
-
-// Servers send null for what they have not.
-std::string textIn(const json::object& parent, std::string_view key) {
-    const auto* value = parent.if_contains(key);
-    const auto* text = value ? value->if_string() : nullptr;
-    return text ? std::string(text->data(), text->size()) : std::string();
-}
 
 std::string errorMessageIn(const json::object& body) {
     if (const auto* error = objectIn(body, "error")) return textIn(*error, "message");
@@ -46,18 +31,19 @@ void readChoice(const json::object& choice, CompletionChunk& chunk) {
 
 } // namespace
 
-std::string completionRequest(const std::string& model, const std::string& instructions,
-                              const std::string& prompt, const GenerationOptions& options) {
-    json::array messages;
-    if (!instructions.empty()) messages.push_back({{"role", "system"}, {"content", instructions}});
-    messages.push_back({{"role", "user"}, {"content", prompt}});
-    json::object request{{"messages", std::move(messages)},
+std::string completionRequest(const std::string& model, const Prompt& prompt, ThinkingSwitch off) {
+    const auto& options = prompt.options;
+    json::object request{{"messages",
+                          {{{"role", "system"}, {"content", prompt.instructions}},
+                           {{"role", "user"}, {"content", prompt.text}}}},
                          {"stream", true},
                          {"stream_options", {{"include_usage", true}}},
                          {"max_tokens", options.maximumResponseTokens}};
     if (!model.empty()) request["model"] = model;
     if (options.sampling == SamplingMode::greedy) request["temperature"] = 0;
     if (options.temperature) request["temperature"] = *options.temperature;
+    if (off == ThinkingSwitch::chatTemplate) request["chat_template_kwargs"] = {{"enable_thinking", false}};
+    if (off == ThinkingSwitch::reasoningEffort) request["reasoning_effort"] = "none";
     return json::serialize(request);
 }
 
@@ -78,20 +64,6 @@ std::optional<CompletionChunk> readCompletionChunk(std::string_view text) {
     const auto* tokens = usage ? usage->if_contains("completion_tokens") : nullptr;
     if (tokens && tokens->is_int64()) chunk.tokens = tokens->get_int64();
     return chunk;
-}
-
-std::optional<std::vector<std::string>> readModelNames(std::string_view text) {
-    const auto body = parseObject(text);
-    const auto* data = body ? body->if_contains("data") : nullptr;
-    // Ollama says null when it has none.
-    if (!data || !(data->is_array() || data->is_null())) return std::nullopt;
-    std::vector<std::string> names;
-    if (const auto* list = data->if_array()) {
-        for (const auto& model : *list)
-            if (const auto* object = model.if_object())
-                if (auto name = textIn(*object, "id"); !name.empty()) names.push_back(std::move(name));
-    }
-    return names;
 }
 
 std::string readErrorMessage(std::string_view text) {

@@ -3,18 +3,23 @@
 #pragma once
 
 #include "platform/language_model.h"
+#include "platform/models/server/model_server.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace platform {
 
-// The body of POST /v1/chat/completions.
-std::string completionRequest(const std::string& model, const std::string& instructions,
-                              const std::string& prompt, const GenerationOptions& options);
+struct Prompt {
+    std::string instructions;
+    std::string text;
+    GenerationOptions options;
+};
+
+// The body of POST /v1/chat/completions. The model may be empty; `off` tells it not to think first.
+std::string completionRequest(const std::string& model, const Prompt& prompt, ThinkingSwitch off);
 
 // What one event of a streamed answer adds.
 struct CompletionChunk {
@@ -28,9 +33,6 @@ struct CompletionChunk {
 
 // Absent when it is not such an event.
 std::optional<CompletionChunk> readCompletionChunk(std::string_view json);
-
-// The names in the answer to GET /v1/models; absent when it is no such answer.
-std::optional<std::vector<std::string>> readModelNames(std::string_view json);
 
 // The server's own words in the body of an answer that reports an error; empty when it has none.
 std::string readErrorMessage(std::string_view json);

@@ -42,7 +42,7 @@ std::optional<std::string_view> ServerSentEvents::line() {
     const std::size_t end = bytes_.find_first_of("\r\n", std::max(at_, looked_));
     if (end == std::string::npos) {
         looked_ = bytes_.size();
-        tooLong_ = looked_ - at_ + data_.size() > longestEvent;
+        tooLong_ = looked_ - at_ + data_.size() > mostEventBytes;
         return std::nullopt;
     }
     std::string_view found(bytes_.data() + at_, end - at_);
@@ -63,7 +63,7 @@ void ServerSentEvents::field(std::string_view line) {
     if (hasData_) data_ += '\n';
     data_ += value;
     hasData_ = true;
-    tooLong_ = data_.size() > longestEvent;
+    tooLong_ = data_.size() > mostEventBytes;
 }
 
 } // namespace platform

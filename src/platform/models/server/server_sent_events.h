@@ -11,7 +11,7 @@ namespace platform {
 
 class ServerSentEvents {
 public:
-    static constexpr std::size_t longestEvent = 1 << 20; // bytes
+    static constexpr std::size_t mostEventBytes = 1 << 20;
 
     void feed(std::string_view bytes);
 

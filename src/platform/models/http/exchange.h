@@ -1,8 +1,8 @@
-// One request to an HTTP server and its answer as it comes, on background threads; no encryption.
+// One request to an HTTP server and its answer as it comes, on background threads. Encrypted when the address
+// begins with https: the server's certificate is checked then. Redirects are not followed.
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,25 +12,24 @@
 namespace platform {
 
 struct HttpRequest {
-    std::string host = {}; // a name or a numeric address; "localhost" stands for both loopback addresses
-    std::uint16_t port = 80;
-    std::string target = {};
+    std::string url = {};
     std::string body = {};   // JSON, sent with POST; empty: a GET
     std::string bearer = {}; // a key that goes along; empty: none
     bool urgent = false;     // on a thread that no flood of other answers delays
     std::chrono::milliseconds connectLimit = std::chrono::seconds(10);
-    std::chrono::milliseconds sendLimit = std::chrono::seconds(60);
-    std::chrono::milliseconds headLimit = std::chrono::minutes(10); // until the answer begins
+    std::chrono::milliseconds headLimit = std::chrono::minutes(10); // from there until the answer begins
 };
 
 enum class HttpEnd {
     complete,
     unreachable, // nothing took the connection
+    unanswered,  // nothing took or refused it within the limit
+    untrusted,   // the other end could not prove that it is the server of that name
     silent,      // a later limit passed
     broken,      // the connection ended early, or what came is not HTTP
 };
 
-// What comes of an exchange, one call at a time, on background threads.
+// What comes of an exchange, one call at a time, on a background thread. Calls must be short.
 class HttpReceiver {
 public:
     virtual ~HttpReceiver() = default;
@@ -47,7 +46,8 @@ public:
 };
 
 // Starts the exchange, which keeps the receiver until it is over. The function given back closes the
-// connection at once, then or later and from any thread; dropping it changes nothing.
+// connection at once, then or later and from any thread; dropping it changes nothing. A call of the
+// receiver's that is under way may still end behind it.
 [[nodiscard]] std::function<void()> startHttpExchange(HttpRequest request,
                                                       std::shared_ptr<HttpReceiver> receiver);
 

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/models/http/exchange.h"
+
+#include <curl/curl.h>
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+// One exchange as libcurl carries it out. Used by its loop's thread only.
+class Transfer {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    Transfer(std::uint64_t number, HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
+    ~Transfer();
+    Transfer(const Transfer&) = delete;
+    Transfer& operator=(const Transfer&) = delete;
+
+    std::uint64_t number() const { return number_; }
+    CURL* handle() const { return handle_; }
+
+    // By then the next thing must have happened.
+    Clock::time_point deadline() const { return deadline_; }
+    // It has not.
+    void timeOut();
+    // libcurl is done with it.
+    void finish(CURLcode result);
+
+private:
+    void configure();
+    HttpEnd endFor(CURLcode result) const;
+    std::string reasonFor(CURLcode result) const;
+    void allow(std::chrono::milliseconds limit) { deadline_ = Clock::now() + limit; }
+
+    static int onConnected(void* self, char*, char*, int, int);
+    static std::size_t onHeader(char* bytes, std::size_t, std::size_t size, void* self);
+    static std::size_t onBody(char* bytes, std::size_t, std::size_t size, void* self);
+
+    std::uint64_t number_;
+    HttpRequest request_;
+    std::shared_ptr<HttpReceiver> receiver_;
+    CURL* handle_;
+    curl_slist* headers_ = nullptr;
+    std::array<char, CURL_ERROR_SIZE> words_{}; // libcurl's for what went wrong
+    Clock::time_point deadline_;
+    bool connected_ = false;
+    bool hasEnough_ = false; // the receiver needs no more
+};
+
+} // namespace platform
