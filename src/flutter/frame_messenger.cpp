@@ -124,7 +124,7 @@ void FrameMessenger::setMessageHandler(std::string channel, MessageHandler handl
 }
 
 bool FrameMessenger::isHandled(std::string_view channel) const {
-    return connection_->handlers.contains(channel);
+    return state_->handlers.contains(channel);
 }
 
 } // namespace flutter
