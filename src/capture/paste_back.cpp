@@ -52,10 +52,10 @@ void DesktopBridge::paste(Arguments arguments, Result result) {
     if (pastePending_) return result.error("busy", "A paste is already pending");
     const auto* map = flutter::asMap(arguments);
     const auto* given = flutter::asString(flutter::member(map, "text"));
-    std::string text = given ? *given : "";
+    const std::string_view text = given ? *given : std::string_view();
     putOnPasteboard(text);
     if (!canPasteBack(flutter::asString(flutter::member(map, "token")))) return result.success("copied-only");
-    startPaste(std::move(text), std::move(result));
+    startPaste(std::string(text), std::move(result));
 }
 
 bool DesktopBridge::canPasteBack(const std::string* token) const {

@@ -17,9 +17,9 @@ public:
     // Sends or receives the reply to one message; zero bytes mean that the message is not handled. Only the
     // first call has an effect.
     using Reply = std::function<void(std::vector<std::uint8_t>)>;
-    // The bytes are valid during the call. `reply` may be kept and called later, even when the messenger is
-    // gone. It does nothing when the message wants no reply.
-    using MessageHandler = std::function<void(std::span<const std::uint8_t> message, Reply reply)>;
+    // The handler owns the bytes, and frees a long message once it is decoded. `reply` may be kept and called
+    // later, even when the messenger is gone. It does nothing when the message wants no reply.
+    using MessageHandler = std::function<void(std::vector<std::uint8_t> message, Reply reply)>;
 
     BinaryMessenger() = default;
     BinaryMessenger(const BinaryMessenger&) = delete;

@@ -56,7 +56,7 @@ void FrameMessenger::State::handle(Frame frame) {
         return;
     }
     const auto handler = found->second; // it may remove or replace itself
-    (*handler)(frame.payload, std::move(reply));
+    (*handler)(std::move(frame.payload), std::move(reply));
 }
 
 void FrameMessenger::State::handleReply(Frame frame) {
@@ -123,8 +123,6 @@ void FrameMessenger::setMessageHandler(std::string channel, MessageHandler handl
     }
 }
 
-bool FrameMessenger::isHandled(std::string_view channel) const {
-    return state_->handlers.contains(channel);
-}
+bool FrameMessenger::isHandled(std::string_view channel) const { return state_->handlers.contains(channel); }
 
 } // namespace flutter

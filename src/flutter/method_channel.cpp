@@ -61,10 +61,12 @@ void MethodChannel::setMethodCallHandler(Handler handler) {
         messenger->setMessageHandler(name_, nullptr);
         return;
     }
-    messenger->setMessageHandler(name_, [handler = std::move(handler)](std::span<const std::uint8_t> message,
+    messenger->setMessageHandler(name_, [handler = std::move(handler)](std::vector<std::uint8_t> message,
                                                                        BinaryMessenger::Reply reply) {
         MethodResult result(std::move(reply));
-        if (const auto call = decodeMethodCall(message)) {
+        const auto call = decodeMethodCall(message);
+        message = std::vector<std::uint8_t>(); // a large one would stay in memory beside what was decoded
+        if (call) {
             handler(*call, std::move(result));
         } else {
             result.notImplemented();

@@ -48,7 +48,7 @@ void Interface::deliver(const std::string& channel, std::span<const std::uint8_t
     if (found == handlers_.end()) return reply({});
     // A copy: the handler may replace itself.
     const MessageHandler handler = found->second;
-    handler(message, std::move(reply));
+    handler({message.begin(), message.end()}, std::move(reply));
 }
 
 } // namespace simulated

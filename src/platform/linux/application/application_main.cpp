@@ -5,6 +5,7 @@
 #include "platform/linux/application/session.h"
 #include "platform/linux/base/child_process.h"
 #include "platform/linux/base/main_loop.h"
+#include "platform/linux/base/memory.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/interface/program.h"
 #include "platform/linux/window/main_window.h"
@@ -61,6 +62,7 @@ std::optional<std::string> prepare(std::vector<std::string> interface,
 
 int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance) {
     signal(SIGPIPE, SIG_IGN);
+    prepareMemory();
     raiseOpenFileLimit();
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         g_unix_signal_add(number, terminationSignal, nullptr);

@@ -1,0 +1,18 @@
+#include "platform/linux/base/memory.h"
+
+#include <malloc.h>
+#include <sys/prctl.h>
+
+namespace platform {
+
+void prepareMemory() {
+    // By itself glibc raises its limit with each large block that is freed, and then keeps blocks of up to 32
+    // MiB.
+    constexpr int largeBlock = 1 << 20;
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
+#ifdef NDEBUG
+    prctl(PR_SET_DUMPABLE, 0);
+#endif
+}
+
+} // namespace platform

@@ -1,0 +1,67 @@
+#include "platform/linux/base/memory.h"
+#include "testing/desktop/temporary_folder.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+
+namespace platform {
+namespace {
+
+// How a child process ends that first does `act`, where core files may be written.
+int statusOfChild(const std::function<void()>& act) {
+    const testbed::TemporaryFolder folder;
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        setrlimit(RLIMIT_CORE, &unlimited);
+        if (chdir((folder / "").c_str()) == 0) act();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST(Memory, ACrashWritesNoCoreFile) {
+#ifndef NDEBUG
+    GTEST_SKIP() << "allowed in a build with assertions";
+#endif
+    const auto crash = [] {
+        signal(SIGABRT, SIG_DFL);
+        raise(SIGABRT);
+    };
+    if (!WCOREDUMP(statusOfChild(crash))) GTEST_SKIP() << "this machine writes none";
+    const int status = statusOfChild([&] {
+        prepareMemory();
+        crash();
+    });
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_FALSE(WCOREDUMP(status));
+}
+
+TEST(Memory, LargeBlocksGoBackToTheSystem) {
+    const int status = statusOfChild([] {
+        prepareMemory();
+        // glibc takes blocks of this size from the heap once the first of them has been freed.
+        constexpr std::size_t size = std::size_t{20} << 20;
+        void* volatile block = std::malloc(size); // volatile: else the compiler leaves all of this out
+        std::free(block);
+        block = std::malloc(size);
+        void* volatile small = std::malloc(100'000); // behind it: the heap cannot shrink
+        std::free(block);
+        const bool kept = mallinfo2().fordblks >= size;
+        std::free(small);
+        _exit(kept ? 1 : 0);
+    });
+    EXPECT_EQ(status, 0);
+}
+
+} // namespace
+} // namespace platform
