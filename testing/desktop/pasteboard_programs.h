@@ -38,7 +38,8 @@ struct Reader {
 // What another program is given for that target.
 std::optional<Representation> given(const std::string& target);
 
-// A client of the X server that does only what it is told, where a toolkit would do the right thing by itself.
+// A client of the X server that does only what it is told, where a toolkit would do the right thing by
+// itself.
 class RawClient {
 public:
     RawClient();

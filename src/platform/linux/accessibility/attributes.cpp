@@ -2,6 +2,7 @@
 
 #include "platform/linux/at_spi/embedded_objects.h"
 #include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/text_quirks.h"
 
 namespace platform::ax {
 namespace {
@@ -40,6 +41,18 @@ const at_spi::TextReading& text(Bus& bus, AXUIElement::Accessible& accessible) {
     return accessible.text;
 }
 
+// GTK 4.8 does not tell an entry that hides its text from others, but gives dots in place of the text.
+bool hidesItsText(Bus& bus, AXUIElement::Accessible& accessible) {
+    const FocusedObject& seen = accessible.seen;
+    if (seen.toolkit != at_spi::Toolkit::gtk4 || seen.role != Role::text || seen.states.has(State::multiLine))
+        return false;
+    return at_spi::isHidden(text(bus, accessible).text.value_or(""));
+}
+
+bool isSecure(Bus& bus, AXUIElement::Accessible& accessible) {
+    return accessible.seen.role == Role::passwordText || hidesItsText(bus, accessible);
+}
+
 // Browsers mark a search field in its object attributes; GTK 3 and Qt 5 do not mark it at all.
 bool isForSearch(Bus& bus, const at_spi::Object& object) {
     const auto attributes = bus.call(attributesOf(object));
@@ -74,7 +87,7 @@ bool isEditableField(const FocusedObject& seen) {
 std::optional<AXAttributeValue> textAttribute(Bus& bus, AXUIElement::Accessible& accessible,
                                               std::string_view name) {
     const FocusedObject& seen = accessible.seen;
-    if (!seen.text || seen.role == Role::passwordText) return std::nullopt;
+    if (!seen.text || isSecure(bus, accessible)) return std::nullopt;
     const at_spi::TextReading& reading = text(bus, accessible);
     if (name == "AXValue") return expandedText(bus, seen, reading);
     if (name == "AXSelectedText") return expandedSelection(bus, seen, reading);
@@ -96,7 +109,7 @@ std::optional<AXAttributeValue> attribute(AXUIElement::Accessible& accessible, s
     if (name == "AXEditable") return isEditableField(seen);
     if (name == "AXValue" || name == "AXSelectedText" || name == "AXSelectedTextRange")
         return textAttribute(*bus, accessible, name);
-    if (name == "AXSubrole" && seen.role == Role::passwordText) return "AXSecureTextField";
+    if (name == "AXSubrole" && isSecure(*bus, accessible)) return "AXSecureTextField";
     return std::nullopt;
 }
 

@@ -49,8 +49,9 @@ bool isActive(pid_t process) { return x11::windowProcess(x11::activeWindow()) ==
 
 AXUIElementRef elementIn(Bus& bus, Application& program) {
     const auto* history = at_spi::Session::shared().focusHistory();
-    auto element = at_spi::focusedElement(bus, program, history);
-    if (!element && !isActive(program.process)) element = at_spi::lastFocusedElement(bus, program, history);
+    std::optional<at_spi::FocusedObject> element;
+    if (!isActive(program.process)) element = at_spi::lastFocusedElement(bus, program, history);
+    if (!element) element = at_spi::focusedElement(bus, program, history);
     if (!element) return {};
     program.askedToShowAt.reset();
     return reference(std::move(*element));

@@ -75,7 +75,7 @@ std::optional<FocusedObject> best(Bus& bus, std::vector<Object> objects, Toolkit
 } // namespace
 
 std::optional<FocusedObject> focusedElement(Bus& bus, Application& application, const FocusHistory* history) {
-    if (application.search) bus.wait({application.search->pending});
+    if (application.search && !isFinished(bus, *application.search)) return std::nullopt;
     if (auto same = sameAsLast(bus, application, history)) return same;
     const auto windows = windowsOf(bus, application);
     const auto window = activeAmong(bus, windows);

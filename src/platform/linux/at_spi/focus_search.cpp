@@ -1,6 +1,7 @@
 #include "platform/linux/at_spi/focus_search.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace platform::at_spi {
 namespace {
@@ -36,14 +37,17 @@ bool hasFewChildren(Bus& bus, const Object& object, States states, Toolkit toolk
 std::optional<Reply> resultOf(Bus& bus, Application& application, const Object& top) {
     if (!application.search || application.search->top != top)
         application.search = Application::Search{top, bus.send(focusedWithin(top))};
-    const auto pending = application.search->pending;
-    bus.wait({pending});
-    if (pending->isSent && pending->reply.failure == Failure::late) return std::nullopt;
-    application.search.reset();
-    return std::move(pending->reply);
+    if (!isFinished(bus, *application.search)) return std::nullopt;
+    const auto finished = std::exchange(application.search, std::nullopt);
+    return std::move(finished->pending->reply);
 }
 
 } // namespace
+
+bool isFinished(Bus& bus, const Application::Search& search) {
+    bus.wait({search.pending});
+    return !search.pending->isSent || search.pending->reply.failure != Failure::late;
+}
 
 std::vector<Object> searchFocus(Bus& bus, Application& application, const Object& top) {
     const Toolkit toolkit = application.toolkit.value_or(Toolkit::other);

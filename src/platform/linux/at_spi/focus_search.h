@@ -13,6 +13,9 @@ namespace platform::at_spi {
 // waits for its result.
 std::vector<Object> searchFocus(Bus& bus, Application& application, const Object& top);
 
+// Waits for the search; false when it still needs longer.
+bool isFinished(Bus& bus, const Application::Search& search);
+
 // The same, level by level, for programs that cannot be told to search: a few calls for every object on the
 // screen.
 std::vector<Object> walkToFocus(Bus& bus, const Object& top, Toolkit toolkit);

@@ -30,6 +30,16 @@ std::vector<std::int64_t> reportedAs(const std::string& text, std::int64_t repor
 
 } // namespace
 
+bool isHidden(std::string_view text) {
+    for (const std::string_view dot : {"\u25CF", "\u2022", "\u2731", "\u273A", "*"}) {
+        std::string_view rest = text;
+        while (rest.starts_with(dot))
+            rest.remove_prefix(dot.size());
+        if (rest.empty()) return !text.empty();
+    }
+    return false;
+}
+
 std::string withoutFillers(std::string text) {
     std::size_t end = 0; // of what is kept
     bool beyond = false; // the character just kept is beyond the basic plane

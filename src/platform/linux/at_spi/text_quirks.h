@@ -7,13 +7,16 @@
 #include <string>
 #include <string_view>
 
-// Where browsers report texts and offsets wrongly. Pure functions; any thread.
+// Where programs report texts and offsets wrongly. Pure functions; any thread.
 namespace platform::at_spi {
 
 // Stands in a text for an embedded object (a child), which has a text of its own.
 inline constexpr std::string_view embeddedObject = "\uFFFC";
 
 std::size_t countOfEmbeddedObjects(std::string_view text);
+
+// Whether a text is nothing but the dots that GTK 4 shows in place of a hidden one.
+bool isHidden(std::string_view text);
 
 // `text` without the U+FEFF that Firefox puts behind every character beyond the basic plane.
 std::string withoutFillers(std::string text);
