@@ -223,16 +223,30 @@ std::optional<std::string> Desktop::text(const char* selection) {
     return bytes;
 }
 
-void Desktop::screenshot(const std::filesystem::path& file) {
-    XWindowAttributes screen{};
-    XGetWindowAttributes(server_->display, server_->root, &screen);
-    XImage* image = XGetImage(server_->display, server_->root, 0, 0, static_cast<unsigned>(screen.width),
-                              static_cast<unsigned>(screen.height), AllPlanes, ZPixmap);
+bool Desktop::resize(WindowId window, int width, int height) {
+    XResizeWindow(server_->display, window, static_cast<unsigned>(width), static_cast<unsigned>(height));
+    return waitUntil(
+        [&] {
+            const auto now = place(window);
+            return now.width == width && now.height == height;
+        },
+        milliseconds(1000));
+}
+
+void Desktop::screenshot(const std::filesystem::path& file) { screenshot(file, place(server_->root)); }
+
+void Desktop::screenshot(const std::filesystem::path& file, const Place& part) {
+    const Place screen = place(server_->root);
+    const int left = std::max(part.x, 0), top = std::max(part.y, 0);
+    const int width = std::min(part.x + part.width, screen.width) - left;
+    const int height = std::min(part.y + part.height, screen.height) - top;
+    XImage* image = XGetImage(server_->display, server_->root, left, top, static_cast<unsigned>(width),
+                              static_cast<unsigned>(height), AllPlanes, ZPixmap);
     if (image == nullptr) throw std::runtime_error("The screen cannot be read.");
-    GdkPixbuf* picture = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, screen.width, screen.height);
-    for (int y = 0; y < screen.height; ++y) {
+    GdkPixbuf* picture = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height);
+    for (int y = 0; y < height; ++y) {
         guchar* row = gdk_pixbuf_get_pixels(picture) + y * gdk_pixbuf_get_rowstride(picture);
-        for (int x = 0; x < screen.width; ++x) {
+        for (int x = 0; x < width; ++x) {
             const unsigned long colour = XGetPixel(image, x, y);
             for (const int shift : {16, 8, 0})
                 *row++ = static_cast<guchar>(colour >> shift & 0xFF);

@@ -53,6 +53,9 @@ public:
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 
+    // Asks the window manager to make it that large, and waits until it is.
+    bool resize(WindowId window, int width, int height);
+
     // Presses the window's close button.
     void close(WindowId window);
 
@@ -60,8 +63,9 @@ public:
     // absent when there is none.
     std::optional<std::string> text(const char* selection);
 
-    // The whole screen, as a PNG file.
+    // The whole screen, or a part of it, as a PNG file.
     void screenshot(const std::filesystem::path& file);
+    void screenshot(const std::filesystem::path& file, const Place& part);
 
 private:
     class Server;
