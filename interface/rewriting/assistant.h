@@ -38,6 +38,7 @@ public:
     void copy();
     void putBack();
     void reopen(std::size_t entryOfHistory);
+    void forgetHistory() { history_.clear(); }
     // After ModelConsent::notAsked has been answered.
     void consentGiven();
 

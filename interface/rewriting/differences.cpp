@@ -68,4 +68,17 @@ Differences differences(std::string_view before, std::string_view after) {
     return result;
 }
 
+Differences differencesSoFar(std::string_view before, std::string_view after) {
+    // What stands far behind has nothing to do with what has come.
+    const auto reached = std::min(before.size(), after.size() + after.size() / 4 + 200);
+    const auto start = before.substr(0, reached);
+    auto result = differences(start, after);
+    if (result.anew || result.removed.empty() || result.removed.back().end + 1 < characters(start))
+        return result;
+    result.removed.pop_back();
+    --result.count;
+    if (!result.added.empty() && result.added.back().end == characters(after)) result.added.pop_back();
+    return result;
+}
+
 } // namespace quillmark

@@ -25,4 +25,7 @@ struct Differences {
 
 Differences differences(std::string_view before, std::string_view after);
 
+// The same while `after` still grows: what may yet come is not counted as removed.
+Differences differencesSoFar(std::string_view before, std::string_view after);
+
 } // namespace quillmark

@@ -13,6 +13,9 @@ namespace {
 
 using Values = std::span<const int>;
 
+// What is compared exactly: a millisecond or two.
+constexpr std::size_t mostExactPairs = 250'000;
+
 // A stretch of both sequences whose ends are known to belong together.
 struct Block {
     std::size_t startA, endA, startB, endB;
@@ -74,12 +77,12 @@ std::vector<int> picked(Values values, const std::vector<std::size_t>& places) {
     return result;
 }
 
-// Exact, at a cost that grows with the product of the lengths. False when that is above `mostPairs`.
-bool matchBlock(Values a, Values b, std::vector<Match>& found, const Block& block, std::size_t mostPairs) {
+// Exact, at a cost that grows with the product of the lengths. False when that is too much.
+bool matchBlock(Values a, Values b, std::vector<Match>& found, const Block& block) {
     const auto partA = a.subspan(block.startA, block.endA - block.startA);
     const auto partB = b.subspan(block.startB, block.endB - block.startB);
     const auto placesA = placesOfShared(partA, partB), placesB = placesOfShared(partB, partA);
-    if (placesA.size() * placesB.size() > mostPairs) return false;
+    if (placesA.size() * placesB.size() > mostExactPairs) return false;
     if (placesA.empty()) return true;
 
     dtl::Diff<int, std::vector<int>> difference(picked(partA, placesA), picked(partB, placesB));
@@ -91,23 +94,44 @@ bool matchBlock(Values a, Values b, std::vector<Match>& found, const Block& bloc
     return true;
 }
 
-// Values that stand once on either side hold long stretches together; only what is between them is compared.
+// Of a stretch that is too long to be compared at once and has nothing that holds it together: window by
+// window, each beginning behind the last match that the one before is sure of.
+void matchInWindows(Values a, Values b, std::vector<Match>& found, const Block& block) {
+    constexpr std::size_t window = 500, sure = window * 3 / 4;
+    Block part = block;
+    while (part.startA < block.endA && part.startB < block.endB) {
+        part.endA = std::min(part.startA + window, block.endA);
+        part.endB = std::min(part.startB + window, block.endB);
+        const auto before = found.size();
+        matchBlock(a, b, found, part);
+        const bool last = part.endA == block.endA && part.endB == block.endB;
+        while (!last && found.size() > before &&
+               (found.back().first >= part.startA + sure || found.back().second >= part.startB + sure))
+            found.pop_back();
+        const bool any = found.size() > before;
+        part.startA = last ? block.endA : any ? found.back().first + 1 : part.endA;
+        part.startB = last ? block.endB : any ? found.back().second + 1 : part.endB;
+    }
+}
+
+// Values that stand once on either side hold a long stretch together; only what is between them is compared.
 void matchBetweenAnchors(Values a, Values b, std::vector<Match>& found, Block block) {
-    // Beyond this, texts that differ everywhere would cost more time than their marks are worth.
-    constexpr std::size_t mostPairs = 4'000'000;
+    const auto compare = [&] {
+        if (!matchBlock(a, b, found, block)) matchInWindows(a, b, found, block);
+    };
     const auto [startA, endA, startB, endB] = block;
     for (const auto& anchor :
          longestRise(uniqueInBoth(a.subspan(startA, endA - startA), b.subspan(startB, endB - startB)))) {
         block.endA = startA + anchor.first;
         block.endB = startB + anchor.second;
-        matchBlock(a, b, found, block, mostPairs);
+        compare();
         found.emplace_back(block.endA, block.endB);
         block.startA = block.endA + 1;
         block.startB = block.endB + 1;
     }
     block.endA = endA;
     block.endB = endB;
-    matchBlock(a, b, found, block, mostPairs);
+    compare();
 }
 
 } // namespace
@@ -122,9 +146,8 @@ std::vector<Match> matches(const std::vector<int>& a, const std::vector<int>& b)
         --endB;
     }
 
-    constexpr std::size_t mostExactPairs = 250'000;
     const Block block{start, endA, start, endB};
-    if (!matchBlock(a, b, found, block, mostExactPairs)) matchBetweenAnchors(a, b, found, block);
+    if (!matchBlock(a, b, found, block)) matchBetweenAnchors(a, b, found, block);
     for (; endA < a.size(); ++endA, ++endB)
         found.emplace_back(endA, endB);
     return found;
