@@ -1,119 +1,63 @@
-// The interface that comes with the host: rewrites what is captured and has it pasted back, one line per
-// step.
+// The interface that comes with the host: shows what is captured, has it rewritten, and puts it back.
+#include "application.h"
 #include "client/connection.h"
-#include "client/desktop.h"
-#include "rewriter.h"
+#include "language/phrase.h"
+#include "views/look.h"
 
-#include <chrono>
+#include <glibmm/main.h>
+#include <gtkmm/main.h>
+
+#include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <optional>
 #include <string>
-#include <utility>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-const Clock::time_point started = Clock::now();
-
-void say(const std::string& step) {
-    const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - started);
-    std::printf("[%6lld ms] %s\n", static_cast<long long>(elapsed.count()), step.c_str());
-    std::fflush(stdout);
+int failed(const char* sentence) {
+    std::fprintf(stderr, "quillmark-interface: %s\n", sentence);
+    return 1;
 }
 
-std::size_t characters(const std::string& text) {
-    std::size_t count = 0;
-    for (const char c : text)
-        count += (c & 0xC0) != 0x80;
-    return count;
-}
-
-void describe(const quillmark::Capture& capture) {
-    say("captured " + std::to_string(characters(capture.text)) + " characters: " + capture.source + " in " +
-        (capture.appName.empty() ? "an unnamed program" : capture.appName) + ", window \"" + capture.title +
-        "\", token " + (capture.token.empty() ? "no" : "yes") + (capture.truncated ? ", truncated" : ""));
-}
-
-// The end of a text that grows, on one line.
-std::string tail(const std::string& text) {
-    constexpr std::size_t length = 48;
-    std::size_t start = text.size() > length ? text.size() - length : 0;
-    while (start < text.size() && (text[start] & 0xC0) == 0x80)
-        ++start;
-    std::string end = text.substr(start);
-    for (char& c : end)
-        if (c == '\n' || c == '\r') c = ' ';
-    return (start > 0 ? "…" : "") + end;
-}
-
-void pasteBack(quillmark::Desktop& desktop, const std::string& text, const std::string& token) {
-    say("rewrote it to " + std::to_string(characters(text)) + " characters");
-    desktop.paste(text, token, [](bool pasted, const std::optional<std::string>& failure) {
-        if (failure)
-            say("not pasted: " + *failure);
-        else if (pasted)
-            say("pasted");
-        else
-            say("copied only: paste it yourself where you want it");
-    });
-}
-
-void serve() {
+int serve(int& argc, char**& argv) {
     auto connection = quillmark::Connection::toHost();
-    say("connected to the host");
-    std::string token; // of the capture that is being rewritten
-    std::optional<quillmark::Rewriter> rewriter;
-    quillmark::Desktop desktop(connection.messenger(),
-                               {.capture =
-                                    [&](const quillmark::Capture& capture) {
-                                        describe(capture);
-                                        if (capture.text.empty()) return say("nothing to rewrite");
-                                        token = capture.token;
-                                        rewriter->rewrite(capture.text);
-                                    },
-                                .close = [] { say("the window is hidden; the hot key still works"); },
-                                .quit =
-                                    [&] {
-                                        say("agreed to quit");
-                                        desktop.quit();
-                                    }});
-    rewriter.emplace(
-        connection.messenger(), [&](std::function<void()> work) { connection.async(std::move(work)); },
-        quillmark::Rewriter::Handlers{
-            .growing =
-                [](const std::string& text) {
-                    say("growing, " + std::to_string(characters(text)) + " characters: \"" + tail(text) +
-                        '"');
-                },
-            .done = [&](const std::string& text) { pasteBack(desktop, text, token); },
-            .failed = [](const std::string& why) { say("not rewritten: " + why); },
-            .spellingOnly =
-                [](const std::string& why) {
-                    say("there is no language model, so only the spelling is corrected. " + why);
-                }});
-    desktop.initialize({}, {}, [](bool registered) {
-        say(registered ? "ready: select text anywhere and press Alt+Shift+Space"
-                       : "another program holds Alt+Shift+Space: free it there, then start again");
-    });
-    connection.run();
-    say("the host has ended");
+    const char* view = std::getenv("QUILLMARK_VIEW");
+    if (view == nullptr)
+        return failed("QUILLMARK_VIEW is not set. Start this program through quillmark-host.");
+    Gtk::Main toolkit(argc, argv);
+    quillmark::installLook();
+
+    const auto loop = Glib::MainLoop::create();
+    int status = 0;
+    Glib::signal_io().connect(
+        [&](Glib::IOCondition) {
+            try {
+                if (connection.turn()) return true;
+            } catch (const quillmark::ConnectionError& error) {
+                status = failed(error.what());
+            }
+            loop->quit();
+            return false;
+        },
+        connection.descriptor(), Glib::IO_IN);
+    quillmark::Application application(connection, std::stoul(view));
+    loop->run();
+    return status;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     if (argc > 1) {
-        std::puts("quillmark-interface rewrites what the host captures. Start it as: quillmark-host "
-                  "quillmark-interface");
+        std::puts(
+            "quillmark-interface shows and rewrites what the host captures. Start it as: quillmark-host "
+            "quillmark-interface");
         return std::strcmp(argv[1], "--help") == 0 ? 0 : 2;
     }
     try {
-        serve();
-        return 0;
+        return serve(argc, argv);
     } catch (const quillmark::ConnectionError& error) {
-        std::fprintf(stderr, "quillmark-interface: %s\n", error.what());
-        return 1;
+        return failed(error.what());
     }
 }

@@ -1,0 +1,256 @@
+// Pictures of every view of the interface, made on the real desktop with the real host: in each size, theme
+// and font, with texts of several scripts. A person looks at them; the README shows one.
+//
+//   quillmark-pictures HOST INTERFACE FOLDER [LOOK…]     without LOOK all of them: light dark light-18
+//   dark-18
+#include "testing/desktop/desktop.h"
+#include "testing/desktop/fields.h"
+#include "testing/desktop/process.h"
+#include "testing/desktop/screen_reader.h"
+#include "testing/model_server/scripted_server.h"
+
+#include <atomic>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using namespace testbed;
+
+const std::string letter = "i recieved teh proofs on monday , thank you .\n"
+                           "alot of it reads well.  the second chapter is definately my favourite !\n"
+                           "i cant say wich cover i like best untill i see them side by side.\n";
+const std::string correctedLetter = "I received the proofs on Monday, thank you.\n"
+                                    "A lot of it reads well. The second chapter is definitely my favourite!\n"
+                                    "I can't say which cover I like best until I see them side by side.\n";
+const std::string korean = "안녕하세요, 보내 주신 원고 잘 받앗습니다.\n두번째 장이 제일 마음에 들어요 👍";
+const std::string correctedKorean =
+    "안녕하세요, 보내 주신 원고 잘 받았습니다.\n두 번째 장이 제일 마음에 들어요 👍🎉";
+const std::string arabic = "شكرا لك علي ارسال المسودات يوم الاثنين.\nالفصل الثاني هو المفضل لدي.";
+const std::string correctedArabic = "شكرًا لك على إرسال المسودات يوم الاثنين.\nالفصل الثاني هو المفضل لدي.";
+
+std::string repeated(const std::string& text, std::size_t length) {
+    std::string result;
+    while (result.size() < length)
+        result += text;
+    return result;
+}
+
+// With its line breaks as \\n, for the model server as well as for the program with fields.
+std::string escaped(const std::string& text) {
+    std::string result;
+    for (const char c : text)
+        result += c == '\n' ? "\\n" : std::string(1, c);
+    return result;
+}
+
+struct Look {
+    std::string name, theme, font;
+};
+const Look looks[]{{"light", "Adwaita", "Sans 10"},
+                   {"dark", "Adwaita:dark", "Sans 10"},
+                   {"light-18", "Adwaita", "Sans 18"},
+                   {"dark-18", "Adwaita:dark", "Sans 18"}};
+
+void require(bool done, const std::string& otherwise) {
+    if (!done) throw std::runtime_error(otherwise);
+}
+
+// A model that answers as the scene has it.
+class Model {
+public:
+    void answers(const std::string& text, bool inTheMiddle = false) {
+        const std::lock_guard lock(mutex_);
+        text_ = text;
+        inTheMiddle_ = inTheMiddle;
+        fails_ = false;
+    }
+    void fails() {
+        const std::lock_guard lock(mutex_);
+        fails_ = true;
+    }
+    std::string address() const { return server_.url(); }
+
+private:
+    void chat(ClientConnection& connection) {
+        std::unique_lock lock(mutex_);
+        const auto text = text_;
+        const bool inTheMiddle = inTheMiddle_, fails = fails_;
+        lock.unlock();
+        connection.head(fails ? 500 : 200);
+        if (fails) return;
+        connection.text(escaped(inTheMiddle ? text.substr(0, text.size() / 2) : text));
+        if (inTheMiddle) {
+            connection.waitForClose(std::chrono::seconds(60));
+            return;
+        }
+        connection.send(
+            "data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"stop\"}]}\n\ndata: [DONE]\n\n");
+    }
+
+    std::mutex mutex_;
+    std::string text_;
+    bool inTheMiddle_ = false, fails_ = false;
+    ScriptedServer server_{{.chat = [this](ClientConnection& connection) { chat(connection); }}};
+};
+
+// The host with its interface in one look.
+class Stage {
+public:
+    Stage(const std::string& host, const std::string& interface, const Look& look, Model& model,
+          const std::filesystem::path& pictures, const std::string& settings)
+        : pictures_(pictures), look_(look), model_(model), config_(folder_ / "config"),
+          host_({host, interface}, environment(settings)) {
+        interface_.emplace(host_.pid());
+        require(interface_->shows("text", "", milliseconds(10'000)),
+                "the interface shows nothing: " + host_.output());
+    }
+
+    ScreenReader& interface() { return *interface_; }
+
+    void capture(const std::string& text) {
+        fields_.emplace(desktop_, std::vector<std::string>{"textview=" + escaped(text)}, "letter.txt");
+        desktop_.keyboard.press("Control+a");
+        desktop_.keyboard.press("Alt+Shift+space");
+    }
+    void show() { require(desktop_.activate(window()), "the window does not come to the front"); }
+    void press(const std::string& keys) { desktop_.keyboard.press(keys); }
+
+    void picture(const std::string& scene) {
+        const struct {
+            const char* name;
+            int width, height;
+        } sizes[]{{"540x500", 540, 500}, {"1040x650", 1040, 650}};
+        for (const auto& [name, width, height] : sizes) {
+            desktop_.resize(window(), width + frame, height + frame);
+            save(scene + "-" + name);
+        }
+        fullScreen(true);
+        save(scene + "-full");
+        fullScreen(false);
+    }
+
+private:
+    static constexpr int frame = 10; // of openbox without compositing
+
+    std::map<std::string, std::string> environment(const std::string& settings) {
+        std::filesystem::create_directories(config_ / "gtk-3.0");
+        std::filesystem::create_directories(config_ / "quillmark");
+        std::ofstream(config_ / "gtk-3.0/settings.ini") << "[Settings]\ngtk-font-name=" << look_.font << "\n";
+        if (!settings.empty()) std::ofstream(config_ / "quillmark/interface.conf") << settings;
+        return {{"XDG_CONFIG_HOME", config_},
+                {"XDG_STATE_HOME", folder_ / "state"},
+                {"GTK_THEME", look_.theme},
+                {"QUILLMARK_LANGUAGE_MODEL_FROM_ENVIRONMENT", "1"},
+                {"OPENAI_BASE_URL", model_.address()}};
+    }
+
+    WindowId window() {
+        require(waitUntil([&] { return !desktop_.windows(host_.pid()).empty(); }), "the host has no window");
+        return desktop_.windows(host_.pid()).front();
+    }
+
+    void fullScreen(bool on) {
+        press("F11");
+        waitUntil([&] { return desktop_.hasState(window(), "_NET_WM_STATE_FULLSCREEN") == on; });
+    }
+
+    // Once nothing moves any more: programs draw a moment after they have done what they were told.
+    void save(const std::string& name) {
+        const auto file = pictures_ / (look_.name + "-" + name + ".png");
+        std::string last;
+        int same = 0;
+        waitUntil(
+            [&] {
+                desktop_.screenshot(file, desktop_.place(window()));
+                const std::string now = readFile(file);
+                same = now == last ? same + 1 : 0;
+                last = now;
+                return same == 4;
+            },
+            milliseconds(1500));
+    }
+
+    std::filesystem::path pictures_;
+    Look look_;
+    Model& model_;
+    Desktop desktop_;
+    TemporaryFolder folder_;
+    std::filesystem::path config_;
+    Process host_;
+    std::optional<ScreenReader> interface_;
+    std::optional<Fields> fields_;
+};
+
+const std::string known = "[Interface]\nintroduced=true\n";
+
+void take(const std::string& host, const std::string& interface, const std::filesystem::path& pictures,
+          const Look& look) {
+    std::printf("pictures: %s\n", look.name.c_str());
+    std::fflush(stdout);
+    Model model;
+    {
+        Stage first(host, interface, look, model, pictures, {});
+        first.show();
+        first.picture("first");
+    }
+    Stage stage(host, interface, look, model, pictures, known);
+    const auto scene = [&](const std::string& name, const std::string& text, const std::string& answer) {
+        model.answers(answer);
+        stage.capture(text);
+        require(stage.interface().shows("push button", "Again"), "nothing was rewritten");
+        stage.picture(name);
+    };
+    scene("letter", letter, correctedLetter);
+    stage.press("Control+5");
+    stage.picture("question");
+    scene("korean", korean, correctedKorean);
+    scene("arabic", arabic, correctedArabic);
+    scene("long", repeated(letter + "\n", 30'000), repeated(correctedLetter + "\n", 30'000));
+    scene("paragraph", repeated("teh same word , again and again. ", 30'000),
+          repeated("the same word, again and again. ", 30'000));
+    model.answers(correctedLetter, true);
+    stage.capture(letter);
+    require(stage.interface().shows("push button", "Stop"), "nothing is being rewritten");
+    stage.picture("streaming");
+    stage.press("Control+period");
+    stage.picture("stopped");
+    model.fails();
+    stage.capture(letter);
+    require(stage.interface().shows("push button", "Again"), "the failure is not shown");
+    stage.picture("failed");
+    stage.press("Control+h");
+    stage.picture("history");
+    stage.press("Escape");
+    stage.press("Control+comma");
+    stage.picture("settings");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 4) {
+        std::fputs("pictures: this is started by script/pictures.\n", stderr);
+        return 2;
+    }
+    try {
+        std::filesystem::create_directories(argv[3]);
+        for (const auto& look : looks) {
+            bool wanted = argc == 4;
+            for (int i = 4; i < argc; ++i)
+                wanted = wanted || look.name == argv[i];
+            if (wanted) take(argv[1], argv[2], argv[3], look);
+        }
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "pictures: %s\n", error.what());
+        return 1;
+    }
+}

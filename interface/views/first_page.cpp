@@ -1,0 +1,89 @@
+#include "views/first_page.h"
+
+#include "language/main_phrases.h"
+#include "views/keys.h"
+#include "views/look.h"
+
+#include <utility>
+
+namespace quillmark {
+
+namespace {
+
+void wrap(Gtk::Label& label) {
+    label.set_xalign(0);
+    label.set_line_wrap();
+    label.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+}
+
+} // namespace
+
+FirstPage::FirstPage(Actions actions)
+    : actions_(std::move(actions)), try_(say(phrases::tryIt), keys::primary),
+      settings_(say(phrases::settings), keys::settings) {
+    set_policy(Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
+    column_.set_border_width(16);
+    Pango::AttrList large;
+    auto size = Pango::Attribute::create_attr_scale(1.4);
+    large.insert(size);
+    title_.set_attributes(large);
+    addClass(title_, look::heading);
+    wrap(title_);
+    auto* top = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
+    top->pack_start(title_, Gtk::PACK_EXPAND_WIDGET);
+    top->pack_end(settings_, Gtk::PACK_SHRINK);
+    column_.pack_start(*top, Gtk::PACK_SHRINK);
+    column_.pack_start(missing_, Gtk::PACK_SHRINK);
+    for (int i = 0; i < 3; ++i) {
+        auto* step = Gtk::make_managed<Gtk::Label>();
+        wrap(*step);
+        steps_.push_back(step);
+        column_.pack_start(*step, Gtk::PACK_SHRINK);
+    }
+    for (auto* label : {&model_, &privacy_}) {
+        wrap(*label);
+        addClass(*label, look::dim);
+        column_.pack_start(*label, Gtk::PACK_SHRINK);
+    }
+
+    auto* heading = Gtk::make_managed<Gtk::Label>(say(phrases::tryHere), Gtk::ALIGN_START);
+    wrap(*heading);
+    heading->set_mnemonic_widget(text_);
+    nameFor(text_, say(phrases::tryHere));
+    text_.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
+    text_.set_accepts_tab(false);
+    text_.set_left_margin(8);
+    text_.set_right_margin(8);
+    text_.set_top_margin(6);
+    text_.set_bottom_margin(6);
+    text_.get_buffer()->set_text(say(phrases::sample));
+    auto* frame = Gtk::make_managed<Gtk::ScrolledWindow>();
+    frame->set_policy(Gtk::POLICY_EXTERNAL, Gtk::POLICY_AUTOMATIC);
+    frame->set_shadow_type(Gtk::SHADOW_IN);
+    frame->set_min_content_height(70);
+    frame->add(text_);
+    try_.set_halign(Gtk::ALIGN_END);
+    column_.pack_start(*heading, Gtk::PACK_SHRINK);
+    column_.pack_start(*frame, Gtk::PACK_EXPAND_WIDGET);
+    column_.pack_start(try_, Gtk::PACK_SHRINK);
+    try_.signal_clicked().connect([this] { tryOut(); });
+    settings_.signal_clicked().connect([this] { actions_.settings(); });
+    add(column_);
+    column_.set_focus_vadjustment(get_vadjustment());
+    show_all();
+}
+
+void FirstPage::show(const Facts& facts) {
+    title_.set_text(say(facts.firstTime ? phrases::welcome : phrases::ready));
+    steps_[0]->set_text("1.  " + say(phrases::firstStep));
+    steps_[1]->set_text("2.  " + say(phrases::secondStep, {facts.hotKey}));
+    steps_[2]->set_text("3.  " + (facts.atOnce ? say(phrases::thirdStepAtOnce)
+                                               : say(phrases::thirdStep, {keyName(keys::primary)})));
+    model_.set_text(facts.model);
+    privacy_.set_text(say(phrases::privacy));
+    missing_.show("dialog-warning-symbolic", facts.missing);
+}
+
+void FirstPage::tryOut() { actions_.tryOut(text_.get_buffer()->get_text()); }
+
+} // namespace quillmark

@@ -1,0 +1,80 @@
+// The main view: where a text came from, the text, its rewrite, and what can be done with it.
+#pragma once
+
+#include "rewriting/assistant.h"
+#include "rewriting/model_status.h"
+#include "system/background.h"
+#include "views/action_button.h"
+#include "views/banner.h"
+#include "views/instruction_row.h"
+#include "views/panes.h"
+#include "views/shortcuts.h"
+#include "views/source_line.h"
+
+#include <gtkmm/spinner.h>
+
+#include <functional>
+
+namespace quillmark {
+
+class MainPage : public Gtk::Box {
+public:
+    struct Actions {
+        std::function<void()> history;
+        std::function<void()> settings;
+        std::function<void(bool use)> useModel; // the answer to whether it may have the texts
+        std::function<void(int pixels)> grow;
+    };
+
+    MainPage(Assistant& assistant, Background& background, Actions actions);
+
+    void setInstructions(const std::vector<Instruction>& instructions) {
+        instructions_.setInstructions(instructions);
+    }
+    void setModel(const ModelStatus& model);
+
+    // The rewrite as it is now.
+    void show();
+    // A new text has come: the keyboard goes where the person would type next.
+    void begin();
+
+    // What the keys of the page do; the ones before are taken back.
+    void addKeys(Shortcuts& shortcuts, const std::vector<Instruction>& instructions);
+    // Closes what is open; false when nothing is.
+    bool closeOpen() { return instructions_.closeQuestion(); }
+    bool onKey(GdkEventKey* event);
+
+private:
+    void showActions(const Rewrite& rewrite);
+    void showBanner(const Rewrite& rewrite);
+    void showStatus(const Rewrite& rewrite);
+    void compare();
+    void showDifferences(Differences found);
+    void growSoon();
+    void primary();
+
+    Assistant& assistant_;
+    Background& background_;
+    Actions actions_;
+    ModelStatus model_;
+
+    SourceLine source_;
+    ActionButton history_, settings_;
+    InstructionRow instructions_;
+    Banner banner_;
+    Panes panes_;
+    Gtk::Spinner spinner_;
+    Gtk::Label status_, modelWords_;
+    Gtk::Button modelButton_;
+    ActionButton swap_, again_, stop_, copy_, apply_, undo_;
+
+    Stage shown_ = Stage::nothing;
+    Differences differences_;
+    std::string compared_; // the rewrite that the differences are of
+    bool comparing_ = false;
+    bool growing_ = false; // a look at the height is due
+    int tallest_ = 0;      // the page was this tall; the person who makes it smaller wants it so
+    std::shared_ptr<char> life_ = std::make_shared<char>();
+};
+
+} // namespace quillmark

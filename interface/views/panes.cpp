@@ -1,0 +1,66 @@
+#include "views/panes.h"
+
+#include "language/main_phrases.h"
+
+#include <glibmm/main.h>
+#include <pangomm/context.h>
+#include <pangomm/fontmetrics.h>
+
+#include <algorithm>
+
+namespace quillmark {
+
+Panes::Panes()
+    : Gtk::Box(Gtk::ORIENTATION_HORIZONTAL, 8), original(say(phrases::original), TextPane::Marks::removed),
+      rewritten(say(phrases::rewritten), TextPane::Marks::added) {
+    set_homogeneous();
+    for (auto* pane : {&original, &rewritten}) {
+        pane->show_all();
+        pane->set_no_show_all();
+        pack_start(*pane, Gtk::PACK_EXPAND_WIDGET);
+    }
+}
+
+Panes::Arrangement Panes::fitting(int width, int height) {
+    constexpr int lineLength = 40;  // characters that a line should have
+    constexpr int fewestLines = 11; // of both texts and their headings together
+    const auto metrics = get_pango_context()->get_metrics(get_pango_context()->get_font_description());
+    const int character = metrics.get_approximate_char_width() / Pango::SCALE;
+    const int line = (metrics.get_ascent() + metrics.get_descent()) / Pango::SCALE;
+    if (width >= 2 * lineLength * character) return Arrangement::beside;
+    return height >= fewestLines * line ? Arrangement::above : Arrangement::single;
+}
+
+void Panes::on_size_allocate(Gtk::Allocation& allocation) {
+    Gtk::Box::on_size_allocate(allocation);
+    wanted_ = fitting(allocation.get_width(), allocation.get_height());
+    if (wanted_ == arrangement_) return;
+    // Not from inside: the toolkit is still giving out places.
+    Glib::signal_idle().connect_once([this] { arrange(wanted_); }, Glib::PRIORITY_HIGH_IDLE);
+}
+
+void Panes::arrange(Arrangement arrangement) {
+    if (std::exchange(arrangement_, arrangement) == arrangement) return;
+    set_orientation(arrangement == Arrangement::beside ? Gtk::ORIENTATION_HORIZONTAL
+                                                       : Gtk::ORIENTATION_VERTICAL);
+    original.set_visible(arrangement != Arrangement::single);
+    rewritten.show();
+    single.emit(arrangement == Arrangement::single);
+}
+
+void Panes::swap() {
+    if (arrangement_ != Arrangement::single) return;
+    auto& now = original.get_visible() ? rewritten : original;
+    auto& before = original.get_visible() ? original : rewritten;
+    now.show();
+    before.hide();
+    now.view().grab_focus();
+}
+
+int Panes::missingHeight() const {
+    const int both = original.missingHeight() + rewritten.missingHeight();
+    return arrangement_ == Arrangement::above ? both
+                                              : std::max(original.missingHeight(), rewritten.missingHeight());
+}
+
+} // namespace quillmark

@@ -1,0 +1,61 @@
+// One of the two texts: a heading and the text with what was changed marked, by colour and by a line through
+// or under it.
+#pragma once
+
+#include "rewriting/differences.h"
+#include "views/edit_history.h"
+#include "views/long_lines.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/label.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/textview.h>
+
+#include <functional>
+#include <string>
+
+namespace quillmark {
+
+class TextPane : public Gtk::Box {
+public:
+    enum class Marks { removed, added };
+
+    TextPane(const std::string& heading, Marks marks);
+
+    // Only what differs from the text that is shown is touched: a growing text costs what it grows by. While
+    // one of the two texts grows, the marks of both change all the time.
+    void setText(const std::string& text, bool growing);
+    // As the person has edited it. Not while it grows.
+    const std::string& text() const { return shown_.text; }
+    // In order. Only what differs from the marks that are shown is touched.
+    void mark(std::vector<Span> spans);
+
+    void setEditable(bool editable);
+    void undo();
+    void redo();
+
+    // How much taller the pane would have to be to show all of its text.
+    int missingHeight() const;
+
+    Gtk::TextView& view() { return view_; }
+
+    // The person has changed the text.
+    sigc::signal<void> edited;
+
+private:
+    void colour();
+
+    Gtk::Label heading_;
+    Gtk::ScrolledWindow scroller_;
+    Gtk::TextView view_;
+    Glib::RefPtr<Gtk::TextBuffer> buffer_;
+    Glib::RefPtr<Gtk::TextTag> changed_;
+    Glib::RefPtr<Gtk::TextMark> end_;
+    EditHistory history_;
+    Marks kind_;
+    BrokenLines shown_;
+    std::vector<Span> marks_;
+    bool settingText_ = false;
+};
+
+} // namespace quillmark

@@ -1,0 +1,64 @@
+// The interface's view in the host's window: one page at a time, and the keys.
+#pragma once
+
+#include "views/first_page.h"
+#include "views/history_page.h"
+#include "views/main_page.h"
+#include "views/question_page.h"
+#include "views/settings_page.h"
+#include "views/shortcuts.h"
+
+#include <gtkmm/plug.h>
+#include <gtkmm/stack.h>
+
+#include <functional>
+#include <string>
+
+namespace quillmark {
+
+class Window : public Gtk::Plug {
+public:
+    struct Actions {
+        std::function<void()> hide;
+        std::function<void()> help;
+        std::function<void(bool use)> useModel;
+        std::function<void(int pixels)> grow;
+    };
+
+    // Into the host's window with that number.
+    Window(unsigned long into, Assistant& assistant, Background& background, Actions actions);
+
+    // What is shown when nothing else is asked for: the rewrite, or the first page before there is one.
+    void goHome();
+    // A new text has come.
+    void begin();
+    // The rewrite has changed.
+    void changed();
+    void showSettings();
+    void ask(const std::string& question, const std::vector<QuestionPage::Choice>& choices);
+
+    void setFacts(const FirstPage::Facts& facts) { first_.show(facts); }
+    void setModel(const ModelStatus& model);
+    void setInstructions(const std::vector<Instruction>& instructions);
+
+protected:
+    bool on_key_press_event(GdkEventKey* event) override;
+
+private:
+    void embed(unsigned long into);
+    void go(Gtk::Widget& page);
+    void showHistory();
+    void escape();
+
+    Assistant& assistant_;
+    Actions actions_;
+    Shortcuts shortcuts_{*this};
+    Gtk::Stack pages_;
+    FirstPage first_;
+    MainPage main_;
+    HistoryPage history_;
+    SettingsPage settings_;
+    QuestionPage question_;
+};
+
+} // namespace quillmark
