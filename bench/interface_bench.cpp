@@ -1,0 +1,210 @@
+// What long texts cost in the interface: comparing two of them, and how smooth its window stays while one
+// grows. Run under script/virtual-desktop.
+#include "flutter/standard_codec.h"
+#include "rewriting/assistant.h"
+#include "rewriting/differences.h"
+#include "views/look.h"
+#include "views/main_page.h"
+
+#include <glibmm/main.h>
+#include <gtkmm/main.h>
+#include <gtkmm/window.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <map>
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace quillmark;
+using Clock = std::chrono::steady_clock;
+
+double milliseconds(Clock::duration time) { return std::chrono::duration<double, std::milli>(time).count(); }
+
+// Of this thread, in milliseconds.
+double processorTime() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+constexpr std::size_t length = 30'000;
+
+std::vector<std::string> wordsOfEnglish(std::mt19937& random) {
+    // As often as words are in texts: few of them make up most.
+    std::vector<std::string> words;
+    for (std::size_t size = 0; size < length; size += words.back().size() + 1) {
+        const double place = std::uniform_real_distribution<>(0, 1)(random);
+        const auto number = static_cast<int>(2500 * place * place * place);
+        words.push_back(std::string(2 + number % 6, static_cast<char>('a' + number % 26)) +
+                        std::to_string(number % 97));
+        if (random() % 14 == 0) words.back() += '.';
+    }
+    return words;
+}
+
+std::string joined(const std::vector<std::string>& words, int paragraph) {
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        text += words[i] + (paragraph > 0 && i % static_cast<std::size_t>(paragraph) == 0 ? "\n" : " ");
+    return text;
+}
+
+void compare(const char* what, const std::string& before, const std::string& after) {
+    std::vector<double> times;
+    std::size_t count = 0;
+    for (int round = 0; round < 7; ++round) {
+        const auto start = Clock::now();
+        count = differences(before, after).count;
+        times.push_back(milliseconds(Clock::now() - start));
+    }
+    std::sort(times.begin(), times.end());
+    std::printf("  %-44s %6.1f ms  (longest %.1f, %zu places)\n", what, times[3], times.back(), count);
+}
+
+void compareAll() {
+    std::printf("differences of two texts of 30,000 characters, off the main loop (aim: 50 ms)\n");
+    std::mt19937 random(1);
+    const auto words = wordsOfEnglish(random);
+    auto few = words, many = words, shuffled = words;
+    for (std::size_t i = 0; i < words.size() / 20; ++i)
+        few[random() % few.size()] += "x";
+    for (std::size_t i = 0; i < words.size() / 3; ++i)
+        many[random() % many.size()] = words[random() % words.size()];
+    std::shuffle(shuffled.begin(), shuffled.end(), random);
+    const auto before = joined(words, 80);
+    compare("one word in twenty changed", before, joined(few, 80));
+    compare("one word in three is another", before, joined(many, 80));
+    compare("the same words in another order", before, joined(shuffled, 80));
+    compare("another text", before, joined(wordsOfEnglish(random), 80));
+    std::string line, changed, korean, koreanChanged;
+    while (line.size() < length) {
+        line += "teh same words , again and again ";
+        changed += "the same words, again and  again ";
+    }
+    compare("the same line again and again", line, changed);
+    for (std::size_t characters = 0; characters < length; characters += 20) {
+        korean += "저는 어제 학교애 갔다가 집에 왔어요. ";
+        koreanChanged += "저는 어제 학교에 갔다가 집에 왔어요. ";
+    }
+    compare("Korean", korean, koreanChanged);
+}
+
+// The host, as far as the assistant needs it.
+class Host : public flutter::BinaryMessenger {
+public:
+    void send(std::string_view, std::span<const std::uint8_t>) override {}
+    void send(std::string_view, std::span<const std::uint8_t> message, Reply onReply) override {
+        const auto call = flutter::decodeMethodCall(message);
+        if (call && call->method == "availability")
+            onReply(flutter::encodeSuccessEnvelope(flutter::EncodableMap{{"state", "available"}}));
+    }
+    void setMessageHandler(std::string channel, MessageHandler handler) override {
+        handlers_[channel] = handler;
+    }
+
+    void event(const char* kind, const char* key, const std::string& value) {
+        handlers_["quillmark.quillmark/system_model/events"](
+            flutter::encodeSuccessEnvelope(
+                flutter::EncodableMap{{"request_id", "rewrite-1"}, {"kind", kind}, {key, value}}),
+            {});
+    }
+
+private:
+    std::map<std::string, MessageHandler> handlers_;
+};
+
+class Surrounding : public Surroundings {
+public:
+    MainPage* page = nullptr;
+
+    void changed() override {
+        if (page != nullptr) page->show();
+    }
+    void tell(const Notice&) override {}
+    void show() override {}
+    void hide() override {}
+    void captureAgain() override {}
+    ModelConsent modelConsent() override { return ModelConsent::given; }
+    void watchPerson() override {}
+    bool personWentOn() override { return false; }
+    bool personHoldsModifiers() override { return false; }
+    void after(std::chrono::milliseconds, std::function<void()>) override {}
+};
+
+// How much the main loop does at a time, while a text grows sixty times a second.
+void grow(const char* what, const std::string& before, const std::string& after) {
+    Host host;
+    Desktop desktop(host, {});
+    Settings settings;
+    Surrounding surroundings;
+    Background background;
+    Assistant assistant(host, desktop, {}, settings, surroundings);
+    MainPage page(assistant, background,
+                  {.history = [] {}, .settings = [] {}, .useModel = [](bool) {}, .grow = [](int) {}});
+    surroundings.page = &page;
+    page.setInstructions(defaultInstructions());
+    Gtk::Window window;
+    window.set_default_size(1040, 584);
+    window.add(page);
+    window.show();
+
+    // Processor time, not the clock's: what else the machine does meanwhile is not the interface's.
+    std::vector<double> turns;
+    auto last = processorTime();
+    const auto loop = Glib::MainLoop::create();
+    auto ticking = Glib::signal_timeout().connect(
+        [&] {
+            const auto now = processorTime();
+            turns.push_back(now - last);
+            last = now;
+            return true;
+        },
+        1, Glib::PRIORITY_HIGH);
+    assistant.captured({.text = before, .source = "selection", .appName = "Bench", .token = "T"});
+    std::size_t grown = 0;
+    Glib::signal_timeout().connect(
+        [&] {
+            grown = std::min(grown + 100, after.size());
+            while (grown < after.size() && (after[grown] & 0xC0) == 0x80)
+                ++grown;
+            host.event("text", "text", after.substr(0, grown));
+            if (grown < after.size()) return true;
+            host.event("done", "finish_reason", "stop");
+            Glib::signal_timeout().connect_once([&] { loop->quit(); }, 1500);
+            return false;
+        },
+        16);
+    loop->run();
+    ticking.disconnect();
+    std::sort(turns.begin(), turns.end());
+    const auto late = std::count_if(turns.begin(), turns.end(), [](double turn) { return turn > 16; });
+    std::printf("  %-44s longest %6.1f ms, 99 in 100 within %5.1f ms, %td turns above 16 ms\n", what,
+                turns.back(), turns[turns.size() * 99 / 100], late);
+}
+
+void growAll() {
+    std::printf("turns of the main loop while 30,000 characters grow (aim: 16 ms)\n");
+    std::mt19937 random(1);
+    const auto words = wordsOfEnglish(random);
+    auto changed = words;
+    for (std::size_t i = 0; i < words.size() / 20; ++i)
+        changed[random() % changed.size()] += "x";
+    grow("paragraphs of 80 words", joined(words, 80), joined(changed, 80));
+    grow("one paragraph", joined(words, 0), joined(changed, 0));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Gtk::Main toolkit(argc, argv);
+    installLook();
+    compareAll();
+    growAll();
+}
