@@ -10,7 +10,7 @@ namespace platform::x11 {
 namespace {
 
 // Window classes in lower case.
-constexpr std::array<std::string_view, 35> classes{
+constexpr std::array<std::string_view, 41> classes{
     "alacritty",
     "aterm",
     "cool-retro-term",
@@ -24,9 +24,9 @@ constexpr std::array<std::string_view, 35> classes{
     "guake",
     "gvim",
     "hyper",
+    "kgx",
     "kitty",
     "konsole",
-    "kgx",
     "lxterminal",
     "mate-terminal",
     "mlterm",
@@ -34,18 +34,24 @@ constexpr std::array<std::string_view, 35> classes{
     "org.gnome.ptyxis",
     "org.wezfurlong.wezterm",
     "pantheon-terminal",
+    "pterm",
+    "putty",
     "qterminal",
+    "roxterm",
     "rxvt",
     "sakura",
     "st",
     "st-256color",
     "terminator",
     "terminology",
+    "tilda",
     "tilix",
     "urxvt",
     "uxterm",
+    "xedit",
     "xfce4-terminal",
     "xterm",
+    "yakuake",
 };
 
 } // namespace
