@@ -1,15 +1,21 @@
 #include "platform/linux/base/memory.h"
 #include "testing/desktop/temporary_folder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
+#include <memory>
+#include <string>
 
 namespace platform {
 namespace {
@@ -61,6 +67,21 @@ TEST(Memory, LargeBlocksGoBackToTheSystem) {
         _exit(kept ? 1 : 0);
     });
     EXPECT_EQ(status, 0);
+}
+
+TEST(Memory, FreedTextsAreOverwritten) {
+    const int memory = open("/proc/self/mem", O_RDONLY | O_CLOEXEC);
+    auto text = std::make_unique<std::string>(200, 's');
+    const auto place = static_cast<off_t>(reinterpret_cast<std::uintptr_t>(text->data()));
+    const auto left = [&] {
+        std::array<char, 200> bytes{}; // on the stack, for the freed block to stay free
+        EXPECT_EQ(pread(memory, bytes.data(), bytes.size(), place), bytes.size());
+        return std::ranges::count(bytes, 's');
+    };
+    EXPECT_EQ(left(), 200);
+    text.reset();
+    EXPECT_EQ(left(), 0);
+    close(memory);
 }
 
 } // namespace

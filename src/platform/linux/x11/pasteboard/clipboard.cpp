@@ -22,9 +22,8 @@ const T& as(const xcb_generic_event_t& event) {
 
 std::vector<std::string> names(XcbConnection& connection, const Property& atoms) {
     if (atoms.format != 32) return {};
-    const auto bytes = atoms.bytes.span();
-    const auto* values = reinterpret_cast<const xcb_atom_t*>(bytes.data());
-    return connection.names({values, bytes.size() / sizeof(xcb_atom_t)});
+    const auto* values = reinterpret_cast<const xcb_atom_t*>(atoms.bytes.data());
+    return connection.names({values, atoms.bytes.size() / sizeof(xcb_atom_t)});
 }
 
 } // namespace
@@ -198,7 +197,7 @@ void Clipboard::copyPrimary(xcb_window_t window, AnswerLimits limits, std::funct
     if (!connection_->areOfOneProgram(connection_->ownerOf(primary), window)) return done();
     reader_.ask({primary, connection_->atom("UTF8_STRING"), 0, connection_->time()}, limits,
                 [this, done = std::move(done)](const std::optional<Property>& value) {
-                    if (value && !value->bytes.empty()) claim(textContents(text(value->bytes.span())));
+                    if (value && !value->bytes.empty()) claim(textContents(text(value->bytes)));
                     done();
                 });
 }

@@ -11,7 +11,7 @@ namespace platform::selection {
 namespace {
 
 SharedBytes shared(std::string_view text) {
-    return std::make_shared<const Bytes>(std::vector<std::uint8_t>(text.begin(), text.end()));
+    return std::make_shared<const std::vector<std::uint8_t>>(text.begin(), text.end());
 }
 
 } // namespace
@@ -31,13 +31,11 @@ Encoding encodingOf(const Data& data, const PasteboardType& target) {
 }
 
 SharedBytes Representation::delivered() const {
-    return convertToLatin1 ? std::make_shared<const Bytes>(latin1FromUtf8(text(bytes->span()))) : bytes;
+    return convertToLatin1 ? std::make_shared<const std::vector<std::uint8_t>>(latin1FromUtf8(text(*bytes)))
+                           : bytes;
 }
 
-Data Representation::data() const {
-    const SharedBytes all = delivered();
-    return {{all->span().begin(), all->span().end()}, encodingNote(encoding)};
-}
+Data Representation::data() const { return {*delivered(), encodingNote(encoding)}; }
 
 const Representation* Contents::find(const PasteboardType& target) const {
     const auto found = std::ranges::find(representations, target, &Representation::target);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/x11/pasteboard/bytes.h"
 #include "platform/pasteboard.h"
 
 #include <cstdint>
@@ -12,6 +11,9 @@
 // What a program offers on CLIPBOARD. Plain values; once shared they never change, so any thread may read
 // them.
 namespace platform::selection {
+
+// Shared between everything that offers, sends or keeps the same data.
+using SharedBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
 
 // The type and format (8, 16 or 32 bits a unit) of the property that carries an answer.
 struct Encoding {

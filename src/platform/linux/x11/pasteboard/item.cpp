@@ -53,7 +53,7 @@ bool PasteboardItem::Contents::setData(Data data, const PasteboardType& type) {
     if (!settable_) return false;
     const auto encoding = selection::encodingOf(data, type);
     selection::Representation given{type, encoding,
-                                    std::make_shared<const selection::Bytes>(std::move(data.bytes))};
+                                    std::make_shared<const std::vector<std::uint8_t>>(std::move(data.bytes))};
     const auto same = std::ranges::find(read_.representations, type, &selection::Representation::target);
     if (same != read_.representations.end()) {
         *same = std::move(given);

@@ -117,7 +117,7 @@ void Owner::deliver(xcb_window_t requestor, xcb_atom_t property, const Offer& of
     else
         xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, offer.type,
                             offer.format, static_cast<std::uint32_t>(bytes->size() / (offer.format / 8U)),
-                            bytes->span().data());
+                            bytes->data());
 }
 
 void Owner::propertyDeleted(xcb_window_t requestor, xcb_atom_t property) {

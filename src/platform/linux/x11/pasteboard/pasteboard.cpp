@@ -27,7 +27,7 @@ constexpr AnswerLimits textLimits{2000ms, 3000ms};
 const std::array<PasteboardType, 3> textTypes = {"UTF8_STRING", "text/plain;charset=utf-8", "STRING"};
 
 std::string utf8(const Representation& representation) {
-    return selection::utf8FromDelivered(selection::text(representation.delivered()->span()),
+    return selection::utf8FromDelivered(selection::text(*representation.delivered()),
                                         representation.encoding.type);
 }
 
@@ -78,9 +78,8 @@ void Pasteboard::clearContents() { Thread::shared().clear(); }
 
 bool Pasteboard::setString(std::string_view string, const PasteboardType& type) {
     if (type == PasteboardTypeString) return Thread::shared().write(selection::textContents(string));
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(string.data());
     return Thread::shared().write(selection::singleContents(
-        {type, {type, 8}, std::make_shared<const selection::Bytes>(std::span(bytes, string.size()))}));
+        {type, {type, 8}, std::make_shared<const std::vector<std::uint8_t>>(string.begin(), string.end())}));
 }
 
 bool Pasteboard::writeObjects(std::span<const PasteboardItem> items) {

@@ -24,7 +24,9 @@ constexpr auto keepLimit = std::chrono::seconds(2);
 
 Representation representation(XcbConnection& connection, const PasteboardType& target, Property value) {
     const std::string type = connection.names({&value.type, 1}).front();
-    return {target, {type, value.format}, std::make_shared<const Bytes>(std::move(value.bytes))};
+    return {target,
+            {type, value.format},
+            std::make_shared<const std::vector<std::uint8_t>>(std::move(value.bytes))};
 }
 
 Reader::Reader(XcbConnection& connection)
@@ -192,11 +194,10 @@ Property Reader::Conversion::joined() {
     std::vector<std::uint8_t> bytes;
     bytes.reserve(size());
     for (Property& piece : pieces) {
-        const auto part = piece.bytes.span();
+        const auto part = std::exchange(piece.bytes, {}); // freed at once
         bytes.insert(bytes.end(), part.begin(), part.end());
-        piece.bytes = Bytes();
     }
-    return {pieces.front().type, pieces.front().format, Bytes(std::move(bytes))};
+    return {pieces.front().type, pieces.front().format, std::move(bytes)};
 }
 
 } // namespace platform::selection

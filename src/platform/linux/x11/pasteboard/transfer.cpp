@@ -25,7 +25,7 @@ Transfer::Transfer(XcbConnection& connection, xcb_window_t requestor, xcb_atom_t
 }
 
 void Transfer::sendNext() {
-    const auto rest = bytes_->span().subspan(sent_);
+    const auto rest = std::span(*bytes_).subspan(sent_);
     const std::size_t size = std::min(pieceSize, rest.size());
     xcb_change_property(connection_->xcb(), XCB_PROP_MODE_REPLACE, requestor_, property_, offer_.type,
                         offer_.format, static_cast<std::uint32_t>(size / (offer_.format / 8U)), rest.data());

@@ -138,7 +138,7 @@ std::optional<Property> XcbConnection::take(xcb_window_t window, xcb_atom_t prop
     if (!reply || reply->type == XCB_NONE) return std::nullopt;
     auto* value = static_cast<std::uint8_t*>(xcb_get_property_value(reply.get()));
     const std::span bytes(value, static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-    Property result{reply->type, reply->format, Bytes(std::span<const std::uint8_t>(bytes))};
+    Property result{reply->type, reply->format, {bytes.begin(), bytes.end()}};
     if (!bytes.empty()) explicit_bzero(bytes.data(), bytes.size());
     if (reply->bytes_after == 0) return result;
     xcb_delete_property(connection_, window, property);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/linux/base/handle.h"
-#include "platform/linux/x11/pasteboard/bytes.h"
 
 #include <xcb/xcb.h>
 
@@ -32,7 +31,7 @@ using Event = Reply<xcb_generic_event_t>;
 struct Property {
     xcb_atom_t type = XCB_NONE;
     std::uint8_t format = 8; // bits in a unit: 8, 16 or 32
-    Bytes bytes;
+    std::vector<std::uint8_t> bytes;
 };
 
 // The pasteboard's own connection to the X server, with windows that are never shown: one that owns the
