@@ -99,6 +99,8 @@ TEST_F(AccessibilityServices, MayBeStartedAgainWhileTheHostRuns) {
     killOwner(sessionBus, "org.a11y.Bus");
     expectToReadAndHear("with another launcher and bus");
     kill(ownerOf(bus, "org.freedesktop.DBus"), SIGTERM); // the bus of the first launcher
+    // It takes its socket with it, at the same path as the new one's. Other tests need a bus.
+    EXPECT_TRUE(testbed::waitUntil([&] { return busAt(accessibilityAddress(sessionBus)) != nullptr; }));
 }
 
 } // namespace
