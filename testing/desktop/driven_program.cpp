@@ -4,7 +4,9 @@
 
 namespace testbed {
 
-DrivenProgram::DrivenProgram(const std::vector<std::string>& command) : process_(command) {
+DrivenProgram::DrivenProgram(const std::vector<std::string>& command,
+                             const std::map<std::string, std::string>& environment)
+    : process_(command, environment) {
     while (nextLine() != "ready") {
     }
 }

@@ -4,6 +4,7 @@
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/process.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,8 @@ namespace testbed {
 class DrivenProgram {
 public:
     // Returns once the program has printed "ready".
-    explicit DrivenProgram(const std::vector<std::string>& command);
+    explicit DrivenProgram(const std::vector<std::string>& command,
+                           const std::map<std::string, std::string>& environment = {});
 
     Process& process() { return process_; }
     const Process& process() const { return process_; }

@@ -12,8 +12,9 @@ std::vector<std::string> start(const std::vector<std::string>& fields, const std
 
 } // namespace
 
-Fields::Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title)
-    : DrivenProgram(start(fields, title)) {
+Fields::Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title,
+               const std::map<std::string, std::string>& environment)
+    : DrivenProgram(start(fields, title), environment) {
     // A view inside another program's window has none of its own.
     if (fields.front() != "--into") awaitInFront(desktop);
 }

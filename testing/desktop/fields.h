@@ -12,7 +12,8 @@ namespace testbed {
 class Fields : public DrivenProgram {
 public:
     // Fields such as "entry=some text" or "password"; returns once the window has the keyboard.
-    Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title = "Fields");
+    Fields(Desktop& desktop, const std::vector<std::string>& fields, const std::string& title = "Fields",
+           const std::map<std::string, std::string>& environment = {});
 
     // When the first field had this text in it, however late the answer is seen; throws when it never has.
     Clock::time_point awaitText(const std::string& text);

@@ -1,4 +1,5 @@
 #include "conformance/stage.h"
+#include "platform/accessibility.h"
 #include "platform/linux/accessibility/trust.h"
 #include "platform/linux/application/gtk_start.h"
 #include "platform/linux/window/native_window.h"
@@ -24,10 +25,11 @@ namespace {
 
 // Once for all stages, as at the host's start.
 void startDesktop() {
-    static const bool started = platform::startGtk();
-    static std::string whyNot;
-    static const bool accessible = started && platform::startAccessibility(whyNot);
-    if (!accessible) throw std::runtime_error("Use script/virtual-desktop. " + whyNot);
+    static const bool started = [] {
+        platform::startAccessibility(nullptr);
+        return platform::startGtk() && platform::AXIsProcessTrustedWithOptions({});
+    }();
+    if (!started) throw std::runtime_error("Use script/virtual-desktop.");
 }
 
 std::size_t codePoints(std::string_view text) {

@@ -2,24 +2,44 @@
 
 #include "platform/accessibility.h"
 #include "platform/linux/at_spi/session.h"
+#include "platform/linux/base/terminal_message.h"
+#include "platform/never_destroyed.h"
+
+#include <utility>
 
 namespace platform {
+namespace {
 
-bool startAccessibility(std::string& whyNot) {
+using Tell = std::function<void(const std::string&)>;
+
+// Empty when the person need not be told, or has been.
+Tell& tellPerson() {
+    static NeverDestroyed<Tell> tell;
+    return *tell;
+}
+
+std::string whatToDo() {
+    const std::string& whyNot = at_spi::Session::shared().whyNot();
+    return (whyNot.empty() ? "Programs cannot be told to show their text. Log out and in again." : whyNot) +
+           " Until then, copy a text before you press the hot key.";
+}
+
+} // namespace
+
+void startAccessibility(Tell tell) {
+    tellPerson() = std::move(tell);
     auto& session = at_spi::Session::shared();
     session.keepListening();
-    if (!session.enable()) {
-        whyNot = session.whyNot().empty()
-                     ? "Other programs cannot be told to show their text: log out and in again."
-                     : session.whyNot();
-        return false;
-    }
-    return true;
+    if (!session.enable()) printMessage("other programs' text cannot be read. " + whatToDo());
 }
 
 bool AXIsProcessTrustedWithOptions(AXTrustedCheckOptions options) {
     auto& session = at_spi::Session::shared();
-    return session.isEnabled() || (options.kAXTrustedCheckOptionPrompt && session.enable());
+    if (session.isEnabled()) return true;
+    if (!options.kAXTrustedCheckOptionPrompt) return false;
+    if (session.enable()) return true;
+    if (const auto tell = std::exchange(tellPerson(), nullptr)) tell(whatToDo());
+    return false;
 }
 
 } // namespace platform

@@ -10,6 +10,7 @@
 #include "platform/linux/interface/program.h"
 #include "platform/linux/window/main_window.h"
 #include "platform/linux/window/native_window.h"
+#include "platform/linux/window/notice.h"
 #include "platform/linux/x11/base/display_check.h"
 #include "platform/linux/x11/base/sole_instance.h"
 #include "platform/main_queue.h"
@@ -55,8 +56,10 @@ std::optional<std::string> prepare(std::vector<std::string> interface,
     if (command.empty()) return problem;
     setInterfaceCommand(std::move(command));
     if (displayMissing) return displayMissing;
+    startAccessibility([](const std::string& sentence) {
+        showNotice("Quillmark cannot read the text of other programs", sentence);
+    });
     if (!startGtk()) return "the display could not be used; start it again, or log in again.";
-    if (!startAccessibility(problem)) return problem;
     return std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/linux/application/gtk_start.h"
 
+#include "platform/accessibility.h"
 #include "platform/linux/x11/base/errors.h"
 
 #include <gtk/gtk.h>
@@ -31,8 +32,10 @@ private:
 } // namespace
 
 bool startGtk() {
-    // A program that asked itself over the accessibility bus would wait for its own answer.
-    const TemporaryVariable noBridge("NO_AT_BRIDGE", "1");
+    // GTK shows the host's own window on the accessibility bus, too. A bus that hangs would hold it up for 25
+    // s, and one that is missing makes it print a warning.
+    std::optional<TemporaryVariable> noBridge;
+    if (!AXIsProcessTrustedWithOptions({})) noBridge.emplace("NO_AT_BRIDGE", "1");
     // GTK loads the graphics driver for a window that never draws with it: 50 MB where LLVM comes along.
     const TemporaryVariable noDriver("GDK_GL", "disable");
     g_set_prgname("quillmark-host");

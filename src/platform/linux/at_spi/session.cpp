@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 namespace platform::at_spi {
 namespace {
@@ -17,10 +18,12 @@ using Clock = std::chrono::steady_clock;
 constexpr Milliseconds startDeadline = 5s;
 // Of each step of later connections, which a capture waits for.
 constexpr Milliseconds againDeadline = 800ms;
+// Between attempts to connect that nothing else asks for.
+constexpr Seconds pauseBetweenAttempts{3};
 // A desktop without the bus says so at once. After a connection that took longer than this to fail, the next
 // one is not tried before the pause is over, so that a bus that hangs does not delay every query.
 constexpr auto quickFailure = 100ms;
-constexpr auto pauseAfterSlowFailure = 5s;
+constexpr auto pauseAfterSlowFailure = 30s;
 
 constexpr const char* launcher = "org.a11y.Bus";
 constexpr const char* launcherPath = "/org/a11y/bus";
@@ -83,18 +86,15 @@ bool Session::connect() {
     const std::string address = sessionBusAddress();
     if (!address.empty()) session_ = Bus::connect(address, deadline_);
     if (!session_) {
-        whyNot_ = address.empty() ? "There is no session bus" : "The session bus does not answer";
-        whyNot_ +=
-            ", so other programs' text cannot be read: start this program inside a desktop session, or "
-            "with dbus-run-session.";
+        whyNot_ = address.empty() ? "There is no session bus." : "The session bus does not answer.";
+        whyNot_ += " Start this program inside a desktop session, or with dbus-run-session.";
         return false;
     }
     address_ = accessibilityBusAddress(*session_, deadline_);
     if (!address_.empty()) accessibility_ = Bus::connect(address_, deadline_);
     if (!accessibility_) {
-        whyNot_ =
-            "The accessibility bus does not answer, so other programs' text cannot be read: install the "
-            "package at-spi2-core, then log out and in again.";
+        whyNot_ = "The accessibility bus does not answer. Install the package at-spi2-core, then log out and "
+                  "in again.";
         return false;
     }
     start(*accessibility_, registry, deadline_);
@@ -105,18 +105,34 @@ bool Session::connect() {
 }
 
 Bus* Session::accessibilityBus() {
-    if (session_ && accessibility_ && !session_->isClosed() && !accessibility_->isClosed())
-        return accessibility_.get();
+    if (!isConnected() && Clock::now() >= nextAttempt_) attemptToConnect();
+    if (isConnected()) return accessibility_.get();
+    if (listening_) tryAgainLater();
+    return nullptr;
+}
+
+bool Session::isConnected() const {
+    return session_ && accessibility_ && !session_->isClosed() && !accessibility_->isClosed();
+}
+
+void Session::attemptToConnect() {
     const auto begin = Clock::now();
-    if (begin < nextAttempt_) return nullptr;
-    if (!connect()) {
-        const auto end = Clock::now();
-        if (end - begin > quickFailure) nextAttempt_ = end + pauseAfterSlowFailure;
-        disconnect();
-        return nullptr;
+    if (connect()) {
+        if (listening_) registerEvents();
+        return;
     }
-    if (listening_) registerEvents();
-    return accessibility_.get();
+    const auto end = Clock::now();
+    if (end - begin > quickFailure) nextAttempt_ = end + pauseAfterSlowFailure;
+    disconnect();
+}
+
+// Programs that start rely on the switch and on what they are told, long before the person wants a text.
+void Session::tryAgainLater() {
+    if (std::exchange(attemptIsDue_, true)) return;
+    MainQueue::asyncAfter(pauseBetweenAttempts, life_, [this] {
+        attemptIsDue_ = false;
+        enable();
+    });
 }
 
 std::optional<bool> Session::readSwitch() {
@@ -171,8 +187,8 @@ void Session::followLauncher() {
 
 void Session::keepListening() {
     listening_ = true;
-    const bool isConnected = accessibility_ != nullptr;
-    if (accessibilityBus() != nullptr && isConnected) registerEvents();
+    const bool wasConnected = isConnected();
+    if (accessibilityBus() != nullptr && wasConnected) registerEvents();
 }
 
 void Session::registerEvents() {

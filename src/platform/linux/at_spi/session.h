@@ -31,13 +31,17 @@ public:
     bool enable();
 
     // Has programs tell of focus changes for as long as the host lives, and remembers them. Chromium gives a
-    // window the state ACTIVE only while somebody asks for that.
+    // window the state ACTIVE only while somebody asks for that. While there is no bus, looks for one every
+    // few seconds, and then has programs show their objects there.
     void keepListening();
 
 private:
     Session();
+    bool isConnected() const;
+    void attemptToConnect();
     bool connect();
     void disconnect();
+    void tryAgainLater();
     std::optional<bool> readSwitch();
     void watchServices();
     void followLauncher();
@@ -51,6 +55,7 @@ private:
     std::string whyNot_;
     Milliseconds deadline_; // of each step on the way
     std::chrono::steady_clock::time_point nextAttempt_{};
+    bool attemptIsDue_ = false; // a timer will make it
     bool listening_ = false;
     bool enabled_ = false;
     std::atomic<bool> enabledIsKnown_ = false; // set to false on GDBus's thread, too

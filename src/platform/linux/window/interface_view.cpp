@@ -1,5 +1,6 @@
 #include "platform/linux/window/interface_view.h"
 
+#include "platform/linux/window/view_elements.h"
 #include "platform/linux/x11/windows/host_window.h"
 
 #include <gtk/gtkx.h>
@@ -32,6 +33,7 @@ std::unique_ptr<GdkEvent, Freed> keyEvent(GdkEventType type, GtkWidget* receiver
 InterfaceView::InterfaceView() {
     socket_.signal_plug_added().connect([this] { socket_.grab_focus(); });
     socket_.signal_plug_removed().connect([] { return true; }); // else the socket goes with its first plug
+    showElementsOfViewsIn(socket_);
     // A socket paints nothing itself, and its window would stay black.
     socket_.get_style_context()->add_class("view");
     socket_.signal_draw().connect([this](const Cairo::RefPtr<Cairo::Context>& context) {
