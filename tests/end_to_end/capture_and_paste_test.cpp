@@ -110,6 +110,8 @@ TEST_F(CaptureAndPaste, ATerminalGivesItsSelectedTextAndGetsNoKeys) {
     Process terminal({"xterm", "-xrm", "*allowWindowOps: true", "-e", "sh", "-c",
                       "trap 'echo interrupted; sleep 1' INT; printf '\\033]52;p;dHdvIHdvcmRz\\007'; cat"});
     ASSERT_TRUE(waitUntil([&] { return desktop.text("PRIMARY") == "two words"; }));
+    ASSERT_TRUE(
+        desktop.activate(desktop.windows(terminal.pid()).front())); // metacity leaves it behind the host
     const EncodableValue got = capture();
     EXPECT_EQ(textOf(got, "text"), "two words");
     EXPECT_EQ(textOf(got, "source"), "clipboard");
