@@ -38,6 +38,8 @@ ApplicationTerminateReply AppDelegate::applicationShouldTerminate() {
     return ApplicationTerminateReply::terminateLater;
 }
 
+void AppDelegate::applicationTerminationWithdrawn() { terminationPending_ = false; }
+
 bool AppDelegate::applicationShouldHandleReopen(bool) {
     if (const auto desktop = bridge()) desktop->show();
     return true;

@@ -13,6 +13,7 @@ public:
     bool applicationShouldTerminateAfterLastWindowClosed() override;
     bool applicationSupportsSecureRestorableState() override;
     platform::ApplicationTerminateReply applicationShouldTerminate() override;
+    void applicationTerminationWithdrawn() override;
     bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
 
     // Makes every later termination request be granted at once.

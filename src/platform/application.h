@@ -18,6 +18,9 @@ public:
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
     virtual bool applicationSupportsSecureRestorableState() = 0;
     virtual ApplicationTerminateReply applicationShouldTerminate() = 0;
+    // The termination that the delegate postponed is not asked for any more: the end of the session was
+    // called off. Needs no reply.
+    virtual void applicationTerminationWithdrawn() = 0;
     // The user started the program again while it runs, or clicked its icon.
     virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
 };

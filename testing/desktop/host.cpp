@@ -23,15 +23,16 @@ namespace {
 
 // The interface's process says where the socket is and then waits to be told its exit status; the connection
 // is the test's own.
-std::vector<std::string> hostCommand(const TemporaryFolder& folder) {
-    return {hostProgram(),
-            "/bin/sh",
-            "-c",
-            R"(printf %s "$QUILLMARK_VIEW" >"$1/view"
-               printf %s "$QUILLMARK_SOCKET" >"$1/new" && mv "$1/new" "$1/socket" && read -r status <"$1/exit"
-               exit "${status:-0}")",
-            "interface",
-            folder / ""};
+std::vector<std::string> hostCommand(const TemporaryFolder& folder, const HostOptions& options) {
+    std::vector<std::string> command{hostProgram()};
+    command.insert(command.end(), options.words.begin(), options.words.end());
+    command.insert(command.end(), {"/bin/sh", "-c",
+                                   R"(printf %s "$QUILLMARK_VIEW" >"$1/view"
+                       printf %s "$QUILLMARK_SOCKET" >"$1/new" && mv "$1/new" "$1/socket" &&
+                       read -r status <"$1/exit"
+                       exit "${status:-0}")",
+                                   "interface", folder / ""});
+    return command;
 }
 
 int exitPipe(const TemporaryFolder& folder) {
@@ -57,8 +58,8 @@ int connectTo(const std::string& path) {
     return -1;
 }
 
-Host::Host(const std::map<std::string, std::string>& environment)
-    : exitPipe_(exitPipe(folder_)), process_(hostCommand(folder_), environment) {
+Host::Host(const std::map<std::string, std::string>& environment, const HostOptions& options)
+    : exitPipe_(exitPipe(folder_)), process_(hostCommand(folder_, options), environment) {
     waitUntil([&] { return process_.exitStatus(milliseconds(0)) || !readFile(folder_ / "socket").empty(); });
     socketPath_ = readFile(folder_ / "socket");
     socket_ = connectTo(socketPath_);

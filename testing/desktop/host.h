@@ -25,11 +25,17 @@ struct Received {
     Clock::time_point at;
 };
 
+// What stands before the interface on the host's command line.
+struct HostOptions {
+    std::vector<std::string> words;
+};
+
 class Host {
 public:
     // Starts it and connects to it. Throws with what it
     // printed when it does not come up.
-    explicit Host(const std::map<std::string, std::string>& environment = {});
+    explicit Host(const std::map<std::string, std::string>& environment = {},
+                  const HostOptions& options = {});
     ~Host();
 
     Process& process() { return process_; }

@@ -31,6 +31,7 @@ struct Session::Server {
     IceConn connection = nullptr;
     SmsConn program = nullptr;
     std::deque<std::string> said;
+    std::map<std::string, std::vector<std::string>> properties;
 
     static Server& of(SmPointer server) { return *static_cast<Server*>(server); }
     static void heard(SmPointer server, const char* what) { of(server).said.emplace_back(what); }
@@ -68,10 +69,23 @@ struct Session::Server {
                                        server};
         callbacks->save_yourself_request = {[](SmsConn, SmPointer, int, Bool, int, Bool, Bool) {}, server};
         callbacks->save_yourself_phase2_request = {[](SmsConn, SmPointer) {}, server};
-        callbacks->set_properties = {[](SmsConn, SmPointer, int, SmProp**) {}, server};
+        callbacks->set_properties = {[](SmsConn, SmPointer self, int count, SmProp** properties) {
+                                         of(self).remember({properties, static_cast<std::size_t>(count)});
+                                     },
+                                     server};
         callbacks->delete_properties = {[](SmsConn, SmPointer, int, char**) {}, server};
         callbacks->get_properties = {[](SmsConn, SmPointer) {}, server};
         return 1;
+    }
+
+    void remember(std::span<SmProp*> told) {
+        for (SmProp* one : told) {
+            auto& values = properties[one->name];
+            values.clear();
+            for (const auto& value : std::span(one->vals, static_cast<std::size_t>(one->num_vals)))
+                values.emplace_back(static_cast<char*>(value.value), static_cast<std::size_t>(value.length));
+            SmFreeProperty(one);
+        }
     }
 
     void listen() {
@@ -123,6 +137,11 @@ std::string Session::next() {
     auto next = std::move(server_->said.front());
     server_->said.pop_front();
     return next;
+}
+
+std::vector<std::string> Session::property(const std::string& name) {
+    server_->listen();
+    return server_->properties[name];
 }
 
 void Session::askToEnd(bool mayInteract) {

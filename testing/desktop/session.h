@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace testbed {
 
@@ -20,6 +21,9 @@ public:
     // What the program says next: "joined", "asks to interact" (and is let), "refuses", "has interacted",
     // "agrees", "does not agree", "leaves"; empty when it says nothing in time.
     std::string next();
+
+    // What the program has said of itself last under that name ("RestartCommand"); empty before.
+    std::vector<std::string> property(const std::string& name);
 
     // To a program that has joined.
     void askToEnd(bool mayInteract = true);

@@ -68,6 +68,18 @@ TEST_F(Quit, IsWithdrawnByTheInterfaceAndMayBeAskedAgain) {
     EXPECT_TRUE(world.hostEnded) << "the first request's timeout grants whatever request is pending";
 }
 
+TEST_F(Quit, ThatIsNotAskedForAnyMoreNeedsNoAnswerAndMayBeAskedAgain) {
+    initialise();
+    userQuits();
+    world.terminationIsWithdrawn();
+    world.runFor(20s);
+    EXPECT_FALSE(world.hostEnded);
+    EXPECT_EQ(call("cancelQuit").text(), "null");
+    EXPECT_THAT(world.settledTerminations, IsEmpty());
+    userQuits();
+    EXPECT_THAT(calledMethods(), ElementsAre("quit", "quit"));
+}
+
 TEST_F(Quit, OfferedByTheInterfaceNeedsNoRequest) {
     initialise();
     EXPECT_EQ(call("cancelQuit").text(), "null");

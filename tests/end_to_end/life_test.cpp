@@ -1,13 +1,12 @@
 // How the host's life begins, goes on and ends: a second start, and every way to be asked to quit.
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/host.h"
-#include "testing/desktop/session.h"
+#include "testing/desktop/startup_messages.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
 #include <cstring>
-#include <memory>
 
 using namespace testbed;
 
@@ -15,6 +14,7 @@ namespace {
 
 using flutter::CallOutcome;
 using flutter::EncodableValue;
+using testing::HasSubstr;
 
 const CallOutcome null = EncodableValue();
 
@@ -32,6 +32,21 @@ TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
     EXPECT_FALSE(first.process().exitStatus(milliseconds(0)));
 }
 
+TEST(HostLife, StartsWithoutItsWindowWhenAskedToAndShowsItAtASecondStart) {
+    Desktop desktop;
+    StartupMessages startups;
+    Host host({{"DESKTOP_STARTUP_ID", "start-up-at-login"}}, {{"--background"}});
+    EXPECT_EQ(host.call("pin", false), null);
+    EXPECT_THAT(startups.next(), HasSubstr("start-up-at-login"));
+    EXPECT_THAT(desktop.windows(host.process().pid()), testing::IsEmpty());
+    Process second({hostProgram()});
+    EXPECT_EQ(second.exitStatus(), 0);
+    EXPECT_TRUE(waitUntil([&] {
+        const auto shown = desktop.windows(host.process().pid());
+        return !shown.empty() && desktop.activeWindow() == shown.front();
+    }));
+}
+
 TEST(HostLife, NeedsAnXServerAndSaysWhatToDoWithoutOne) {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"-u", "DISPLAY"}, "there is no display"},
@@ -46,7 +61,7 @@ TEST(HostLife, NeedsAnXServerAndSaysWhatToDoWithoutOne) {
         command.insert(command.end(), {hostProgram(), "/bin/false"});
         Process host(command);
         EXPECT_EQ(host.exitStatus(), 1);
-        EXPECT_THAT(host.output(), testing::HasSubstr(sentence));
+        EXPECT_THAT(host.output(), HasSubstr(sentence));
     }
 }
 
@@ -60,7 +75,7 @@ TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
     stopped.process().signal(SIGSTOP);
     Process second({hostProgram(), "/bin/false"});
     EXPECT_EQ(second.exitStatus(), 1);
-    EXPECT_THAT(second.output(), testing::HasSubstr("does not answer"));
+    EXPECT_THAT(second.output(), HasSubstr("does not answer"));
     stopped.process().signal(SIGCONT);
     EXPECT_EQ(stopped.call("pin", false), null);
 }
@@ -103,58 +118,6 @@ TEST(HostLife, TheQuitKeyIsPutToTheInterfaceOnceHoweverOftenItIsPressed) {
     desktop.keyboard.press("Control+q");
     EXPECT_FALSE(host.nextCall("quit", milliseconds(300)));
     EXPECT_EQ(host.call("quit"), null);
-    EXPECT_EQ(host.process().exitStatus(), 0);
-}
-
-TEST(HostLife, TheEndOfTheSessionIsPutToTheInterfaceFirst) {
-    Session session;
-    Host host(session.environment());
-    host.call("initialize");
-    ASSERT_EQ(session.next(), "joined") << host.process().output();
-    EXPECT_EQ(session.next(), "agrees") << "to be saved, without asking anybody";
-
-    session.askToEnd(false);
-    ASSERT_TRUE(host.nextCall("quit"));
-    EXPECT_EQ(host.call("cancelQuit"), null);
-    EXPECT_EQ(session.next(), "does not agree");
-
-    session.askToEnd();
-    EXPECT_EQ(session.next(), "asks to interact");
-    ASSERT_TRUE(host.nextCall("quit"));
-    EXPECT_EQ(host.call("cancelQuit"), null);
-    EXPECT_EQ(session.next(), "refuses");
-    EXPECT_EQ(session.next(), "does not agree");
-    EXPECT_EQ(host.call("pin", false), null) << "it ended although the interface refused";
-
-    session.askToEnd();
-    EXPECT_EQ(session.next(), "asks to interact");
-    ASSERT_TRUE(host.nextCall("quit"));
-    EXPECT_EQ(host.call("quit"), null);
-    host.exitInterface(0);
-    EXPECT_EQ(session.next(), "has interacted");
-    EXPECT_EQ(session.next(), "agrees");
-    EXPECT_EQ(session.next(), "leaves");
-    EXPECT_EQ(host.process().exitStatus(), 0);
-    EXPECT_EQ(host.process().output(), "");
-}
-
-TEST(HostLife, AnEndCalledOffByOthersIsAnsweredOnceAndALostManagerIsNotMissed) {
-    auto session = std::make_unique<Session>();
-    Host host(session->environment());
-    host.call("initialize");
-    for (const char* expected : {"joined", "agrees"})
-        ASSERT_EQ(session->next(), expected);
-    session->askToEnd();
-    EXPECT_EQ(session->next(), "asks to interact");
-    ASSERT_TRUE(host.nextCall("quit"));
-    session->callOff();
-    EXPECT_EQ(session->next(), "has interacted");
-    EXPECT_EQ(session->next(), "does not agree");
-    EXPECT_EQ(host.call("cancelQuit"), null);
-
-    session.reset();
-    EXPECT_EQ(host.call("pin", false), null);
-    host.exitInterface(0);
     EXPECT_EQ(host.process().exitStatus(), 0);
 }
 

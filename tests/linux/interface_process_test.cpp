@@ -120,7 +120,8 @@ TEST(CommandLine, OptionsEndWhereTheInterfaceBegins) {
     } cases[] = {
         {{}, Wish::run, {}},
         {{"--help"}, Wish::help, {}},
-        {{"--version", "x"}, Wish::version, {}},
+        {{"--version", "x"}, Wish::version, {"x"}},
+        {{"--background", "--sm-client-id", "--x", "y"}, Wish::run, {"y"}},
         {{"x", "--help", "--version"}, Wish::run, {"x", "--help", "--version"}},
         {{"--", "--help"}, Wish::run, {"--help"}},
         {{"--trace=text", "x"}, Wish::run, {"x"}},

@@ -70,6 +70,13 @@ void World::userQuits() {
     clock.async([] { platform::Application::sharedApplication().terminate(); });
 }
 
+void World::terminationIsWithdrawn() {
+    clock.async([this] {
+        terminationPending = false;
+        if (applicationDelegate != nullptr) applicationDelegate->applicationTerminationWithdrawn();
+    });
+}
+
 void World::userReopensHost() {
     clock.async([this] {
         const bool visible = std::ranges::any_of(hostWindows, [](auto* window) {

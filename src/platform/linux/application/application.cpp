@@ -1,8 +1,6 @@
 #include "platform/application.h"
 
-#include "platform/linux/application/session.h"
-#include "platform/linux/application/session_manager.h"
-#include "platform/linux/base/main_loop.h"
+#include "platform/linux/application/termination.h"
 #include "platform/linux/menu/menu_bar.h"
 #include "platform/linux/menu/shortcuts.h"
 #include "platform/linux/window/main_window.h"
@@ -14,11 +12,9 @@ namespace platform {
 namespace {
 
 struct State {
-    ApplicationDelegate* delegate = nullptr;
     std::unique_ptr<Menu> mainMenu;
     std::unique_ptr<Gtk::MenuBar> menuBar;
     Glib::RefPtr<Gtk::AccelGroup> shortcuts;
-    std::unique_ptr<SessionManager> session;
 };
 
 State& state() {
@@ -33,11 +29,6 @@ void placeMenuBar() {
     window->native().window.add_accel_group(state().shortcuts);
 }
 
-void settle(ApplicationTerminateReply reply) {
-    if (reply == ApplicationTerminateReply::terminateNow) endMainLoop(0);
-    if (reply == ApplicationTerminateReply::terminateCancel && state().session) state().session->refuse();
-}
-
 } // namespace
 
 Application& Application::sharedApplication() {
@@ -45,9 +36,9 @@ Application& Application::sharedApplication() {
     return application;
 }
 
-ApplicationDelegate* Application::delegate() const { return state().delegate; }
+ApplicationDelegate* Application::delegate() const { return Termination::shared().delegate; }
 
-void Application::setDelegate(ApplicationDelegate* delegate) { state().delegate = delegate; }
+void Application::setDelegate(ApplicationDelegate* delegate) { Termination::shared().delegate = delegate; }
 
 Menu* Application::mainMenu() const { return state().mainMenu.get(); }
 
@@ -68,20 +59,11 @@ void Application::activate() {
     if (window && window->native().isVisible()) window->native().presence.show();
 }
 
-void Application::terminate() {
-    settle(state().delegate ? state().delegate->applicationShouldTerminate()
-                            : ApplicationTerminateReply::terminateNow);
-}
+void Application::terminate() { Termination::shared().askedByPerson(); }
 
 void Application::replyToApplicationShouldTerminate(bool shouldTerminate) {
-    settle(shouldTerminate ? ApplicationTerminateReply::terminateNow
-                           : ApplicationTerminateReply::terminateCancel);
+    Termination::shared().settle(shouldTerminate ? ApplicationTerminateReply::terminateNow
+                                                 : ApplicationTerminateReply::terminateCancel);
 }
-
-void joinSession() {
-    state().session = std::make_unique<SessionManager>([] { Application::sharedApplication().terminate(); });
-}
-
-void leaveSession() { state().session.reset(); }
 
 } // namespace platform

@@ -2,10 +2,7 @@
 #include "platform/linux/accessibility/trust.h"
 #include "platform/linux/application/command_line.h"
 #include "platform/linux/application/gtk_start.h"
-#include "platform/linux/application/session.h"
-#include "platform/linux/base/child_process.h"
-#include "platform/linux/base/main_loop.h"
-#include "platform/linux/base/memory.h"
+#include "platform/linux/application/run.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/interface/program.h"
 #include "platform/linux/window/main_window.h"
@@ -16,14 +13,13 @@
 #include "platform/main_queue.h"
 #include "platform/models/language_model_command.h"
 
-#include <glib-unix.h>
-
 #include <algorithm>
-#include <csignal>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -32,11 +28,6 @@ namespace {
 
 constexpr int cannotRun = 1;
 constexpr int unclearCommand = 2;
-
-gboolean terminationSignal(gpointer) {
-    MainQueue::async([] { Application::sharedApplication().terminate(); });
-    return G_SOURCE_CONTINUE;
-}
 
 // The person started the program once more.
 void reopen() {
@@ -63,33 +54,7 @@ std::optional<std::string> prepare(std::vector<std::string> interface,
     return std::nullopt;
 }
 
-int run(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance) {
-    signal(SIGPIPE, SIG_IGN);
-    prepareMemory();
-    raiseOpenFileLimit();
-    for (const int number : {SIGTERM, SIGINT, SIGHUP})
-        g_unix_signal_add(number, terminationSignal, nullptr);
-
-    auto& application = Application::sharedApplication();
-    MainInterface interface = load();
-    application.setDelegate(interface.delegate.get());
-    setMainWindow(interface.mainWindow);
-    application.setMainMenu(std::move(interface.mainMenu));
-    interface.mainWindow->awakeFromNib();
-    interface.mainWindow->makeKeyAndOrderFront();
-    joinSession();
-
-    const int status = runMainLoop();
-    instance.reset(); // who starts the program from now on gets a host of their own
-    interface.mainWindow->orderOut();
-    interface.mainWindow.reset();
-    application.setMainMenu(nullptr);
-    application.setDelegate(nullptr);
-    leaveSession(); // only now: the interface may have something to put away
-    return status;
-}
-
-int start(const std::vector<std::string>& interface, const std::function<MainInterface()>& load) {
+int start(const CommandLine& line, const std::function<MainInterface()>& load) {
     auto missing = displayProblem();
     std::unique_ptr<SoleInstance> instance;
     const auto outcome = missing ? SoleInstance::Outcome::claimed : SoleInstance::claim(reopen, instance);
@@ -99,11 +64,13 @@ int start(const std::vector<std::string>& interface, const std::function<MainInt
             "it runs already but does not answer; end it (pkill quillmark-host) and start it again.");
         return cannotRun;
     }
-    if (const auto problem = prepare(interface, std::move(missing))) {
+    if (const auto problem = prepare(line.interface, std::move(missing))) {
         printMessage(*problem);
         return cannotRun;
     }
-    return run(load, std::move(instance));
+    std::error_code unknown;
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe", unknown).string();
+    return runHost(load, std::move(instance), line, program);
 }
 
 } // namespace
@@ -126,7 +93,7 @@ int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>&
         break;
     }
     trace::start(line.trace);
-    return start(line.interface, load);
+    return start(line, load);
 }
 
 } // namespace platform

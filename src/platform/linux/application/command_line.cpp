@@ -1,64 +1,135 @@
 #include "platform/linux/application/command_line.h"
 
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string_view>
+
 namespace platform {
+namespace {
+
+using Wish = CommandLine::Wish;
+using Words = std::span<const std::string>;
+
+// How many of the words that follow belong to the option.
+enum class Takes { none, one, all };
+
+struct Option {
+    std::string_view name;
+    Takes takes;
+    std::string_view values; // what the help calls those words
+    std::string_view help;   // lines; empty: not in the help
+    void (*take)(CommandLine&, Words);
+};
+
+template <Wish wish>
+void wishFor(CommandLine& line, Words) {
+    line.wish = wish;
+}
+
+template <trace::Detail detail>
+void traceWith(CommandLine& line, Words) {
+    line.trace = detail;
+}
+
+void chooseLanguageModel(CommandLine& line, Words words) {
+    line.wish = Wish::languageModel;
+    line.languageModel.assign(words.begin(), words.end());
+}
+
+constexpr std::array options{
+    Option{"--background", Takes::none, "", "start without showing the window, as at login",
+           [](CommandLine& line, Words) { line.background = true; }},
+    Option{"--sm-client-id", Takes::one, "ID", "", // the session's manager restarts the host with it
+           [](CommandLine& line, Words words) { line.sessionClientId = words.front(); }},
+    Option{"--trace", Takes::none, "",
+           "print every message to and from the interface, and what other programs\n"
+           "were asked and how long that took",
+           traceWith<trace::Detail::words>},
+    Option{"--trace=text", Takes::none, "", "the same, with the texts of the user",
+           traceWith<trace::Detail::texts>},
+    Option{"--language-model", Takes::all, "[ADDRESS [MODEL]] [--json]",
+           "print which language model answers, where it runs and whose it is; with an\n"
+           "ADDRESS such as http://127.0.0.1:8080/v1, choose that server first, with\n"
+           "\"automatic\" have one looked for again",
+           chooseLanguageModel},
+    Option{"--help", Takes::none, "", "print this", wishFor<Wish::help>},
+    Option{"-h", Takes::none, "", "", wishFor<Wish::help>},
+    Option{"--version", Takes::none, "", "print the version", wishFor<Wish::version>},
+};
+
+void fail(CommandLine& line, const std::string& problem) {
+    line.wish = Wish::unclear;
+    line.problem = problem + "; run quillmark-host --help to see what there is.";
+}
+
+constexpr std::size_t helpColumn = 17;
+
+std::string helpOf(const Option& option) {
+    std::string text = "  " + std::string(option.name);
+    if (!option.values.empty()) text += " " + std::string(option.values);
+    const std::string indent(helpColumn, ' ');
+    if (text.size() < helpColumn)
+        text.resize(helpColumn, ' ');
+    else
+        text += "\n" + indent;
+    for (const char letter : option.help)
+        text += letter == '\n' ? "\n" + indent : std::string(1, letter);
+    return text + "\n";
+}
+
+} // namespace
 
 CommandLine readCommandLine(const std::vector<std::string>& arguments) {
     CommandLine line;
-    auto next = arguments.begin();
-    for (; next != arguments.end() && next->starts_with('-'); ++next) {
-        if (*next == "--") {
-            ++next;
-            break;
+    Words rest(arguments);
+    while (!rest.empty() && rest.front().starts_with('-')) {
+        const std::string& name = rest.front();
+        rest = rest.subspan(1);
+        if (name == "--") break;
+        const auto* option = std::ranges::find(options, name, &Option::name);
+        if (option == options.end()) {
+            fail(line, "there is no option \"" + name + "\"");
+            return line;
         }
-        if (*next == "--help" || *next == "-h") {
-            line.wish = CommandLine::Wish::help;
-        } else if (*next == "--version") {
-            line.wish = CommandLine::Wish::version;
-        } else if (*next == "--trace") {
-            line.trace = trace::Detail::words;
-        } else if (*next == "--trace=text") {
-            line.trace = trace::Detail::texts;
-        } else if (*next == "--language-model") {
-            line.wish = CommandLine::Wish::languageModel;
-            line.languageModel.assign(next + 1, arguments.end());
-        } else {
-            line.wish = CommandLine::Wish::unclear;
-            line.problem =
-                "there is no option \"" + *next + "\"; run quillmark-host --help to see what there is.";
+        if (option->takes == Takes::one && rest.empty()) {
+            fail(line, name + " needs a value");
+            return line;
         }
-        if (line.wish != CommandLine::Wish::run) return line;
+        const Words values = rest.first(option->takes == Takes::all   ? rest.size()
+                                        : option->takes == Takes::one ? 1
+                                                                      : 0);
+        option->take(line, values);
+        rest = rest.subspan(values.size());
     }
-    line.interface.assign(next, arguments.end());
+    line.interface.assign(rest.begin(), rest.end());
     return line;
 }
 
+std::vector<std::string> restartCommand(const std::string& program, const CommandLine& line) {
+    std::vector<std::string> command{program, "--background"};
+    if (!line.interface.empty()) command.emplace_back("--");
+    command.insert(command.end(), line.interface.begin(), line.interface.end());
+    return command;
+}
+
 std::string helpText() {
-    return "Usage: quillmark-host [OPTIONS] [PROGRAM ARGS…]\n"
-           "\n"
-           "Opens the writing assistant's window and starts its interface.\n"
-           "\n"
-           "PROGRAM is the interface: any program that speaks the host's channels on the socket named in "
-           "its\n"
-           "environment as QUILLMARK_SOCKET. It may show its view in the window named as QUILLMARK_VIEW. "
-           "Without\n"
-           "PROGRAM, quillmark-interface is started, from beside the host or else from the PATH. The host "
-           "ends when\n"
-           "its interface ends, with the interface's exit status.\n"
-           "\n"
-           "Options:\n"
-           "  -h, --help      print this and exit\n"
-           "  --version       print the version and exit\n"
-           "  --language-model [ADDRESS [MODEL]] [--json]\n"
-           "                  print which language model answers, where it runs and whose it is, and exit; "
-           "with an\n"
-           "                  ADDRESS such as http://127.0.0.1:8080/v1, choose that server first, with "
-           "\"automatic\"\n"
-           "                  have one looked for again\n"
-           "  --trace[=text]  print every message to and from the interface, and what other programs were "
-           "asked and "
-           "how\n"
-           "                  long that took; the texts of the user only with =text\n"
-           "  --              what follows is PROGRAM, even if it begins with a dash\n";
+    std::string text = R"(Usage: quillmark-host [OPTIONS] [PROGRAM ARGS…]
+
+Opens the writing assistant's window and starts its interface.
+
+PROGRAM is the interface: any program that speaks the host's channels on the socket named in its environment as
+QUILLMARK_SOCKET. It may show its view in the window whose number is in QUILLMARK_VIEW. Without PROGRAM,
+quillmark-interface is started, from beside the host or else from the PATH. The host ends when its interface ends,
+with the interface's exit status.
+
+Options:
+)";
+    for (const auto& option : options)
+        if (!option.help.empty()) text += helpOf(option);
+    text += R"(  --             what follows is PROGRAM, even if it begins with a dash
+)";
+    return text;
 }
 
 std::string versionText() { return "quillmark-host " QUILLMARK_VERSION "\n"; }

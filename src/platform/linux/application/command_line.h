@@ -7,18 +7,23 @@
 
 namespace platform {
 
-// What the host was asked for on its command line.
+// What the program was asked for on its command line.
 struct CommandLine {
-    enum class Wish { run, help, version, languageModel, unclear };
+    enum class Wish { run, languageModel, help, version, unclear };
 
     Wish wish = Wish::run;
+    bool background = false; // start without showing the window
     trace::Detail trace = trace::Detail::none;
+    std::string sessionClientId;            // as the session's manager knew an earlier run; else empty
     std::vector<std::string> interface;     // the interface's program and its arguments; empty: the usual one
     std::vector<std::string> languageModel; // what follows --language-model
     std::string problem;                    // what is unclear, and what to do
 };
 
 CommandLine readCommandLine(const std::vector<std::string>& arguments);
+
+// The command line that starts the program the same way again, in the background.
+std::vector<std::string> restartCommand(const std::string& program, const CommandLine& line);
 
 std::string helpText();
 std::string versionText();

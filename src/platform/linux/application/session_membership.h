@@ -1,21 +1,25 @@
 #pragma once
 
+#include "platform/linux/application/session.h"
+
 #include <X11/SM/SMlib.h>
 #include <sigc++/connection.h>
 
-#include <functional>
+#include <string>
+#include <vector>
 
 namespace platform {
 
 // Asks the manager that SESSION_MANAGER names to let this program join its session, and waits for the answer.
-// Null when there is none. Any thread, while no other speaks to a manager.
-SmcConn connectToSession();
+// `clientId` is how the manager knew an earlier run of it; may be empty. Null when the manager does not
+// answer or refuses. Any thread, as long as no other thread uses a session manager.
+SmcConn connectToSession(const std::string& clientId);
 
 // This program as the session's manager knows it. Main thread only.
 class SessionMembership {
 public:
-    // Owns the connection. `endAsked` is called from the main queue when the session is to end.
-    SessionMembership(SmcConn connection, std::function<void()> endAsked);
+    // Owns the connection. `restart` is the command that starts the program again.
+    SessionMembership(SmcConn connection, SessionCalls calls, std::vector<std::string> restart);
     // Leaves the session, agreeing to its end if that is the question.
     ~SessionMembership();
     SessionMembership(const SessionMembership&) = delete;
@@ -25,17 +29,17 @@ public:
     void answer(bool agreed);
 
 private:
-    // The person can only be spoken to when the manager says that it is our turn, and only then can the end
-    // of the session be called off.
-    enum class Question { none, turnAwaited, putAtOurTurn, putWithoutTurn };
+    // A program may talk to the person, and call off the end of the session, only while it has the turn to
+    // interact, which the manager gives to one program after the other.
+    enum class Question { none, turnAwaited, askedInTurn, askedWithoutTurn };
 
     bool readMessages();
-    void saveYourself(bool sessionEnds, bool mayTakeTurn);
-    void put(Question question);
+    void saveYourself(bool sessionEnds, bool mayAskForTurn);
+    void ask(Question question);
     void calledOff();
 
     SmcConn connection_;
-    std::function<void()> endAsked_;
+    SessionCalls calls_;
     Question question_ = Question::none;
     sigc::connection messages_;
 };

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/application.h"
+#include "platform/linux/application/command_line.h"
+#include "platform/linux/x11/base/sole_instance.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+// The host's life from the main interface's making to its end, on a desktop that is ready for it. Afterwards
+// another host may start. Returns the exit status. `program` is the path of the host's own binary.
+int runHost(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance,
+            const CommandLine& line, const std::string& program);
+
+} // namespace platform
