@@ -45,6 +45,15 @@ bool AppDelegate::applicationShouldHandleReopen(bool) {
     return true;
 }
 
+// Not before the interface has said which programs are excluded. Later, so that whoever asked has the answer
+// before the capture takes its time.
+bool AppDelegate::applicationShouldHandleCapture() {
+    const auto desktop = bridge();
+    if (!desktop || !desktop->initialized()) return false;
+    platform::MainQueue::async(desktop, [desktop = desktop.get()] { desktop->capture(); });
+    return true;
+}
+
 void AppDelegate::finishQuit() {
     allowQuit_ = true;
     if (!terminationPending_) return Application::sharedApplication().terminate();

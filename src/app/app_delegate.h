@@ -15,6 +15,7 @@ public:
     platform::ApplicationTerminateReply applicationShouldTerminate() override;
     void applicationTerminationWithdrawn() override;
     bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
+    bool applicationShouldHandleCapture() override;
 
     // Makes every later termination request be granted at once.
     void allowQuit() { allowQuit_ = true; }

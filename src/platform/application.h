@@ -23,6 +23,9 @@ public:
     virtual void applicationTerminationWithdrawn() = 0;
     // The user started the program again while it runs, or clicked its icon.
     virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
+    // The user asked for a capture in another way than by the hot key: with a shortcut of the desktop, say.
+    // True when one follows, false when the program is not ready for it.
+    virtual bool applicationShouldHandleCapture() = 0;
 };
 
 // The program as the desktop sees it. Main thread only.

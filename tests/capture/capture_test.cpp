@@ -159,6 +159,18 @@ TEST_F(Capture, InTheHostsOwnWindowMeansThePreviousApplication) {
     EXPECT_EQ(summary(), "nothing");
 }
 
+TEST_F(Capture, ByACommandNeedsNoHotKeyOnlyAnInterfaceThatIsReady) {
+    field("Dear Anna", {0, 4});
+    world.userAsksForCapture();
+    world.settle();
+    EXPECT_THAT(calledMethods(), IsEmpty());
+    world.hotKeys.taken.insert({49, platform::optionKey | platform::shiftKey});
+    call("initialize");
+    world.userAsksForCapture();
+    world.settle();
+    EXPECT_THAT(calledMethods(), ElementsAre("capture"));
+}
+
 TEST_F(Capture, WithoutPermissionSendsThePasteboardAndAsksForThePermission) {
     world.trusted = false;
     world.putOnPasteboard("from before");

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 
@@ -14,20 +15,34 @@ namespace {
 
 using flutter::CallOutcome;
 using flutter::EncodableValue;
+using testing::AllOf;
 using testing::HasSubstr;
 
 const CallOutcome null = EncodableValue();
 
+// The second start says so in one line, also that it does not serve the interface that it was given.
 TEST(HostLife, ASecondStartShowsTheFirstAndEndsAtOnce) {
     Desktop desktop;
     Host first;
     const auto window = first.bringToFront(desktop);
-    for (const char* interface : {"/bin/false", "no-such-program"}) {
+    StartupMessages startups;
+    const auto process = "process " + std::to_string(first.process().pid());
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{}, "brought to the front."},
+        {{"/bin/false"}, "/bin/false"},
+        {{"no-such-program"}, "no-such-program"},
+    };
+    for (const auto& [interface, says] : cases) {
         first.call("hide");
         ASSERT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
-        Process second({hostProgram(), interface});
+        std::vector<std::string> command{hostProgram()};
+        command.insert(command.end(), interface.begin(), interface.end());
+        Process second(command, {{"DESKTOP_STARTUP_ID", "start-up-of-the-second"}});
         EXPECT_EQ(second.exitStatus(), 0) << second.output();
+        EXPECT_THAT(second.output(), AllOf(HasSubstr(process), HasSubstr(says)));
+        EXPECT_EQ(std::ranges::count(second.output(), '\n'), 1) << second.output();
         EXPECT_TRUE(waitUntil([&] { return !desktop.isHidden(window) && desktop.activeWindow() == window; }));
+        EXPECT_THAT(startups.next(), HasSubstr("start-up-of-the-second"));
     }
     EXPECT_FALSE(first.process().exitStatus(milliseconds(0)));
 }
@@ -38,6 +53,8 @@ TEST(HostLife, StartsWithoutItsWindowWhenAskedToAndShowsItAtASecondStart) {
     Host host({{"DESKTOP_STARTUP_ID", "start-up-at-login"}}, {{"--background"}});
     EXPECT_EQ(host.call("pin", false), null);
     EXPECT_THAT(startups.next(), HasSubstr("start-up-at-login"));
+    Process greeting({hostProgram(), "--background"});
+    EXPECT_EQ(greeting.exitStatus(), 0);
     EXPECT_THAT(desktop.windows(host.process().pid()), testing::IsEmpty());
     Process second({hostProgram()});
     EXPECT_EQ(second.exitStatus(), 0);
@@ -75,7 +92,7 @@ TEST(HostLife, AKilledHostLeavesThePlaceFreeAndAStoppedOneIsToldOf) {
     stopped.process().signal(SIGSTOP);
     Process second({hostProgram(), "/bin/false"});
     EXPECT_EQ(second.exitStatus(), 1);
-    EXPECT_THAT(second.output(), HasSubstr("does not answer"));
+    EXPECT_THAT(second.output(), HasSubstr("kill -KILL " + std::to_string(stopped.process().pid())));
     stopped.process().signal(SIGCONT);
     EXPECT_EQ(stopped.call("pin", false), null);
 }

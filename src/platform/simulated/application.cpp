@@ -77,6 +77,12 @@ void World::terminationIsWithdrawn() {
     });
 }
 
+void World::userAsksForCapture() {
+    clock.async([this] {
+        if (applicationDelegate != nullptr) applicationDelegate->applicationShouldHandleCapture();
+    });
+}
+
 void World::userReopensHost() {
     clock.async([this] {
         const bool visible = std::ranges::any_of(hostWindows, [](auto* window) {

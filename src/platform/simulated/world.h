@@ -175,6 +175,7 @@ public:
     // the main loop.
     void userQuits();
     void userReopensHost();
+    void userAsksForCapture();     // by a command
     void terminationIsWithdrawn(); // by whoever had asked for it
     // Once the host has ended, nothing of its main queue runs any more.
     bool hostEnded = false;

@@ -27,6 +27,12 @@ void wishFor(CommandLine& line, Words) {
     line.wish = wish;
 }
 
+template <InstanceRequest request>
+void ask(CommandLine& line, Words) {
+    line.wish = Wish::ask;
+    line.request = request;
+}
+
 template <trace::Detail detail>
 void traceWith(CommandLine& line, Words) {
     line.trace = detail;
@@ -48,6 +54,15 @@ constexpr std::array options{
            traceWith<trace::Detail::words>},
     Option{"--trace=text", Takes::none, "", "the same, with the texts of the user",
            traceWith<trace::Detail::texts>},
+    Option{"--show", Takes::none, "", "bring the running host's window to the front",
+           ask<InstanceRequest::show>},
+    Option{"--hide", Takes::none, "", "hide the running host's window", ask<InstanceRequest::hide>},
+    Option{"--capture", Takes::none, "", "capture as the hot key does", ask<InstanceRequest::capture>},
+    Option{"--pause", Takes::none, "",
+           "give the hot key to other programs; once more, or --show, takes it again",
+           ask<InstanceRequest::pause>},
+    Option{"--quit", Takes::none, "", "quit the running host, which asks its interface first",
+           ask<InstanceRequest::quit>},
     Option{"--language-model", Takes::all, "[ADDRESS [MODEL]] [--json]",
            "print which language model answers, where it runs and whose it is; with an\n"
            "ADDRESS such as http://127.0.0.1:8080/v1, choose that server first, with\n"
@@ -103,6 +118,8 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         rest = rest.subspan(values.size());
     }
     line.interface.assign(rest.begin(), rest.end());
+    if (line.wish == Wish::ask && !line.interface.empty())
+        fail(line, "a request to the running host takes no program");
     return line;
 }
 
@@ -128,6 +145,9 @@ Options:
     for (const auto& option : options)
         if (!option.help.empty()) text += helpOf(option);
     text += R"(  --             what follows is PROGRAM, even if it begins with a dash
+
+A request to the running host (--show, --hide, --capture, --pause, --quit) exits with 0 when it is carried out,
+1 when the host refuses or does not answer, and 3 when no host runs.
 )";
     return text;
 }

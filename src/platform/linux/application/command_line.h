@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/base/trace.h"
+#include "platform/linux/x11/instance/request.h"
 
 #include <string>
 #include <vector>
@@ -9,10 +10,11 @@ namespace platform {
 
 // What the program was asked for on its command line.
 struct CommandLine {
-    enum class Wish { run, languageModel, help, version, unclear };
+    enum class Wish { run, ask, languageModel, help, version, unclear };
 
     Wish wish = Wish::run;
-    bool background = false; // start without showing the window
+    InstanceRequest request{}; // of the host that runs already, with Wish::ask
+    bool background = false;   // start without showing the window
     trace::Detail trace = trace::Detail::none;
     std::string sessionClientId;            // as the session's manager knew an earlier run; else empty
     std::vector<std::string> interface;     // the interface's program and its arguments; empty: the usual one

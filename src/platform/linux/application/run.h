@@ -2,7 +2,7 @@
 
 #include "platform/application.h"
 #include "platform/linux/application/command_line.h"
-#include "platform/linux/x11/base/sole_instance.h"
+#include "platform/linux/x11/instance/sole_instance.h"
 
 #include <functional>
 #include <memory>

@@ -104,9 +104,27 @@ std::shared_ptr<HotKeyCombination> HotKeys::add(KeyCode key, std::uint32_t modif
     }
     auto combination = std::make_shared<HotKeyCombination>(key, modifiers);
     if (!grabOn(*map, *combination)) return nullptr;
+    paused_ = false;
     EventListener::handlePending(); // presses of an earlier registration are not for this one
     combinations_.push_back(combination);
     return combination;
+}
+
+bool HotKeys::setPaused(bool paused) {
+    if (paused == paused_) return true;
+    const auto map = Keymap::read(coreKeyboard);
+    if (!map) return false;
+    bool heldAll = true;
+    for (const auto& combination : combinations()) {
+        combination->lesser.clear();
+        combination->down = false;
+        if (paused)
+            combination->grab.release();
+        else
+            heldAll = grabOn(*map, *combination) && heldAll;
+    }
+    if (heldAll) paused_ = paused;
+    return heldAll;
 }
 
 std::shared_ptr<HotKeyHandler> HotKeys::addHandler(HotKeyHandler handler) {
@@ -182,7 +200,7 @@ void HotKeys::keyUp(unsigned key) {
 // Another layout may put a modifier, or Num Lock, elsewhere.
 void HotKeys::keyboardChanged() const {
     const auto map = Keymap::read(coreKeyboard);
-    if (!map) return;
+    if (!map || paused_) return;
     for (const auto& combination : combinations())
         grabOn(*map, *combination);
 }

@@ -36,6 +36,12 @@ public:
     // Null when it cannot be had. It stays registered for as long as the caller keeps it.
     std::shared_ptr<HotKeyCombination> add(KeyCode key, std::uint32_t modifiers);
 
+    // While they are paused, presses go to the programs. False when a combination cannot be had again,
+    // because another program has taken it; the pause goes on then. A newly added combination ends the pause.
+    bool setPaused(bool paused);
+    bool isPaused() const { return paused_; }
+    bool isRegistered() const { return !combinations().empty(); }
+
     // Presses run the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
 
@@ -66,6 +72,7 @@ private:
     void rest();
     std::vector<std::shared_ptr<HotKeyCombination>> combinations() const;
 
+    bool paused_ = false;
     std::optional<EventListener> events_;
     std::optional<RawInput> keys_; // while a hot key is down or grabbed with fewer modifiers
     std::vector<std::weak_ptr<HotKeyCombination>> combinations_;

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/linux/application/command_line.h"
+
+#include <optional>
+
+// The host that runs already, as a later start of the program meets it.
+namespace platform {
+
+// Puts the command line's request to it, says what it answers, and returns the exit status.
+int askRunningHost(const CommandLine& line);
+
+// Brings its window to the front, or with `background` leaves it as it is, and returns the exit status.
+// Absent when none runs: this process is to be the host.
+std::optional<int> leaveToRunningHost(const CommandLine& line);
+
+} // namespace platform

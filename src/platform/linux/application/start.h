@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/application.h"
+#include "platform/linux/application/command_line.h"
+
+#include <functional>
+
+namespace platform {
+
+// Starts the program as the command line wants it: becomes the host of this user and display and runs until
+// its end, or has the host that runs already come to the front. Returns the exit status.
+int startHost(const CommandLine& line, const std::function<MainInterface()>& load);
+
+} // namespace platform
