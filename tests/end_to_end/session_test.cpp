@@ -75,7 +75,7 @@ TEST(HostSession, AnEndCalledOffByOthersIsAnsweredOnceAndNeedsNoAnswerOfTheInter
 
 TEST(HostSession, TheManagerCanStartItAgainAfterACrashAndAtTheNextLoginButNotAfterAQuit) {
     Session session;
-    Host host(session.environment());
+    Host host(session.environment(), {{"--dialogs"}});
     ASSERT_EQ(session.next(), "joined");
     const auto is = [&](const char* name, const auto& expected) {
         return waitUntil([&] { return testing::Matches(expected)(session.property(name)); });
@@ -83,11 +83,11 @@ TEST(HostSession, TheManagerCanStartItAgainAfterACrashAndAtTheNextLoginButNotAft
     constexpr char restartImmediately = 2, restartIfRunning = 0;
     EXPECT_TRUE(is("RestartStyleHint", ElementsAre(std::string(1, restartImmediately))));
     const auto restart = session.property("RestartCommand");
-    ASSERT_GT(restart.size(), 5U);
+    ASSERT_GT(restart.size(), 6U);
     EXPECT_EQ(restart[0], std::filesystem::canonical(hostProgram()));
     EXPECT_EQ(restart[1], "--sm-client-id");
-    const std::vector<std::string> rest(restart.begin() + 3, restart.begin() + 6);
-    EXPECT_THAT(rest, ElementsAre("--background", "--", "/bin/sh"));
+    const std::vector<std::string> rest(restart.begin() + 3, restart.begin() + 7);
+    EXPECT_THAT(rest, ElementsAre("--background", "--dialogs", "--", "/bin/sh"));
     host.exitInterface(0);
     EXPECT_TRUE(is("RestartStyleHint", ElementsAre(std::string(1, restartIfRunning))));
 }

@@ -46,6 +46,8 @@ void chooseLanguageModel(CommandLine& line, Words words) {
 constexpr std::array options{
     Option{"--background", Takes::none, "", "start without showing the window, as at login",
            [](CommandLine& line, Words) { line.background = true; }},
+    Option{"--dialogs", Takes::none, "", "say in dialogs what goes wrong, as from the desktop's menu",
+           [](CommandLine& line, Words) { line.dialogs = true; }},
     Option{"--sm-client-id", Takes::one, "ID", "", // the session's manager restarts the host with it
            [](CommandLine& line, Words words) { line.sessionClientId = words.front(); }},
     Option{"--trace", Takes::none, "",
@@ -125,6 +127,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
 
 std::vector<std::string> restartCommand(const std::string& program, const CommandLine& line) {
     std::vector<std::string> command{program, "--background"};
+    if (line.dialogs) command.emplace_back("--dialogs");
     if (!line.interface.empty()) command.emplace_back("--");
     command.insert(command.end(), line.interface.begin(), line.interface.end());
     return command;

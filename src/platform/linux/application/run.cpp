@@ -3,7 +3,6 @@
 #include "platform/linux/application/session.h"
 #include "platform/linux/application/termination.h"
 #include "platform/linux/base/child_process.h"
-#include "platform/linux/base/main_loop.h"
 #include "platform/linux/base/memory.h"
 #include "platform/linux/window/main_window.h"
 #include "platform/main_queue.h"
@@ -61,8 +60,8 @@ private:
 
 } // namespace
 
-int runHost(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance,
-            const CommandLine& line, const std::string& program) {
+MainLoopEnd runHost(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance,
+                    const CommandLine& line, const std::string& program) {
     signal(SIGPIPE, SIG_IGN);
     prepareMemory();
     raiseOpenFileLimit();
@@ -81,13 +80,13 @@ int runHost(const std::function<MainInterface()>& load, std::unique_ptr<SoleInst
     // It is left last: while the session ends, the interface may still have something to save.
     const SessionPart session({restartCommand(program, line), line.sessionClientId});
 
-    const int status = runMainLoop();
+    auto end = runMainLoop();
     instance.reset(); // whoever starts the program from now on gets a host of their own
     interface.mainWindow->orderOut();
     interface.mainWindow.reset();
     application.setMainMenu(nullptr);
     application.setDelegate(nullptr);
-    return status;
+    return end;
 }
 
 } // namespace platform

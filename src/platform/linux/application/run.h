@@ -2,6 +2,7 @@
 
 #include "platform/application.h"
 #include "platform/linux/application/command_line.h"
+#include "platform/linux/base/main_loop.h"
 #include "platform/linux/x11/instance/sole_instance.h"
 
 #include <functional>
@@ -11,8 +12,8 @@
 namespace platform {
 
 // The host's life from the main interface's making to its end, on a desktop that is ready for it. Afterwards
-// another host may start. Returns the exit status. `program` is the path of the host's own binary.
-int runHost(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance,
-            const CommandLine& line, const std::string& program);
+// another host may start. `program` is the path of the host's own binary.
+MainLoopEnd runHost(const std::function<MainInterface()>& load, std::unique_ptr<SoleInstance> instance,
+                    const CommandLine& line, const std::string& program);
 
 } // namespace platform

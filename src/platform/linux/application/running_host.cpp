@@ -7,6 +7,7 @@
 #include "platform/linux/x11/base/display_check.h"
 #include "platform/linux/x11/instance/running_instance.h"
 
+#include <csignal>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -32,38 +33,46 @@ std::string silence(const InstanceCall& call) {
 
 } // namespace
 
-int askRunningHost(const CommandLine& line) {
+int askRunningHost(const CommandLine& line, const Report& report) {
     if (const auto problem = displayProblem()) {
-        printMessage(*problem);
+        report.say(*problem);
         return cannotRun;
     }
     const auto call = askRunningInstance(line.request, caller(line));
     if (call.state == State::none) {
-        printMessage("no host runs on this display; start one first: quillmark-host.");
+        report.say("no host runs on this display; start one first: quillmark-host.");
         return noHostRuns;
     }
     if (call.state == State::silent) {
-        printMessage(silence(call));
+        report.say(silence(call));
         return cannotRun;
     }
     if (call.answer.outcome == Outcome::refused) {
-        printMessage(call.answer.line);
+        report.say(call.answer.line);
         return cannotRun;
     }
     if (!call.answer.line.empty()) std::cout << "quillmark-host: " << call.answer.line << std::endl;
     return 0;
 }
 
-std::optional<int> leaveToRunningHost(const CommandLine& line) {
+std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& report) {
     const auto call =
         askRunningInstance(line.background ? InstanceRequest::greet : InstanceRequest::show, caller(line));
     if (call.state == State::none) return std::nullopt;
     if (call.state == State::answered) {
-        printMessage(call.answer.line);
+        if (call.answer.outcome == Outcome::done)
+            printMessage(call.answer.line);
+        else
+            report.say(call.answer.line);
         return 0;
     }
-    printMessage(silence(call));
-    return cannotRun;
+    if (!call.process) {
+        report.say(silence(call));
+        return cannotRun;
+    }
+    if (!report.offersEnd(silence(call))) return cannotRun;
+    kill(*call.process, SIGKILL); // a stopped process takes no other signal
+    return std::nullopt;
 }
 
 } // namespace platform

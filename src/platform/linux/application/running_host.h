@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/application/command_line.h"
+#include "platform/linux/application/report.h"
 
 #include <optional>
 
@@ -8,10 +9,10 @@
 namespace platform {
 
 // Puts the command line's request to it, says what it answers, and returns the exit status.
-int askRunningHost(const CommandLine& line);
+int askRunningHost(const CommandLine& line, const Report& report);
 
 // Brings its window to the front, or with `background` leaves it as it is, and returns the exit status.
 // Absent when none runs: this process is to be the host.
-std::optional<int> leaveToRunningHost(const CommandLine& line);
+std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& report);
 
 } // namespace platform

@@ -4,12 +4,16 @@
 #include "platform/linux/application/control.h"
 #include "platform/linux/application/exit_status.h"
 #include "platform/linux/application/gtk_start.h"
+#include "platform/linux/application/report.h"
 #include "platform/linux/application/run.h"
 #include "platform/linux/application/running_host.h"
+#include "platform/linux/base/child_process.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/interface/program.h"
 #include "platform/linux/window/notice.h"
 #include "platform/linux/x11/base/display_check.h"
+
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -38,23 +42,37 @@ std::optional<std::string> prepare(const CommandLine& line) {
     return std::nullopt;
 }
 
+// As a fresh process, with nothing left of this one.
+void beginAnew(const std::string& program, char** arguments) {
+    undoHostSettings();
+    execv(program.c_str(), arguments);
+}
+
 } // namespace
 
-int startHost(const CommandLine& line, const std::function<MainInterface()>& load) {
+int startHost(const CommandLine& line, const Report& report, char** arguments,
+              const std::function<MainInterface()>& load) {
     const std::string program = ownProgram();
     if (const auto problem = displayProblem()) {
-        printMessage(*problem);
+        report.say(*problem);
         return cannotRun;
     }
     std::unique_ptr<SoleInstance> instance;
     while (!(instance = SoleInstance::take(handleRequest)))
-        if (const auto status = leaveToRunningHost(line)) return *status;
+        if (const auto status = leaveToRunningHost(line, report)) return *status;
 
     if (const auto problem = prepare(line)) {
-        printMessage(*problem);
+        instance.reset();
+        if (report.offersStart(*problem)) beginAnew(program, arguments);
         return cannotRun;
     }
-    return runHost(load, std::move(instance), line, program);
+    const auto end = runHost(load, std::move(instance), line, program);
+    if (end.message.empty()) return end.status;
+    if (end.status == 0)
+        printMessage(end.message);
+    else if (report.offersStart(end.message))
+        beginAnew(program, arguments);
+    return end.status;
 }
 
 } // namespace platform

@@ -3,22 +3,23 @@
 #include <glib.h>
 
 #include <optional>
+#include <utility>
 
 namespace platform {
 namespace {
 
-std::optional<int> finalStatus;
+std::optional<MainLoopEnd> theEnd;
 
 } // namespace
 
-int runMainLoop() {
-    while (!finalStatus)
+MainLoopEnd runMainLoop() {
+    while (!theEnd)
         g_main_context_iteration(nullptr, TRUE);
-    return *finalStatus;
+    return *theEnd;
 }
 
-void endMainLoop(int status) {
-    if (!finalStatus) finalStatus = status;
+void endMainLoop(MainLoopEnd end) {
+    if (!theEnd) theEnd = std::move(end);
     g_main_context_wakeup(nullptr);
 }
 

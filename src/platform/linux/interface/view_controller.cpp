@@ -1,7 +1,6 @@
 #include "platform/linux/interface/view_controller.h"
 
 #include "platform/linux/base/main_loop.h"
-#include "platform/linux/base/terminal_message.h"
 #include "platform/linux/base/trace.h"
 #include "platform/linux/interface/program.h"
 #include "platform/main_queue.h"
@@ -90,8 +89,8 @@ void ViewController::Native::connectionEnded(std::optional<std::string> why) {
 }
 
 void ViewController::Native::finish(std::string lastLine) {
-    platform::printMessage(lastLine);
-    platform::endMainLoop(process_ ? process_->exitStatus().value_or(cannotStart) : cannotStart);
+    platform::endMainLoop(
+        {process_ ? process_->exitStatus().value_or(cannotStart) : cannotStart, std::move(lastLine)});
 }
 
 ViewController::ViewController() : native_(std::make_unique<Native>()) {}
