@@ -1,6 +1,7 @@
 #include "platform/linux/application/running_host.h"
 
 #include "platform/linux/application/exit_status.h"
+#include "platform/linux/application/own_program.h"
 #include "platform/linux/base/environment.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/interface/program.h"
@@ -55,7 +56,7 @@ int askRunningHost(const CommandLine& line, const Report& report) {
     return 0;
 }
 
-std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& report) {
+std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& report, char** arguments) {
     const auto call =
         askRunningInstance(line.background ? InstanceRequest::greet : InstanceRequest::show, caller(line));
     if (call.state == State::none) return std::nullopt;
@@ -72,7 +73,8 @@ std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& rep
     }
     if (!report.offersEnd(silence(call))) return cannotRun;
     kill(*call.process, SIGKILL); // a stopped process takes no other signal
-    return std::nullopt;
+    startAfresh(arguments);
+    return cannotRun;
 }
 
 } // namespace platform

@@ -12,7 +12,8 @@ namespace platform {
 int askRunningHost(const CommandLine& line, const Report& report);
 
 // Brings its window to the front, or with `background` leaves it as it is, and returns the exit status.
-// Absent when none runs: this process is to be the host.
-std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& report);
+// Absent when none runs: this process is to be the host. Where the running one hangs and the person wants it
+// ended, the program begins anew with `arguments`, those of its main function.
+std::optional<int> leaveToRunningHost(const CommandLine& line, const Report& report, char** arguments);
 
 } // namespace platform
