@@ -82,8 +82,7 @@ void DesktopBridge::grantToken(const Captured& captured) {
 }
 
 void DesktopBridge::sendCapture(const Captured& captured) {
-    const auto& window = captureState_.sourceWindow;
-    const auto title = window ? AX::stringAttribute(window, "AXTitle") : std::nullopt;
+    const auto title = AX::stringAttribute(captureState_.sourceWindow, "AXTitle");
     const auto& source = *captureState_.sourceApp;
     channel_.invokeMethod("capture", EncodableMap{
                                          {"text", captured.text},

@@ -40,7 +40,7 @@ bool isSecure(const AXUIElementRef& element) {
 
 std::optional<FieldValue> focusedFieldValue() {
     const auto element = focusedElement();
-    if (!element || !isTextField(element)) return std::nullopt;
+    if (!isTextField(element)) return std::nullopt;
     const auto value = stringAttribute(element, "AXValue");
     if (!value) return std::nullopt;
 

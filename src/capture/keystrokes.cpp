@@ -28,8 +28,7 @@ std::optional<platform::CGKeyCode> keyCode(std::string_view character) {
     if (!layout) return std::nullopt;
 
     for (platform::CGKeyCode key = 0; key <= lastKeyCode; ++key) {
-        const auto typed = typedBy(*layout, key);
-        if (!typed.empty() && text::equalStrings(text::firstCharacter(typed), character)) return key;
+        if (text::equalStrings(text::firstCharacter(typedBy(*layout, key)), character)) return key;
     }
     return std::nullopt;
 }

@@ -120,10 +120,9 @@ void DesktopBridge::giveUp(PasteAttempt& attempt) {
 bool DesktopBridge::targetUnchanged(const RunningApplication& source, const PasteTarget& target) {
     const AX::TargetPid asked{source.processIdentifier()};
     if (!isFrontmost(source)) return false;
-    const auto window = focusedWindow(source.processIdentifier());
-    if (!window || !CFEqual(window, target.window)) return false;
+    if (!CFEqual(focusedWindow(source.processIdentifier()), target.window)) return false;
     const auto element = AX::focusedElement();
-    if (!element || !CFEqual(element, target.element)) return false;
+    if (!CFEqual(element, target.element)) return false;
     if (AX::isSecure(element)) return false;
     if (!target.textUnchanged(element)) return false;
     if (target.replaceAll) return true;

@@ -27,7 +27,7 @@ TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
 
 enum class InputSourceProperty { kTISPropertyUnicodeKeyLayoutData };
 
-// The layout's data, or null.
+// The data of a layout, or null. `source` must not be null.
 UnicodeKeyLayoutRef TISGetInputSourceProperty(const TISInputSourceRef& source, InputSourceProperty property);
 
 // The physical keyboard's type, for the translation.

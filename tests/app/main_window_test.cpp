@@ -43,10 +43,13 @@ TEST(MainWindow, OpensTheModelsChannelsToo) {
 
 namespace {
 
-// Every item's identifier, menu by menu; "-" is a separator.
+// Every item's identifier and shortcut, menu by menu; "-" is a separator.
 void list(const platform::Menu& menu, std::string& names) {
     for (const auto& item : menu.itemArray()) {
         names += item->isSeparatorItem() ? "-" : item->identifier().value_or("NAMELESS");
+        const auto modifiers = item->keyEquivalentModifierMask();
+        if (modifiers != 0 || !item->keyEquivalent().empty()) names += "=" + item->keyEquivalent();
+        if (modifiers & platform::kCGEventFlagMaskShift) names += "+Shift";
         names += ' ';
         if (item->submenu()) list(*item->submenu(), names);
     }
@@ -58,14 +61,13 @@ struct MainMenu : testing::Test, Host {
 
 } // namespace
 
-TEST_F(MainMenu, EveryItemHasTheNameThatInterfacesRelabelItBy) {
+TEST_F(MainMenu, EveryItemHasTheKeyThatInterfacesRelabelItByAndItsShortcut) {
     std::string names;
     list(*world.mainMenu, names);
-    EXPECT_EQ(
-        names,
-        "nativeApplication nativeAbout - nativeQuit "
-        "nativeEdit nativeUndo nativeRedo - nativeCut nativeCopy nativePaste - nativeSelectAll "
-        "nativeView nativeFullScreen nativeWindow nativeMinimize nativeZoom nativeHelp nativeShowHelp ");
+    EXPECT_EQ(names, "nativeApplication nativeAbout - nativeQuit=q nativeEdit nativeUndo=z "
+                     "nativeRedo=z+Shift - nativeCut=x "
+                     "nativeCopy=c nativePaste=v - nativeSelectAll=a nativeView nativeFullScreen=F11 "
+                     "nativeWindow nativeMinimize nativeZoom nativeHelp nativeShowHelp ");
 }
 
 TEST_F(MainMenu, ItemsActOrAreGreyed) {

@@ -27,6 +27,16 @@ TEST_F(Quit, IsGrantedAtOnceBeforeTheInterfaceIsReady) {
     userQuits();
     EXPECT_TRUE(world.hostEnded);
     EXPECT_THAT(calledMethods(), IsEmpty());
+    EXPECT_THAT(world.terminateReplies, ElementsAre(platform::ApplicationTerminateReply::terminateNow));
+}
+
+TEST_F(Quit, IsGrantedAtOnceWithoutAWindow) {
+    initialise();
+    delegate->mainFlutterWindow.reset();
+    EXPECT_TRUE(delegate->applicationShouldHandleReopen(false));
+    userQuits();
+    EXPECT_TRUE(world.hostEnded);
+    EXPECT_THAT(calledMethods(), IsEmpty());
 }
 
 TEST_F(Quit, ByTheCloseButtonBeforeTheInterfaceIsReadyEndsTheHost) {
@@ -44,7 +54,8 @@ TEST_F(Quit, AsksTheInterfaceOnceAndWaitsForItsConsent) {
     const auto answer = call("quit");
     EXPECT_EQ(answer.text(), "null") << "answered before the host ends";
     EXPECT_TRUE(world.hostEnded);
-    EXPECT_THAT(world.settledTerminations, ElementsAre(true));
+    delegate->finishQuit();
+    EXPECT_THAT(world.settledTerminations, ElementsAre(true)) << "a second time there is nothing to settle";
 }
 
 TEST_F(Quit, IsCompletedWhenTheInterfaceStaysSilent) {
@@ -62,10 +73,16 @@ TEST_F(Quit, IsWithdrawnByTheInterfaceAndMayBeAskedAgain) {
     world.runFor(10s);
     EXPECT_EQ(call("cancelQuit").text(), "null");
     EXPECT_THAT(world.settledTerminations, ElementsAre(false));
+    world.runFor(10s);
+    EXPECT_FALSE(world.hostEnded) << "nothing is pending when the time is up";
+
     userQuits();
-    EXPECT_THAT(calledMethods(), ElementsAre("quit", "quit"));
+    world.runFor(10s);
+    call("cancelQuit");
+    userQuits();
+    EXPECT_THAT(calledMethods(), ElementsAre("quit", "quit", "quit"));
     world.runFor(5s);
-    EXPECT_TRUE(world.hostEnded) << "the first request's timeout grants whatever request is pending";
+    EXPECT_TRUE(world.hostEnded) << "an earlier request's timeout grants whatever request is pending";
 }
 
 TEST_F(Quit, ThatIsNotAskedForAnyMoreNeedsNoAnswerAndMayBeAskedAgain) {
@@ -104,6 +121,12 @@ TEST_F(Quit, StillAnswersTheInterfaceUnderAnotherDelegate) {
     EXPECT_EQ(call("cancelQuit").text(), "null");
     EXPECT_EQ(call("quit").text(), "null");
     EXPECT_FALSE(world.hostEnded);
+}
+
+TEST_F(Quit, ByTheCloseButtonNeedsNoDelegate) {
+    platform::Application::sharedApplication().setDelegate(nullptr);
+    pressCloseButton();
+    EXPECT_TRUE(world.hostEnded);
 }
 
 TEST_F(Quit, StartedAgainShowsTheWindowInstead) {

@@ -81,6 +81,7 @@ TEST_F(Capture, TakesTheFirstSourceThatHasText) {
 
     letter.value = " \n ";
     letter.selection = {};
+    EXPECT_FALSE(AX::focusedFieldValue());
     EXPECT_EQ(summary(), "clipboard: from before");
     world.emptyPasteboard();
     EXPECT_EQ(summary(), "clipboard: ");
@@ -95,6 +96,13 @@ TEST_F(Capture, GivesNoTokenForAPlaceThatIsNotKnown) {
     const auto sent = capture();
     EXPECT_EQ(textOf(*sent, "token"), "");
     EXPECT_EQ(textOf(*sent, "title"), "");
+
+    writer.overrides.clear();
+    letter.selection = {};
+    letter.copies = simulated::Copies::nothing;
+    letter.overrides["AXValue"] = std::nullopt;
+    world.after(100ms, [&] { letter.overrides.clear(); });
+    EXPECT_EQ(summary(), "field: Dear Anna") << "the value could not be read at first";
 }
 
 TEST_F(Capture, CutsALongFieldAtThreeThousandCharactersAndGivesNoToken) {
@@ -111,8 +119,11 @@ TEST_F(Capture, ReadsOnlyWhatIsATextField) {
     letter.copies = simulated::Copies::nothing;
     letter.role = "AXStaticText";
     EXPECT_EQ(summary(), "field: Dear Anna +token") << "editable, whatever its role";
-    letter.editable = false;
-    EXPECT_EQ(summary(), "clipboard: ");
+    for (const simulated::AttributeRead& noBoolean :
+         {simulated::AttributeRead{}, simulated::AttributeRead{"yes"}, simulated::AttributeRead{false}}) {
+        letter.overrides["AXEditable"] = noBoolean;
+        EXPECT_EQ(summary(), "clipboard: ");
+    }
     letter.role = "AXWebArea";
     EXPECT_EQ(summary(), "field: Dear Anna +token");
     letter.overrides["AXValue"] = Value{true};
@@ -178,6 +189,17 @@ TEST_F(Capture, WithoutPermissionSendsThePasteboardAndAsksForThePermission) {
     EXPECT_EQ(summary(), "clipboard: from before");
     EXPECT_EQ(world.permissionPrompts, 1);
     EXPECT_THAT(world.postedEvents, IsEmpty());
+    EXPECT_EQ(world.time(), 0us) << "no element is searched for";
+}
+
+TEST_F(Capture, SendsNoCopyKeystrokeToAnotherProgramThatHasComeToTheFront) {
+    auto& other = world.openProgram({.name = "Other"});
+    field("Dear Anna");
+    writer.reactionTime = 5ms;
+    world.after(12ms, [&] { world.bringToFront(other); });
+    EXPECT_EQ(summary(), "field: Dear Anna +token");
+    EXPECT_THAT(other.keystrokes, IsEmpty());
+    EXPECT_THAT(writer.keystrokes, IsEmpty());
 }
 
 TEST_F(Capture, AsksASilentProgramToShowItsElementsAndTriesAgainEveryFiftyMilliseconds) {
@@ -207,4 +229,13 @@ TEST_F(Capture, TakesTheFocusOfTheWholeDesktopWhenAProgramStaysSilent) {
     world.putOnPasteboard("from before");
     EXPECT_EQ(summary(), "clipboard: from before");
     EXPECT_THAT(world.postedEvents, IsEmpty());
+}
+
+TEST_F(Capture, LooksForTheFocusInTheProgramInFrontWhenNoProcessIsGiven) {
+    const auto& letter = field("Dear Anna");
+    EXPECT_TRUE(CFEqual(AX::focusedElement(), world.elementOf(letter)));
+    world.bringNothingToFront();
+    world.systemWideFocus = Value{world.elementOf(letter)};
+    EXPECT_FALSE(AX::focusedElement());
+    EXPECT_EQ(world.time(), 0us);
 }

@@ -6,6 +6,7 @@
 
 using namespace std::chrono_literals;
 using simulated::Item;
+using simulated::JournalEntry;
 using simulated::KeyboardLayout;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -46,6 +47,9 @@ TEST_F(CopySelection, ReturnsTheTextUnchangedAndPutsThePasteboardBack) {
     EXPECT_EQ(world.time(), 100ms) << "found at the first poll after the program has copied";
     EXPECT_THAT(writer.keystrokes, ElementsAre(simulated::Keystroke{8, command}));
     EXPECT_NE(platform::Pasteboard::generalPasteboard().changeCount(), changes);
+    EXPECT_THAT(world.journal.entriesThatBeginWith("pasteboard cleared"),
+                ElementsAre(JournalEntry{0us, "pasteboard cleared by Quillmark"},
+                            JournalEntry{100ms, "pasteboard cleared by Quillmark"}));
     expectPasteboardRestored();
 }
 
@@ -57,6 +61,9 @@ TEST_F(CopySelection, WaitsFourHundredMillisecondsForTextAndNoLonger) {
         EXPECT_EQ(world.time() - start, 400ms);
         expectPasteboardRestored();
     }
+    world.after(30ms, [&] { world.putOnPasteboard(""); });
+    world.after(70ms, [&] { world.putOnPasteboard("late"); });
+    EXPECT_EQ(AX::copySelectionViaClipboard(), "late") << "an empty text is none";
     letter.copies = simulated::Copies::selection;
     world.after(50ms, [&] { world.end(writer); });
     writer.keystrokesActAfter = 60ms;
@@ -69,8 +76,10 @@ TEST_F(CopySelection, LeavesAnEmptyPasteboardEmpty) {
         world.emptyPasteboard();
         world.pasteboard.readable = readable;
         world.after(1ms, [&] { world.pasteboard.readable = true; });
+        world.journal.clear();
         EXPECT_EQ(AX::copySelectionViaClipboard(), " Dear");
         EXPECT_THAT(world.pasteboardItems(), IsEmpty());
+        EXPECT_EQ(world.journal.entriesThatBeginWith("pasteboard").size(), 3u) << "cleared, copied, cleared";
     }
 }
 
@@ -87,10 +96,13 @@ TEST_F(CopySelection, UsesTheKeyThatTypesTheLetterOnTheUsersLayout) {
 
     auto twice = KeyboardLayout::us();
     twice.keys[3] = u"cx";
+    twice.brokenKeys = {1};
     EXPECT_EQ(keyOf(twice, "c"), 3) << "the lowest key, by the first character it types";
 
-    for (const auto& layout :
-         {KeyboardLayout::usWithDeadC(), KeyboardLayout::withoutC(), KeyboardLayout::cyrillic()}) {
+    auto withoutData = KeyboardLayout::us();
+    withoutData.hasData = false;
+    for (const auto& layout : {KeyboardLayout::usWithDeadC(), KeyboardLayout::withoutC(),
+                               KeyboardLayout::cyrillic(), withoutData}) {
         writer.keystrokes.clear();
         EXPECT_EQ(keyOf(layout, "c"), std::nullopt);
         AX::postKey("c", 8, command);

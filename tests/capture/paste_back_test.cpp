@@ -1,5 +1,6 @@
 // Typing a rewrite back: into the very field it came from, or not at all.
 #include "capture/ax.h"
+#include "capture/paste_target.h"
 #include "support/host.h"
 
 #include <gmock/gmock.h>
@@ -8,6 +9,7 @@ using namespace std::chrono_literals;
 using namespace std::string_literals;
 using flutter::EncodableMap;
 using flutter::EncodableValue;
+using simulated::JournalEntry;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Value = platform::AXAttributeValue;
@@ -53,8 +55,13 @@ TEST_F(PasteBack, ReplacesTheSelectionWithinTheCall) {
     EXPECT_EQ(letter.value, "Dear Anna, hello");
     EXPECT_FALSE(windowState().visible);
     EXPECT_EQ(world.pasteboardText(), "hello");
-    EXPECT_EQ(paste().text(), "copied-only") << "a token serves for one paste";
-    EXPECT_EQ(letter.value, "Dear Anna, hello");
+
+    letter = {.value = "Dear Anna, helo", .selection = {11, 4}};
+    for (const auto* used : {token.c_str(), ""}) {
+        token = used;
+        EXPECT_EQ(paste().text(), "copied-only") << "a token serves for one paste";
+        EXPECT_EQ(letter.value, "Dear Anna, helo");
+    }
 }
 
 TEST_F(PasteBack, ReplacesAWholeFieldWithSelectAllAndItsPauses) {
@@ -62,10 +69,15 @@ TEST_F(PasteBack, ReplacesAWholeFieldWithSelectAllAndItsPauses) {
     const auto start = world.time();
     EXPECT_EQ(paste().text(), "pasted");
     EXPECT_EQ(letter.value, "hello");
-    EXPECT_EQ(world.journal.entriesThatBeginWith("pasteboard").back().at, start);
+    EXPECT_THAT(world.journal.entriesThatBeginWith("pasteboard"),
+                ElementsAre(JournalEntry{start, "pasteboard cleared by Quillmark"},
+                            JournalEntry{start, "pasteboard \"hello\" by Quillmark"},
+                            JournalEntry{start, "pasteboard cleared by Quillmark"},
+                            JournalEntry{start, "pasteboard \"hello\" by Quillmark"}))
+        << "once for the user, once more for the keystroke";
     EXPECT_THAT(world.journal.entriesThatBeginWith("posted"),
-                ElementsAre(simulated::JournalEntry{start + 30ms, "posted Command+0"},
-                            simulated::JournalEntry{start + 70ms, "posted Command+9"}));
+                ElementsAre(JournalEntry{start + 30ms, "posted Command+0"},
+                            JournalEntry{start + 70ms, "posted Command+9"}));
 }
 
 TEST_F(PasteBack, WithoutAUsableTokenOnlyCopies) {
@@ -114,10 +126,12 @@ TEST_F(PasteBack, WaitsForTheSourceAndForTheUsersFingers) {
 }
 
 TEST_F(PasteBack, GivesUpAfterOneSecondAndShowsTheWindowAgain) {
-    for (const bool activates : {true, false}) {
+    const struct { bool activates, anyInFront; } cases[]{{true, true}, {false, true}, {false, false}};
+    for (const auto& [activates, anyInFront] : cases) {
         world.bringToFront(writer);
         token = textOf(*capture(), "token");
         world.bringHostToFront();
+        if (!anyInFront) world.bringNothingToFront();
         writer.activates = activates;
         world.heldModifiers = activates ? platform::kCGEventFlagMaskControl : 0;
         const auto start = world.time();
@@ -148,12 +162,12 @@ TEST_F(PasteBack, RefusesATargetThatHasChanged) {
              t.writer.openWindow("Other");
              t.writer.focusedField = &t.letter;
          }},
-        {"a password", [](auto& t) { t.letter.subrole = "AXSecureTextField"; }},
+        {"a password, however its text is shown",
+         [](auto& t) { t.letter.overrides["AXSubrole"] = Value{"AXSecureTextField"}; }},
     };
     for (const auto& [what, change] : changes) {
         SCOPED_TRACE(what);
         letter.overrides.clear();
-        letter.subrole.clear();
         letter.value = "Dear Anna, helo";
         letter.selection = {11, 4};
         writer.focusedWindow = &letters;
@@ -165,6 +179,24 @@ TEST_F(PasteBack, RefusesATargetThatHasChanged) {
         expectNothingTyped();
         EXPECT_TRUE(windowState().visible);
     }
+}
+
+TEST_F(PasteBack, ComparesOnlyWhatTheCaptureCouldRead) {
+    letter.overrides["AXValue"] = std::nullopt;
+    token = textOf(*capture(), "token");
+    letter.overrides.clear();
+    EXPECT_EQ(paste().text(), "pasted");
+
+    CaptureState captured;
+    captured.originalSelection = "helo";
+    const PasteTarget withSelection{captured}, without{CaptureState{}};
+    const auto element = world.elementOf(letter);
+    letter.overrides["AXSelectedText"] = Value{"helo"};
+    EXPECT_TRUE(withSelection.selectionUnchanged(element));
+    EXPECT_FALSE(without.selectionUnchanged(element));
+    letter.overrides["AXSelectedText"] = std::nullopt;
+    EXPECT_FALSE(withSelection.selectionUnchanged(element));
+    EXPECT_TRUE(without.selectionUnchanged(element));
 }
 
 TEST_F(PasteBack, ComparesTextAsAReaderSeesIt) {

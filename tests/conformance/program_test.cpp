@@ -136,7 +136,8 @@ TEST_F(ProgramTest, OneThatDoesNotAnswerCostsABoundedTimeAndYieldsNothing) {
     }
 }
 
-TEST_F(ProgramTest, NothingIsReadThroughAnEmptyHandle) {
+TEST_F(ProgramTest, AnEmptyHandleReadsNothingAndIsEqualToNone) {
+    EXPECT_FALSE(CFEqual({}, {}));
     EXPECT_FALSE(AXUIElementCopyAttributeValue({}, "AXValue").has_value());
     EXPECT_FALSE(AXUIElementSetAttributeValue({}, "AXManualAccessibility", true));
     EXPECT_TRUE(AXIsProcessTrustedWithOptions({}));

@@ -1,4 +1,5 @@
 // The desktop channel: what each call answers, whatever it is given.
+#include "flutter/arguments.h"
 #include "platform/url.h"
 #include "support/host.h"
 
@@ -110,6 +111,7 @@ TEST_F(DesktopChannel, ShowsHidesAndPinsTheWindow) {
 
 TEST_F(DesktopChannel, GrowsTheWindowDownwardsWithinItsScreen) {
     world.screens = {{0, 50, 1440, 800}};
+    call("show");
     const auto grown = [&](platform::Rect frame, EncodableValue points) {
         window->setFrame(frame, false);
         call("growHeight", points);
@@ -135,6 +137,26 @@ TEST_F(DesktopChannel, GrowsTheWindowDownwardsWithinItsScreen) {
     window->setStyleMask(window->styleMask() & ~platform::WindowStyleMaskFullScreen);
     EXPECT_EQ(grown({5000, 200, 700, 600}, 100), (platform::Rect{5000, 100, 700, 700}))
         << "on no screen, the main screen counts";
+    world.screens.push_back({1440, 0, 1440, 1200});
+    EXPECT_EQ(grown({1500, 500, 700, 600}, 600), (platform::Rect{1500, 0, 700, 1200})) << "on its own screen";
     world.screens.clear();
     EXPECT_EQ(grown(frame, 100), frame);
+}
+
+TEST_F(DesktopChannel, AnswersWithoutItsWindow) {
+    auto& writer = world.openProgram();
+    writer.addField({.value = "Dear Anna", .selection = {0, 4}});
+    flutter::ViewController controller;
+    const auto bridge = DesktopBridge::create({}, controller);
+    for (const auto* method : {"show", "hide", "pin", "cancelQuit"})
+        EXPECT_EQ(call(method).text(), "null") << method;
+    EXPECT_EQ(call("growHeight", 5).text(), "null");
+    EXPECT_EQ(call("localize", EncodableMap{{"tooltip", "Quillmark"}}).text(), "null");
+
+    call("initialize");
+    world.bringToFront(writer);
+    world.userPresses(49, platform::kCGEventFlagMaskAlternate | platform::kCGEventFlagMaskShift);
+    world.settle();
+    const auto token = textOf(*flutter::asMap(calls().back().arguments), "token");
+    EXPECT_EQ(call("paste", EncodableMap{{"text", "Hello"}, {"token", token}}).text(), "pasted");
 }

@@ -52,8 +52,9 @@ TEST_F(MenuLabels, FollowTheFullScreenState) {
     window->native().userEntersFullScreen();
     world.settle();
     EXPECT_EQ(toggle->title(), "Enter") << "without a label for full screen the title stays";
-    call("localize", EncodableMap{{"nativeExitFullScreen", "Leave"}});
+    call("localize", EncodableMap{{"nativeExitFullScreen", "Leave"}, {"view", "View"}});
     EXPECT_EQ(toggle->title(), "Leave");
+    EXPECT_EQ(view->title(), "View");
     window->native().userExitsFullScreen();
     world.settle();
     EXPECT_EQ(toggle->title(), "Enter");

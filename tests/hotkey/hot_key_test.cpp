@@ -5,6 +5,7 @@
 
 using flutter::EncodableMap;
 using simulated::Combination;
+using simulated::JournalEntry;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -47,11 +48,16 @@ TEST_F(HotKeys, ReadTheCombinationFromTheInterface) {
     EXPECT_EQ(world.hotKeys.registrations[0].id.id, 1u);
 }
 
-TEST_F(HotKeys, AreLeftAloneWhenNothingChanges) {
+TEST_F(HotKeys, AreReplacedOneByOneAndLeftAloneWhenNothingChanges) {
     initialize(40);
     world.journal.clear();
     EXPECT_EQ(initialize(40), "hotkey_registered=true");
     EXPECT_THAT(world.journal.entriesThatBeginWith("hot key"), IsEmpty());
+    EXPECT_EQ(initialize(41), "hotkey_registered=true");
+    EXPECT_THAT(world.journal.entriesThatBeginWith("hot key"),
+                ElementsAre(JournalEntry{{}, "hot key 40+2560 unregistered"},
+                            JournalEntry{{}, "hot key handler removed"},
+                            JournalEntry{{}, "hot key 41+2560 registered"}));
 }
 
 TEST_F(HotKeys, FallBackToTheOldCombinationWhenTheNewOneIsTaken) {

@@ -20,6 +20,7 @@ public:
         if (world == nullptr) return;
         std::erase_if(world->hotKeys.handlers,
                       [this](const HotKeys::Handler& handler) { return handler.owner == this; });
+        world->note("hot key handler removed");
     }
 };
 

@@ -24,8 +24,8 @@ std::ostream& operator<<(std::ostream& stream, const JournalEntry& entry);
 //     activation of Writer requested                   pasteboard "text" by Quillmark
 //     Writer in front                                  keystroke Command+8 to Writer
 //     beep                                             hot key 49+2560 registered | unregistered | pressed
+//     terminated                                       hot key handler removed
 //     window ordered out | front | miniaturized | deminiaturized
-//     terminated
 class Journal {
 public:
     void add(std::chrono::microseconds at, std::string what);

@@ -63,7 +63,7 @@ TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource() {
 }
 
 UnicodeKeyLayoutRef TISGetInputSourceProperty(const TISInputSourceRef& source, InputSourceProperty) {
-    if (!source || !source->layout.hasData) return nullptr;
+    if (!source->layout.hasData) return nullptr;
     return std::make_shared<UnicodeKeyLayout>(UnicodeKeyLayout{source->layout});
 }
 
