@@ -131,7 +131,7 @@ public:
     void show() override {}
     void hide() override {}
     void captureAgain() override {}
-    ModelConsent modelConsent() override { return ModelConsent::given; }
+    void askForConsent(std::function<void(ModelConsent)> answer) override { answer(ModelConsent::given); }
     void watchPerson() override {}
     bool personWentOn() override { return false; }
     bool personHoldsModifiers() override { return false; }

@@ -4,10 +4,11 @@
 
 #include "client/connection.h"
 #include "client/desktop.h"
+#include "closing.h"
+#include "model_choice.h"
+#include "preferences.h"
 #include "rewriting/assistant.h"
-#include "rewriting/model_status.h"
 #include "settings/programs.h"
-#include "settings/settings_file.h"
 #include "spelling/spelling.h"
 #include "system/background.h"
 #include "system/notices.h"
@@ -21,6 +22,7 @@ namespace quillmark {
 
 class Application : private Surroundings {
 public:
+    // The view goes into the host's window with that number.
     Application(Connection& connection, unsigned long view);
     ~Application() override;
 
@@ -30,22 +32,30 @@ private:
     void show() override;
     void hide() override;
     void captureAgain() override;
-    ModelConsent modelConsent() override;
+    void askForConsent(std::function<void(ModelConsent)> answer) override;
     void watchPerson() override { person_.begin(); }
     bool personWentOn() override { return person_.wentOn(); }
     bool personHoldsModifiers() override { return person_.holdsModifiers(); }
     void after(std::chrono::milliseconds delay, std::function<void()> work) override;
 
     void captured(const Capture& capture);
-    void quitAsked();
+    void registerHotKey(const HotKey& hotKey, std::function<void(bool registered)> done);
+    void useModel(bool use);
+
+    // What counts from now on.
+    void settingsChanged(const Settings& before);
+    void useLanguage();
+    void useStatusIcon();
 
     void buildWindow();
+    SettingsActions settingsActions();
+    Closing::Actions closingActions();
     void showFacts();
-    void useModel(bool use);
-    void registerHotKey();
+    void hideToIcon();
+    void showSettings();
+    void showHelp();
 
-    LoadedSettings loaded_;
-    Settings& settings_ = loaded_.settings;
+    Preferences preferences_;
     unsigned long view_;
     Desktop desktop_;
     Spelling spelling_;
@@ -53,9 +63,10 @@ private:
     Notices notices_;
     PersonWatch person_;
     LatePrograms late_;
-    ModelStatus model_;
+    ModelChoice model_;
     bool hotKeyRegistered_ = true;
     Assistant assistant_;
+    Closing closing_;
     std::unique_ptr<StatusIcon> icon_;
     std::unique_ptr<Window> window_;
 };

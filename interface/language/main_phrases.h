@@ -33,7 +33,7 @@ inline constexpr Phrase wasCopied{"Copied", "복사했습니다"};
 inline constexpr Phrase askConsent{"A language model was found on this computer: %1. May it have your texts?",
                                    "이 컴퓨터에서 언어 모델을 찾았습니다: %1. 글을 이 모델에 보내도 될까요?"};
 inline constexpr Phrase useModel{"Use it", "사용"};
-inline constexpr Phrase spellingOnlyChoice{"Spelling only", "맞춤법만"};
+inline constexpr Phrase spellingOnly{"Spelling only", "맞춤법만"};
 inline constexpr Phrase standsThere{"The rewrite stands where the original was.",
                                     "원문이 있던 자리에 고친 글을 넣었습니다."};
 inline constexpr Phrase refusedInWords{
@@ -49,12 +49,6 @@ inline constexpr Phrase originalOnClipboard{
 inline constexpr Phrase wasStopped{
     "Stopped. What had come until then is below; “Again” starts anew.",
     "멈췄습니다. 그때까지의 글은 아래에 있습니다. “다시”를 누르면 처음부터 고칩니다."};
-
-// The model.
-inline constexpr Phrase spellingOnly{"Spelling only", "맞춤법만"};
-inline constexpr Phrase noModel{
-    "Spelling only. Start a model server such as Ollama, or choose one in the settings.",
-    "맞춤법만 고칩니다. Ollama 같은 모델 서버를 켜거나 설정에서 고르세요."};
 
 // The first page.
 inline constexpr Phrase welcome{"Welcome to Quillmark", "Quillmark에 오신 것을 환영합니다"};

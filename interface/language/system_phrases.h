@@ -20,4 +20,31 @@ inline constexpr Phrase stillRunning{
     "The hot key still works. The status icon brings the window back and quits.",
     "단축키는 계속 쓸 수 있습니다. 상태 아이콘에서 창을 다시 열거나 끝낼 수 있습니다."};
 
+// The host's menu (docs/channels.md, localize), by the keys of its items.
+struct MenuLabel {
+    const char* key;
+    Phrase label;
+};
+inline constexpr MenuLabel menuLabels[]{
+    {"nativeApplication", {"Quillmark", "Quillmark"}},
+    {"nativeAbout", {"About Quillmark", "Quillmark 정보"}},
+    {"nativeQuit", {"Quit Quillmark", "Quillmark 끝내기"}},
+    {"nativeEdit", {"Edit", "편집"}},
+    {"nativeUndo", {"Undo", "실행 취소"}},
+    {"nativeRedo", {"Redo", "다시 실행"}},
+    {"nativeCut", {"Cut", "잘라내기"}},
+    {"nativeCopy", {"Copy", "복사"}},
+    {"nativePaste", {"Paste", "붙여넣기"}},
+    {"nativeSelectAll", {"Select All", "모두 선택"}},
+    {"nativeView", {"View", "보기"}},
+    {"nativeFullScreen", {"Full Screen", "전체 화면"}},
+    {"nativeExitFullScreen", {"Leave Full Screen", "전체 화면 끝내기"}},
+    {"nativeWindow", {"Window", "창"}},
+    {"nativeMinimize", {"Minimize", "최소화"}},
+    {"nativeZoom", {"Zoom", "확대/축소"}},
+    {"nativeHelp", {"Help", "도움말"}},
+    {"nativeShowHelp", {"Quillmark Help", "Quillmark 도움말"}},
+    {"tooltip", {"Quillmark", "글빛나래 · Quillmark"}},
+};
+
 } // namespace quillmark::phrases

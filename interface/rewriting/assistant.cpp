@@ -42,6 +42,8 @@ void Assistant::tryOut(const std::string& text) {
 }
 
 void Assistant::begin(const Capture& capture) {
+    generator_.cancel();
+    ++round_;
     history_.add(rewrite_);
     rewrite_ = {.capture = capture};
     if (isBlank(capture.text)) return fail(say(phrases::nothingToRewrite));
@@ -60,23 +62,27 @@ void Assistant::again() {
     if (canRewrite(rewrite_)) generate(true);
 }
 
-void Assistant::consentGiven() {
+void Assistant::consentAnswered() {
     if (rewrite_.stage == Stage::asking) generate(false);
 }
 
 void Assistant::generate(bool anotherWay) {
     generator_.cancel();
-    ++round_;
     rewrite_.text.clear();
     rewrite_.why.clear();
     rewrite_.edited = rewrite_.used = rewrite_.spellingOnly = rewrite_.originalCopied = false;
-    const auto consent = surroundings_.modelConsent();
+    enter(Stage::rewriting);
+    surroundings_.askForConsent([this, anotherWay, round = ++round_](ModelConsent consent) {
+        if (round == round_ && rewrite_.stage == Stage::rewriting) generate(anotherWay, consent);
+    });
+}
+
+void Assistant::generate(bool anotherWay, ModelConsent consent) {
     if (consent == ModelConsent::notAsked) {
         enter(Stage::asking);
         if (atOnce_) tellOf(phrases::askingFirst, false);
         return;
     }
-    enter(Stage::rewriting);
     generator_.start({.text = rewrite_.capture.text,
                       .instructions = systemMessage(rewrite_.instruction, rewrite_.answer),
                       .spellingWillDo = rewrite_.instruction.corrects,

@@ -40,11 +40,12 @@ public:
     void reopen(std::size_t entryOfHistory);
     void forgetHistory() { history_.clear(); }
     // After ModelConsent::notAsked has been answered.
-    void consentGiven();
+    void consentAnswered();
 
 private:
     void begin(const Capture& capture);
     void generate(bool anotherWay);
+    void generate(bool anotherWay, ModelConsent consent);
     void enter(Stage stage);
     void finished(const std::string& text);
     void fail(const std::string& sentence);

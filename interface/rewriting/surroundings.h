@@ -1,15 +1,13 @@
 // What the assistant needs of the program around it. The program owns it and it outlives the assistant.
 #pragma once
 
+#include "model/consent.h"
 #include "rewriting/notice.h"
 
 #include <chrono>
 #include <functional>
 
 namespace quillmark {
-
-// Whether the language model that would answer may be given the person's texts.
-enum class ModelConsent { given, declined, notAsked };
 
 class Surroundings {
 public:
@@ -25,7 +23,9 @@ public:
     // Has the host capture once more; a capture follows, or nothing.
     virtual void captureAgain() = 0;
 
-    virtual ModelConsent modelConsent() = 0;
+    // Whether the model that would answer now may have the person's texts, found out anew each time. Answers
+    // at once or later.
+    virtual void askForConsent(std::function<void(ModelConsent)> answer) = 0;
 
     // From here on the person is watched: whether a key or a button was pressed, or another window came to
     // the front.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "client/desktop.h"
+#include "language/phrase.h"
 #include "settings/instruction.h"
 
 #include <string>
@@ -35,5 +36,8 @@ struct Settings {
 
 // At least one; the first is what the hot key does.
 std::vector<Instruction> instructionsOf(const Settings& settings);
+
+// The one chosen, else that of the desktop.
+Language languageIn(const Settings& settings);
 
 } // namespace quillmark

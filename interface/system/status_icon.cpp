@@ -48,12 +48,6 @@ StatusIcon::StatusIcon(Actions actions)
 
 StatusIcon::~StatusIcon() = default;
 
-bool StatusIcon::isShown() const {
-    gboolean connected = FALSE;
-    g_object_get(indicator_->handle.get(), "connected", &connected, nullptr);
-    return connected != FALSE;
-}
-
 void StatusIcon::callAttention(bool wanted) {
     app_indicator_set_status(indicator_->handle.get(),
                              wanted ? APP_INDICATOR_STATUS_ATTENTION : APP_INDICATOR_STATUS_ACTIVE);

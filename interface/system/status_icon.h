@@ -23,8 +23,6 @@ public:
     StatusIcon(const StatusIcon&) = delete;
     StatusIcon& operator=(const StatusIcon&) = delete;
 
-    // The desktop shows it. Some desktops have no place for such icons.
-    bool isShown() const;
     // There is something to look at in the window.
     void callAttention(bool wanted);
 

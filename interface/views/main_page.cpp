@@ -100,13 +100,10 @@ void MainPage::addKeys(Shortcuts& shortcuts, const std::vector<Instruction>& ins
     add(keys::settings, [this] { actions_.settings(); });
 }
 
-void MainPage::setModel(const ModelStatus& model) {
-    model_ = model;
-    const auto words = model.available ? model.words : say(phrases::noModel);
+void MainPage::setModel(const std::string& words, const std::string& details) {
     modelWords_.set_text(words);
-    modelButton_.set_tooltip_text(model.words.empty() ? words : model.words);
+    modelButton_.set_tooltip_text(details.empty() ? words : details);
     nameFor(modelButton_, words);
-    show();
 }
 
 void MainPage::begin() {
@@ -152,9 +149,9 @@ void MainPage::showBanner(const Rewrite& rewrite) {
     if (rewrite.originalCopied) return banner_.show(information, say(phrases::originalOnClipboard));
     switch (rewrite.stage) {
     case Stage::asking:
-        return banner_.show(question, say(phrases::askConsent, {model_.words}),
+        return banner_.show(question, say(phrases::askConsent, {modelWords_.get_text()}),
                             {{say(phrases::useModel), [this] { actions_.useModel(true); }},
-                             {say(phrases::spellingOnlyChoice), [this] { actions_.useModel(false); }}});
+                             {say(phrases::spellingOnly), [this] { actions_.useModel(false); }}});
     case Stage::failed:
         return banner_.show(warning, rewrite.why);
     case Stage::refused:

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "rewriting/assistant.h"
-#include "rewriting/model_status.h"
 #include "system/background.h"
 #include "views/action_button.h"
 #include "views/banner.h"
@@ -31,7 +30,8 @@ public:
     void setInstructions(const std::vector<Instruction>& instructions) {
         instructions_.setInstructions(instructions);
     }
-    void setModel(const ModelStatus& model);
+    // Which model there is; the details are shown to who points at it.
+    void setModel(const std::string& words, const std::string& details);
 
     // The rewrite as it is now.
     void show();
@@ -51,12 +51,10 @@ private:
     void compare();
     void showDifferences(Differences found);
     void growSoon();
-    void primary();
 
     Assistant& assistant_;
     Background& background_;
     Actions actions_;
-    ModelStatus model_;
 
     SourceLine source_;
     ActionButton history_, settings_;

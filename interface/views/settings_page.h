@@ -1,27 +1,56 @@
-// What the person can choose.
+// What the person can choose: one page with everything, and one each for what takes room.
 #pragma once
 
-#include "settings/settings.h"
 #include "views/action_button.h"
+#include "views/banner.h"
+#include "views/settings/excluded_section.h"
+#include "views/settings/hot_key_section.h"
+#include "views/settings/instruction_form.h"
+#include "views/settings/instructions_section.h"
+#include "views/settings/model_section.h"
+#include "views/settings/program_chooser.h"
 
-#include <functional>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/stack.h>
 
 namespace quillmark {
 
 class SettingsPage : public Gtk::Box {
 public:
-    struct Actions {
-        std::function<void()> back;
-        std::function<void()> help;
-    };
+    explicit SettingsPage(SettingsActions actions);
 
-    explicit SettingsPage(Actions actions);
+    void begin();
+    // From the outside: the model, or whether the hot key is registered, has changed.
+    void show();
+    // A sentence that concerns the whole page.
+    void warn(const std::string& sentence);
 
-    void begin() { back_.grab_focus(); }
+    void help() { actions_.help(); }
+    // Saves the instruction that is being edited.
+    void primary();
+    void back();
 
 private:
-    Actions actions_;
-    ActionButton back_;
+    void go(Gtk::Widget& page, const std::string& title);
+    void goHome();
+    void edit(std::size_t instruction);
+    void saved(const Instruction& instruction);
+    void pickProgram();
+
+    SettingsActions actions_;
+    ActionButton back_, help_;
+    Gtk::Label title_;
+    Banner warning_;
+    Gtk::Stack pages_;
+    Gtk::ScrolledWindow all_;
+    Gtk::Box sections_{Gtk::ORIENTATION_VERTICAL, 20};
+    HotKeySection hotKey_;
+    ModelSection model_;
+    InstructionsSection instructions_;
+    ExcludedSection excluded_;
+    InstructionForm form_;
+    ProgramChooser programs_;
+    std::size_t edited_ = 0;
 };
 
 } // namespace quillmark

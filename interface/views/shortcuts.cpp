@@ -61,10 +61,14 @@ std::string keyName(const std::string& key) {
          {std::pair{GDK_SUPER_MASK, "Super+"}, std::pair{GDK_CONTROL_MASK, "Ctrl+"},
           std::pair{GDK_MOD1_MASK, "Alt+"}, std::pair{GDK_SHIFT_MASK, "Shift+"}})
         if ((modifiers & modifier) != 0) name += word;
+    return name + symbolName(symbol);
+}
+
+std::string symbolName(unsigned symbol) {
     // GTK calls these keys otherwise than most keyboards do.
-    if (symbol == GDK_KEY_Return) return name + "Enter";
-    if (symbol == GDK_KEY_Escape) return name + "Esc";
-    return name + Gtk::AccelGroup::get_label(symbol, {});
+    if (symbol == GDK_KEY_Return) return "Enter";
+    if (symbol == GDK_KEY_Escape) return "Esc";
+    return Gtk::AccelGroup::get_label(symbol, {});
 }
 
 } // namespace quillmark

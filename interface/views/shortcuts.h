@@ -36,5 +36,7 @@ private:
 
 // "Ctrl+Enter"; empty for no key.
 std::string keyName(const std::string& key);
+// Of a key alone, by its symbol.
+std::string symbolName(unsigned symbol);
 
 } // namespace quillmark

@@ -9,7 +9,8 @@
 
 namespace quillmark {
 
-Window::Window(unsigned long into, Assistant& assistant, Background& background, Actions actions)
+Window::Window(unsigned long into, Assistant& assistant, Background& background, SettingsActions settings,
+               Actions actions)
     : assistant_(assistant), actions_(std::move(actions)), first_({.tryOut =
                                                                        [this](const std::string& text) {
                                                                            assistant_.tryOut(text);
@@ -32,7 +33,7 @@ Window::Window(unsigned long into, Assistant& assistant, Background& background,
                         showHistory();
                     },
                 .back = [this] { goHome(); }}),
-      settings_({.back = [this] { goHome(); }, .help = actions_.help}) {
+      settings_(withBack(std::move(settings))) {
     for (Gtk::Widget* page :
          std::initializer_list<Gtk::Widget*>{&first_, &main_, &history_, &settings_, &question_}) {
         page->show();
@@ -42,7 +43,8 @@ Window::Window(unsigned long into, Assistant& assistant, Background& background,
     add(pages_);
     pages_.show();
     nameFor(*this, "Quillmark");
-    shortcuts_.set(pages_, keys::help, actions_.help);
+    shortcuts_.set(pages_, keys::help, [this] { settings_.help(); });
+    shortcuts_.set(settings_, keys::primary, [this] { settings_.primary(); });
     shortcuts_.set(first_, keys::primary, [this] { first_.tryOut(); });
     shortcuts_.set(first_, keys::settings, [this] { showSettings(); });
     goHome();
@@ -57,6 +59,11 @@ void Window::embed(unsigned long into) {
     auto* display = GDK_DISPLAY_XDISPLAY(get_display()->gobj());
     XReparentWindow(display, get_id(), into, 0, 0);
     XFlush(display);
+}
+
+SettingsActions Window::withBack(SettingsActions actions) {
+    actions.back = [this] { goHome(); };
+    return actions;
 }
 
 void Window::go(Gtk::Widget& page) { pages_.set_visible_child(page); }
@@ -94,8 +101,6 @@ void Window::ask(const std::string& question, const std::vector<QuestionPage::Ch
     question_.ask(question, choices);
 }
 
-void Window::setModel(const ModelStatus& model) { main_.setModel(model); }
-
 void Window::setInstructions(const std::vector<Instruction>& instructions) {
     main_.setInstructions(instructions);
     main_.addKeys(shortcuts_, instructions);
@@ -113,7 +118,8 @@ bool Window::on_key_press_event(GdkEventKey* event) {
 void Window::escape() {
     if (main_.get_mapped() && main_.closeOpen()) return;
     const auto* page = pages_.get_visible_child();
-    if (page == &history_ || page == &settings_) return goHome();
+    if (page == &settings_) return settings_.back();
+    if (page == &history_) return goHome();
     actions_.hide();
 }
 

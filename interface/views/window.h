@@ -20,13 +20,13 @@ class Window : public Gtk::Plug {
 public:
     struct Actions {
         std::function<void()> hide;
-        std::function<void()> help;
         std::function<void(bool use)> useModel;
         std::function<void(int pixels)> grow;
     };
 
     // Into the host's window with that number.
-    Window(unsigned long into, Assistant& assistant, Background& background, Actions actions);
+    Window(unsigned long into, Assistant& assistant, Background& background, SettingsActions settings,
+           Actions actions);
 
     // What is shown when nothing else is asked for: the rewrite, or the first page before there is one.
     void goHome();
@@ -38,7 +38,8 @@ public:
     void ask(const std::string& question, const std::vector<QuestionPage::Choice>& choices);
 
     void setFacts(const FirstPage::Facts& facts) { first_.show(facts); }
-    void setModel(const ModelStatus& model);
+    void setModel(const std::string& words, const std::string& details) { main_.setModel(words, details); }
+    SettingsPage& settings() { return settings_; }
     void setInstructions(const std::vector<Instruction>& instructions);
 
 protected:
@@ -46,6 +47,7 @@ protected:
 
 private:
     void embed(unsigned long into);
+    SettingsActions withBack(SettingsActions actions);
     void go(Gtk::Widget& page);
     void showHistory();
     void escape();

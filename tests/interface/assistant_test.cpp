@@ -26,7 +26,7 @@ struct Working : testing::Test, Surroundings {
     void show() override { note("show"); }
     void hide() override { note("hide"); }
     void captureAgain() override { note("capture again"); }
-    ModelConsent modelConsent() override { return consent; }
+    void askForConsent(std::function<void(ModelConsent)> answer) override { answer(consent); }
     void watchPerson() override { wentOn = false; }
     bool personWentOn() override { return wentOn; }
     bool personHoldsModifiers() override { return holds; }
@@ -222,7 +222,7 @@ TEST_F(Working, AsksBeforeAModelThatWasFoundGetsTheText) {
     EXPECT_EQ(stage(), Stage::asking);
     EXPECT_THAT(done(), ElementsAre("show"));
     consent = ModelConsent::declined;
-    assistant.consentGiven();
+    assistant.consentAnswered();
     EXPECT_TRUE(corrected) << "the model was asked all the same, or nobody";
 }
 

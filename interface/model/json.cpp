@@ -1,0 +1,2 @@
+// Boost.JSON itself, compiled once.
+#include <boost/json/src.hpp>

@@ -1,0 +1,57 @@
+#include "model_choice.h"
+
+#include "language/settings_phrases.h"
+#include "model/chosen_server.h"
+#include "system/host_command.h"
+
+#include <utility>
+
+namespace quillmark {
+
+namespace {
+
+constexpr auto option = "--language-model", asJson = "--json", foundByItself = "automatic";
+
+// Why the host said nothing of the model: in its own words, without its name in front.
+std::string problemOf(const HostAnswer& answer) {
+    if (answer.status < 0) return say(phrases::hostNotFound, {answer.error});
+    auto words = answer.error;
+    while (words.ends_with('\n'))
+        words.pop_back();
+    constexpr std::string_view name = "quillmark-host: ";
+    return words.starts_with(name) ? words.substr(name.size()) : words;
+}
+
+} // namespace
+
+void ModelChoice::look(std::function<void()> then) {
+    if (then) waiting_.push_back(std::move(then));
+    if (std::exchange(looking_, true)) return;
+    runHost({option, asJson}, [this](const HostAnswer& answer) {
+        looking_ = false;
+        take(readModelStatus(answer.output).value_or(ModelStatus{.whyNot = problemOf(answer)}));
+        for (const auto& waiting : std::exchange(waiting_, {}))
+            waiting();
+    });
+}
+
+void ModelChoice::take(ModelStatus status) {
+    if (status == status_) return;
+    status_ = std::move(status);
+    changed_();
+}
+
+void ModelChoice::choose(const SettingsActions::ServerChoice& choice,
+                         std::function<void(std::string problem)> done) {
+    std::vector<std::string> command{option, asJson, choice.address.empty() ? foundByItself : choice.address};
+    if (!choice.model.empty()) command.push_back(choice.model);
+    runHost(command, [this, choice, done = std::move(done)](const HostAnswer& answer) {
+        if (!readModelStatus(answer.output)) return done(problemOf(answer));
+        if (const auto problem = choice.key ? setServerKey(chosenServerFile(), *choice.key) : std::nullopt)
+            return done(*problem);
+        // The key may change the answer.
+        look([this, done] { done(status_.available ? "" : status_.whyNot); });
+    });
+}
+
+} // namespace quillmark

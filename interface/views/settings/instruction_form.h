@@ -1,0 +1,44 @@
+// One instruction, to be written or changed.
+#pragma once
+
+#include "settings/instruction.h"
+#include "views/settings/key_recorder.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/label.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/textview.h>
+
+#include <functional>
+#include <vector>
+
+namespace quillmark {
+
+class InstructionForm : public Gtk::ScrolledWindow {
+public:
+    explicit InstructionForm(std::function<void(const Instruction&)> saved);
+
+    // The others are those whose keys it cannot have.
+    void edit(const Instruction& instruction, std::vector<Instruction> others);
+    // As its button does.
+    void save();
+
+private:
+    void addField(const std::string& name, Gtk::Widget& widget, Gtk::Widget& field);
+    void keyPressed(const GdkEventKey& event);
+    void showKey();
+
+    std::function<void(const Instruction&)> saved_;
+    Gtk::Box column_{Gtk::ORIENTATION_VERTICAL, 6};
+    Gtk::Entry name_, question_;
+    Gtk::TextView prompt_;
+    KeyRecorder key_;
+    Gtk::CheckButton corrects_;
+    Gtk::Label problem_;
+    Instruction instruction_;
+    std::vector<Instruction> others_;
+};
+
+} // namespace quillmark

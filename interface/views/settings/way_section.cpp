@@ -1,0 +1,24 @@
+#include "views/settings/way_section.h"
+
+#include "language/settings_phrases.h"
+
+#include <gtkmm/radiobutton.h>
+
+namespace quillmark {
+
+WaySection::WaySection(const SettingsActions& actions) : Section(say(phrases::wayOfWorking)) {
+    Gtk::RadioButtonGroup group;
+    for (const auto& [way, words] : {std::pair{WayOfWorking::review, phrases::review},
+                                     std::pair{WayOfWorking::atOnce, phrases::atOnce}}) {
+        auto* button = Gtk::make_managed<Gtk::RadioButton>(group);
+        button->add(*wrappedLabel(say(words)));
+        button->set_active(actions.settings().way == way);
+        button->signal_toggled().connect([&actions, button, way = way] {
+            if (button->get_active()) actions.change([way](Settings& settings) { settings.way = way; });
+        });
+        addRow(button);
+    }
+    addNote(say(phrases::atOnceExplained)).set_margin_start(24);
+}
+
+} // namespace quillmark
