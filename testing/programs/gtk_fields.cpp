@@ -11,6 +11,7 @@
 //   focus N
 //   select N START END
 //   text N TEXT
+//   append N TEXT
 //   hidden N 0|1       a password entry, or not any more
 //   title TITLE
 //   minimize
@@ -19,6 +20,7 @@
 //   await N TEXT       answers once field N has TEXT in it, with the nanoseconds of the monotonic clock then
 //   dump               answers {"title", "active", "focus", "fields": [{"kind", "text", "selection": [start,
 //                      end]}]}
+//   later MS COMMAND   answers first, and obeys the command that many milliseconds later, without an answer
 //   quit               ends the program, as does the end of its input
 #include <gtkmm.h>
 #include <gtkmm/plug.h>
@@ -74,6 +76,7 @@ public:
     virtual Gtk::Widget& focusable() { return outer(); }
     virtual std::string text() { return {}; }
     virtual void setText(const std::string&) {}
+    virtual void append(const std::string&) {}
     virtual std::array<int, 2> selection() { return {0, 0}; }
     virtual void select(int, int) {}
     virtual void setHidden(bool) {}
@@ -100,6 +103,10 @@ public:
     Gtk::Widget& focusable() override { return *entry_; }
     std::string text() override { return entry_->get_text().raw(); }
     void setText(const std::string& text) override { entry_->set_text(text); }
+    void append(const std::string& text) override {
+        int end = entry_->get_text_length();
+        entry_->insert_text(text, -1, end);
+    }
     std::array<int, 2> selection() override {
         std::array<int, 2> range{entry_->get_position(), entry_->get_position()};
         entry_->get_selection_bounds(range[0], range[1]);
@@ -128,6 +135,9 @@ public:
     Gtk::Widget& focusable() override { return view_; }
     std::string text() override { return view_.get_buffer()->get_text(true).raw(); }
     void setText(const std::string& text) override { view_.get_buffer()->set_text(text); }
+    void append(const std::string& text) override {
+        view_.get_buffer()->insert(view_.get_buffer()->end(), text);
+    }
     std::array<int, 2> selection() override {
         Gtk::TextIter start, end;
         view_.get_buffer()->get_selection_bounds(start, end);
@@ -264,6 +274,13 @@ private:
         } else if (verb == "text") {
             Field& target = field(words);
             target.setText(rest());
+        } else if (verb == "append") {
+            Field& target = field(words);
+            target.append(rest());
+        } else if (verb == "later") {
+            unsigned delay = 0;
+            words >> delay;
+            Glib::signal_timeout().connect_once([this, command = rest()] { obey(command); }, delay);
         } else if (verb == "select") {
             Field& target = field(words);
             int start = 0, end = 0;

@@ -16,7 +16,6 @@
 namespace platform {
 namespace {
 
-
 std::optional<RunningApplication> front() { return Workspace::sharedWorkspace().frontmostApplication(); }
 
 struct Frontmost : testing::Test {

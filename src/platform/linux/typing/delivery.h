@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/event.h"
+#include "platform/linux/x11/keyboard/keystroke_batch.h"
 
 #include <optional>
 #include <span>
@@ -8,10 +9,20 @@
 
 namespace platform::typing {
 
-// Types the keystrokes, all together, in the window that has the keyboard focus. Command keystrokes are left
-// out in a terminal: where the focused element has that role (which may be absent), or the window belongs to
-// a program known as one. In place of the copy keystroke the terminal's selected text is put on the
-// pasteboard.
-void deliver(std::span<const KeyboardEvent> keystrokes, const std::optional<std::string>& role);
+// Keystrokes on their way to the window that has the keyboard focus. Command keystrokes are left out in a
+// terminal: where the focused element has that role (which may be absent), or the window belongs to a program
+// known as one. In place of the copy keystroke the terminal's selected text is put on the pasteboard.
+class Delivery {
+public:
+    // Whatever has to be asked is asked here.
+    Delivery(std::span<const KeyboardEvent> keystrokes, const std::optional<std::string>& role);
+
+    // Types them, all together.
+    void deliver() const;
+
+private:
+    std::optional<x11::KeystrokeBatch> typed_;
+    std::uint32_t copiedFrom_ = 0; // the terminal's window
+};
 
 } // namespace platform::typing

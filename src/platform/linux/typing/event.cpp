@@ -4,7 +4,7 @@
 #include "platform/linux/typing/watch.h"
 #include "platform/linux/x11/keyboard/held_modifiers.h"
 #include "platform/linux/x11/keyboard/key_positions.h"
-#include "platform/linux/x11/keyboard/typing.h"
+#include "platform/linux/x11/keyboard/keystroke_batch.h"
 
 #include <utility>
 
@@ -34,7 +34,7 @@ void CGEventPost(CGEventTapLocation, const KeyboardEvent& event) {
     if (auto* watch = KeystrokeGuard::Watch::current())
         watch->keystrokes.push_back(*keystroke);
     else
-        typing::deliver({&*keystroke, 1}, {});
+        typing::Delivery({&*keystroke, 1}, std::nullopt).deliver();
 }
 
 CGEventFlags Event::modifierFlags() { return x11::heldModifiers(); }

@@ -79,8 +79,9 @@ KeystrokeGuard::Watch* KeystrokeGuard::Watch::current() { return living; }
 void KeystrokeGuard::Watch::finish() {
     living = nullptr;
     if (keystrokes.empty()) return;
-    if (against_ == Against::anyChange && (!placeIsUnchanged() || inputWasSeen())) return;
-    if (isInFront()) typing::deliver(keystrokes, role_);
+    const typing::Delivery delivery(keystrokes, role_);
+    if (against_ == Against::anyChange && !placeIsUnchanged()) return;
+    if (isInFront() && !inputWasSeen()) delivery.deliver(); // the rest is as close to the keys as can be
 }
 
 bool KeystrokeGuard::Watch::isInFront() const {

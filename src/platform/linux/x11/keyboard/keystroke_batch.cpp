@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keyboard/typing.h"
+#include "platform/linux/x11/keyboard/keystroke_batch.h"
 
 #include "platform/linux/x11/base/connection.h"
 #include "platform/linux/x11/keyboard/held_modifiers.h"
@@ -121,29 +121,46 @@ bool isCopyKeystroke(const KeyboardEvent& key) {
     return latin ? map->symbol(*code, *latin) == XK_c : key.keyCode == positionOfC;
 }
 
-void type(std::span<const KeyboardEvent> keys) {
-    const auto map = Keymap::read(syntheticKeyboard());
+// What is asked of the server before anything is typed.
+struct KeystrokeBatch::Prepared {
+    Keymap map;
+    CGEventFlags held;
+    KeysDown down;
+    XkbStateRec state;
+    std::vector<Keystroke> keystrokes;
+    std::optional<unsigned> layout; // to switch to
+};
+
+KeystrokeBatch::KeystrokeBatch(std::span<const KeyboardEvent> keys) {
+    auto map = Keymap::read(syntheticKeyboard());
     if (!map || !canType()) return;
     Display* display = Connection::shared()->display();
-    const CGEventFlags held = heldModifiers();
-    const KeysDown down(display);
     XkbStateRec state{};
     XkbGetState(display, XkbUseCoreKbd, &state);
-    const auto latin = map->latinGroup(state.group);
-    const auto keystrokes = keystrokesFor(keys, *map, latin.has_value());
+    auto layout = map->latinGroup(state.group);
+    auto keystrokes = keystrokesFor(keys, *map, layout.has_value());
     if (keystrokes.empty()) return;
-    const bool switchLayout = latin && std::ranges::any_of(keys, [&](const KeyboardEvent& key) {
-                                  return needsLatin(*map, state, *latin, key);
-                              });
+    if (layout && std::ranges::none_of(
+                      keys, [&](const KeyboardEvent& key) { return needsLatin(*map, state, *layout, key); }))
+        layout.reset();
+    prepared_ = std::make_unique<Prepared>(
+        Prepared{std::move(*map), heldModifiers(), KeysDown(display), state, std::move(keystrokes), layout});
+}
+
+KeystrokeBatch::~KeystrokeBatch() = default;
+
+void KeystrokeBatch::type() const {
+    if (!prepared_) return;
+    Display* display = Connection::shared()->display();
     {
         // One batch of requests without waiting for an answer: what a person types comes before or after it.
         const RawInput::Posting posting;
-        const HotKeys::Typing typing(held);
-        releaseModifiers(display, *map, down);
-        const Unlocked unlocked(display, state, map->lockMask());
+        const HotKeys::Typing typing(prepared_->held);
+        releaseModifiers(display, prepared_->map, prepared_->down);
+        const Unlocked unlocked(display, prepared_->state, prepared_->map.lockMask());
         std::optional<OnLayout> layout;
-        if (switchLayout) layout.emplace(display, state, *latin);
-        for (const Keystroke& keystroke : keystrokes)
+        if (prepared_->layout) layout.emplace(display, prepared_->state, *prepared_->layout);
+        for (const Keystroke& keystroke : prepared_->keystrokes)
             press(display, keystroke);
     }
     XSync(display, False);
