@@ -6,6 +6,7 @@
 #include "platform/linux/application/start.h"
 #include "platform/linux/base/environment.h"
 #include "platform/linux/base/terminal_message.h"
+#include "platform/linux/checks/checks.h"
 #include "platform/models/language_model_command.h"
 
 #include <unistd.h>
@@ -20,6 +21,20 @@ namespace {
 // GIO, and with it the panels and menus of most desktops, says which process it started from a desktop entry.
 bool wasStartedFromDesktopEntry() {
     return environmentVariable("GIO_LAUNCHED_DESKTOP_FILE_PID") == std::to_string(getpid());
+}
+
+int check(const CommandLine& line) {
+    const auto findings = checkDesktop(line.interface);
+    std::cout << (line.json ? inJson(findings) : inWords(findings));
+    switch (worst(findings)) {
+    case Finding::Grade::good:
+        return 0;
+    case Finding::Grade::degraded:
+        return somethingDegraded;
+    case Finding::Grade::missing:
+        break;
+    }
+    return somethingMissing;
 }
 
 } // namespace
@@ -41,6 +56,8 @@ int ApplicationMain(int argc, char** argv, const std::function<MainInterface()>&
         return unclearCommand;
     case CommandLine::Wish::ask:
         return askRunningHost(line, report);
+    case CommandLine::Wish::check:
+        return check(line);
     case CommandLine::Wish::run:
         break;
     }

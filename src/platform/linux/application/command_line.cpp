@@ -65,6 +65,11 @@ constexpr std::array options{
            ask<InstanceRequest::pause>},
     Option{"--quit", Takes::none, "", "quit the running host, which asks its interface first",
            ask<InstanceRequest::quit>},
+    Option{"--check", Takes::none, "[--json]",
+           "print what the host needs on this desktop, each good, degraded or missing,\n"
+           "and what to do about it; with a PROGRAM, for that interface",
+           wishFor<Wish::check>},
+    Option{"--json", Takes::none, "", "", [](CommandLine& line, Words) { line.json = true; }},
     Option{"--language-model", Takes::all, "[ADDRESS [MODEL]] [--json]",
            "print which language model answers, where it runs and whose it is; with an\n"
            "ADDRESS such as http://127.0.0.1:8080/v1, choose that server first, with\n"
@@ -122,6 +127,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
     line.interface.assign(rest.begin(), rest.end());
     if (line.wish == Wish::ask && !line.interface.empty())
         fail(line, "a request to the running host takes no program");
+    if (line.json && line.wish != Wish::check) fail(line, "--json goes with --check or --language-model");
     return line;
 }
 
@@ -150,7 +156,8 @@ Options:
     text += R"(  --             what follows is PROGRAM, even if it begins with a dash
 
 A request to the running host (--show, --hide, --capture, --pause, --quit) exits with 0 when it is carried out,
-1 when the host refuses or does not answer, and 3 when no host runs.
+1 when the host refuses or does not answer, and 3 when no host runs. --check exits with 0 when all is good, 4 when
+something is degraded, and 5 when something is missing.
 )";
     return text;
 }

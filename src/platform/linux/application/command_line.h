@@ -10,12 +10,13 @@ namespace platform {
 
 // What the program was asked for on its command line.
 struct CommandLine {
-    enum class Wish { run, ask, languageModel, help, version, unclear };
+    enum class Wish { run, ask, check, languageModel, help, version, unclear };
 
     Wish wish = Wish::run;
     InstanceRequest request{}; // of the host that runs already, with Wish::ask
     bool background = false;   // start without showing the window
     bool dialogs = false;      // say in dialogs what goes wrong
+    bool json = false;         // what --check finds, for a program
     trace::Detail trace = trace::Detail::none;
     std::string sessionClientId;            // as the session's manager knew an earlier run; else empty
     std::vector<std::string> interface;     // the interface's program and its arguments; empty: the usual one

@@ -1,9 +1,11 @@
 #include "platform/linux/application/control.h"
 
 #include "platform/application.h"
+#include "platform/linux/checks/host_report.h"
 #include "platform/linux/interface/program.h"
 #include "platform/linux/window/main_window.h"
 #include "platform/linux/window/native_window.h"
+#include "platform/linux/x11/keyboard/combination_name.h"
 #include "platform/linux/x11/keyboard/hot_keys.h"
 #include "platform/main_queue.h"
 
@@ -60,12 +62,19 @@ InstanceAnswer quit() {
     return {};
 }
 
-// Lines of "key value", for --check.
-InstanceAnswer report() {
-    auto& hotKeys = x11::HotKeys::shared();
-    const std::string hotKey = !hotKeys.isRegistered() ? "none" : hotKeys.isPaused() ? "paused" : "held";
-    return {Outcome::done, "process " + std::to_string(getpid()) + "\nhot-key " + hotKey + "\ninterface " +
-                               interfaceCommand().front() + "\n"};
+HostReport hostReport() {
+    HostReport report;
+    report.process = getpid();
+    report.interface = interfaceCommand().front();
+    const auto& hotKeys = x11::HotKeys::shared();
+    if (const auto known = hotKeys.known()) {
+        using HotKey = HostReport::HotKey;
+        report.combination = x11::combinationName(known->key, known->modifiers);
+        report.hotKey = !known->isRegistered ? HotKey::refused
+                        : hotKeys.isPaused() ? HotKey::paused
+                                             : HotKey::held;
+    }
+    return report;
 }
 
 InstanceAnswer carryOut(InstanceRequest request, const InstanceCaller& caller) {
@@ -83,7 +92,7 @@ InstanceAnswer carryOut(InstanceRequest request, const InstanceCaller& caller) {
     case InstanceRequest::quit:
         return quit();
     case InstanceRequest::report:
-        return report();
+        return {Outcome::done, encode(hostReport())};
     }
     return {};
 }

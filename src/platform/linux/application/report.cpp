@@ -2,20 +2,11 @@
 
 #include "platform/linux/application/dialog.h"
 #include "platform/linux/base/terminal_message.h"
+#include "platform/linux/checks/sentence.h"
 
 #include <vector>
 
 namespace platform {
-namespace {
-
-// On standard error the program's name comes first.
-std::string asSentence(std::string line) {
-    if (!line.empty() && line.front() >= 'a' && line.front() <= 'z')
-        line.front() = static_cast<char>(line.front() - 'a' + 'A');
-    return line;
-}
-
-} // namespace
 
 void Report::say(const std::string& sentence) const {
     printMessage(sentence);

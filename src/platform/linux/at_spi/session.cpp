@@ -1,10 +1,9 @@
 #include "platform/linux/at_spi/session.h"
 
 #include "platform/linux/at_spi/object.h"
+#include "platform/linux/at_spi/session_bus.h"
 #include "platform/main_queue.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <utility>
 
 namespace platform::at_spi {
@@ -28,16 +27,6 @@ constexpr auto pauseAfterSlowFailure = 30s;
 constexpr const char* launcher = "org.a11y.Bus";
 constexpr const char* launcherPath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
-
-// Where the session bus is; empty when there is none. GIO's own search would start a new bus then.
-std::string sessionBusAddress() {
-    if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address != nullptr && *address != '\0')
-        return address;
-    const char* folder = std::getenv("XDG_RUNTIME_DIR");
-    const auto socket = std::filesystem::path(folder != nullptr ? folder : "/nonexistent") / "bus";
-    std::error_code ignored;
-    return std::filesystem::is_socket(socket, ignored) ? "unix:path=" + socket.string() : "";
-}
 
 // Has a bus start one of its services, and waits until it runs.
 void start(Bus& bus, const char* service, Milliseconds deadline) {

@@ -13,13 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path stateFolder() {
-    if (const char* state = std::getenv("XDG_STATE_HOME"); state && *state == '/') return state;
-    if (const char* home = std::getenv("HOME"); home && *home == '/')
-        return fs::path(home) / ".local" / "state";
-    return {};
-}
-
 std::string fileName(std::string_view name) {
     std::string file(name);
     std::replace(file.begin(), file.end(), '/', '_');
@@ -35,8 +28,16 @@ bool isSensible(const Rect& frame) {
 
 } // namespace
 
+fs::path windowFrameFolder() {
+    if (const char* state = std::getenv("XDG_STATE_HOME"); state && *state == '/')
+        return fs::path(state) / "quillmark";
+    if (const char* home = std::getenv("HOME"); home && *home == '/')
+        return fs::path(home) / ".local" / "state" / "quillmark";
+    return {};
+}
+
 WindowFrameStore::WindowFrameStore(std::string_view name) {
-    if (const auto folder = stateFolder(); !folder.empty()) path_ = folder / "quillmark" / fileName(name);
+    if (const auto folder = windowFrameFolder(); !folder.empty()) path_ = folder / fileName(name);
 }
 
 std::optional<Rect> WindowFrameStore::load() const {

@@ -2,14 +2,18 @@
 
 #include "platform/geometry.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace platform {
 
-// A window's frame, kept under a name in the user's state folder ($XDG_STATE_HOME, else ~/.local/state)
-// between runs.
+// Below the user's state folder ($XDG_STATE_HOME, else ~/.local/state). Empty when this user has no place for
+// it.
+std::filesystem::path windowFrameFolder();
+
+// A window's frame, kept under a name in that folder between runs.
 class WindowFrameStore {
 public:
     explicit WindowFrameStore(std::string_view name);
@@ -21,7 +25,7 @@ public:
     void save(const Rect& frame) const;
 
 private:
-    std::string path_; // empty when this user has no place for it
+    std::string path_; // empty when there is no folder
 };
 
 } // namespace platform

@@ -103,7 +103,11 @@ std::shared_ptr<HotKeyCombination> HotKeys::add(KeyCode key, std::uint32_t modif
         events_.emplace([this](const XEvent& event) { handle(event); });
     }
     auto combination = std::make_shared<HotKeyCombination>(key, modifiers);
-    if (!grabOn(*map, *combination)) return nullptr;
+    if (!grabOn(*map, *combination)) {
+        refused_ = Known{key, modifiers, false};
+        return nullptr;
+    }
+    refused_.reset();
     paused_ = false;
     EventListener::handlePending(); // presses of an earlier registration are not for this one
     combinations_.push_back(combination);
@@ -125,6 +129,12 @@ bool HotKeys::setPaused(bool paused) {
     }
     if (heldAll) paused_ = paused;
     return heldAll;
+}
+
+std::optional<HotKeys::Known> HotKeys::known() const {
+    const auto all = combinations();
+    if (all.empty()) return refused_;
+    return Known{all.back()->grab.key(), all.back()->modifiers, true};
 }
 
 std::shared_ptr<HotKeyHandler> HotKeys::addHandler(HotKeyHandler handler) {

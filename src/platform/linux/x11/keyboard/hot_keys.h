@@ -40,7 +40,15 @@ public:
     // because another program has taken it; the pause goes on then. A newly added combination ends the pause.
     bool setPaused(bool paused);
     bool isPaused() const { return paused_; }
-    bool isRegistered() const { return !combinations().empty(); }
+
+    // For --check: the combination that is registered, else the last one that could not be had; absent when
+    // none was asked for.
+    struct Known {
+        KeyCode key;
+        std::uint32_t modifiers;
+        bool isRegistered;
+    };
+    std::optional<Known> known() const;
 
     // Presses run the handler for as long as the caller keeps it.
     std::shared_ptr<HotKeyHandler> addHandler(HotKeyHandler handler);
@@ -73,6 +81,7 @@ private:
     std::vector<std::shared_ptr<HotKeyCombination>> combinations() const;
 
     bool paused_ = false;
+    std::optional<Known> refused_; // and nothing was registered since
     std::optional<EventListener> events_;
     std::optional<RawInput> keys_; // while a hot key is down or grabbed with fewer modifiers
     std::vector<std::weak_ptr<HotKeyCombination>> combinations_;
