@@ -44,8 +44,8 @@ public:
     // Adds a pair at the end, or replaces the value of a key that the map has already.
     void set(EncodableValue key, EncodableValue value);
 
-    std::size_t size() const { return pairs_.size(); }
-    bool empty() const { return pairs_.empty(); }
+    std::size_t size() const;
+    bool empty() const;
     const_iterator begin() const { return pairs_.begin(); }
     const_iterator end() const { return pairs_.end(); }
 
@@ -112,5 +112,9 @@ private:
 
     Storage storage_;
 };
+
+// Here, where a pair is a complete type.
+inline std::size_t EncodableMap::size() const { return pairs_.size(); }
+inline bool EncodableMap::empty() const { return pairs_.empty(); }
 
 } // namespace flutter

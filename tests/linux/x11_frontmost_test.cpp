@@ -61,7 +61,7 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
         const auto application = front();
         ASSERT_TRUE(application);
         EXPECT_EQ(application->processIdentifier(), program.process().pid());
-        EXPECT_TRUE(runUntil([&] { return application->bundleIdentifier() == identity; }))
+        EXPECT_TRUE(runUntil([&, wanted = identity] { return application->bundleIdentifier() == wanted; }))
             << application->bundleIdentifier().value_or("") << " is not " << identity;
         EXPECT_EQ(application->localizedName().value_or(""), name);
     }

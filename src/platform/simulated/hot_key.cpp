@@ -3,7 +3,6 @@
 #include "platform/simulated/world.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 
 namespace simulated {
@@ -47,8 +46,9 @@ std::uint32_t hotKeyMask(platform::CGEventFlags flags) {
 void runHandlers(Combination combination) {
     const HotKeys& hotKeys = World::current().hotKeys;
     if (!hotKeys.isRegistered(combination)) return;
-    const auto handlers = hotKeys.handlers; // a handler may install and remove others
-    for (const HotKeys::Handler& handler : std::views::reverse(handlers))
+    // The newest first; copied, because a handler may install and remove others.
+    const std::vector handlers(hotKeys.handlers.rbegin(), hotKeys.handlers.rend());
+    for (const HotKeys::Handler& handler : handlers)
         if (hotKeys.isInstalled(handler.owner) && handler.run() == platform::noErr) return;
 }
 

@@ -9,7 +9,6 @@
 #include <X11/extensions/XTest.h>
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace platform::x11 {
@@ -187,8 +186,9 @@ void HotKeys::count(const std::shared_ptr<HotKeyCombination>& combination, ::Tim
 
 void HotKeys::run(const std::weak_ptr<HotKeyCombination>& combination) const {
     if (combination.expired()) return;
-    const auto handlers = handlers_; // a handler may install and remove others
-    for (const auto& installed : std::views::reverse(handlers)) {
+    // The newest first; copied, because a handler may install and remove others.
+    const std::vector handlers(handlers_.rbegin(), handlers_.rend());
+    for (const auto& installed : handlers) {
         const auto handler = installed.lock();
         if (handler && (*handler)() == noErr) return;
     }

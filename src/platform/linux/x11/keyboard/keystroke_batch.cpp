@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 
 namespace platform::x11 {
 namespace {
@@ -38,8 +37,8 @@ void releaseModifiers(Display* display, const Keymap& map, const KeysDown& down)
 void press(Display* display, const Keystroke& keystroke) {
     for (const KeyCode key : keystroke)
         fake(display, key, true);
-    for (const KeyCode key : keystroke | std::views::reverse)
-        fake(display, key, false);
+    for (auto key = keystroke.rbegin(); key != keystroke.rend(); ++key)
+        fake(display, *key, false);
 }
 
 // While it lives, no modifier is latched or locked but Caps Lock and Num Lock, which change no keystroke.
