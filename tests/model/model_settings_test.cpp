@@ -31,7 +31,7 @@ TEST(ServerAddresses, AreReadAsPeopleWriteThem) {
     }
     for (const char* text :
          {"", "ftp://localhost", "http://", "http://a b/", "http://user@example.org", "localhost:0",
-          "localhost:99999", "localhost:8x", "[::1", "http://a/?key=1", "http://a/\nHost: b"})
+          "localhost:99999", "localhost:8x", "[::1", "[server]:80", "http://a/?key=1", "http://a/\nHost: b"})
         EXPECT_EQ(readServerAddress(text), std::nullopt) << text;
     for (const char* here : {"localhost", "127.0.0.1", "127.8.8.8", "[::1]", "0.0.0.0"})
         EXPECT_TRUE(readServerAddress(here)->isOnThisComputer()) << here;

@@ -27,6 +27,12 @@ bool isPlain(std::string_view text, std::string_view marks) {
     });
 }
 
+// Numeric; a zone may follow: "fe80::1%eth0".
+bool isIpv6(std::string_view host) {
+    in6_addr address{};
+    return inet_pton(AF_INET6, std::string(host.substr(0, host.find('%'))).c_str(), &address) == 1;
+}
+
 // "host", "host:port", ":port", "[::1]:port".
 bool readAuthority(std::string_view text, ServerAddress& address) {
     const bool bracketed = text.starts_with('[');
@@ -34,7 +40,7 @@ bool readAuthority(std::string_view text, ServerAddress& address) {
     if (hostEnd == std::string_view::npos) return false;
     const auto host = bracketed ? text.substr(1, hostEnd - 1) : text.substr(0, hostEnd);
     const auto rest = text.substr(hostEnd + (bracketed ? 1 : 0));
-    if (!isPlain(host, bracketed ? ".:%" : ".-_")) return false;
+    if (!isPlain(host, bracketed ? ".:%" : ".-_") || (bracketed && !isIpv6(host))) return false;
     if (!rest.empty()) {
         const auto port = rest.front() == ':' ? portIn(rest.substr(1)) : std::nullopt;
         if (!port) return false;
