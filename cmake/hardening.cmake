@@ -1,6 +1,6 @@
 # What makes a fault harder to use against the user; hardening-check sees each of these in the programs. The sanitizers
 # find faults themselves and know their own way about memory.
-if(QUILLMARK_SANITIZE OR QUILLMARK_FUZZ)
+if(QUILLMARK_SANITIZE)
     return()
 endif()
 include(CheckCXXCompilerFlag)
