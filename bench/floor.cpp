@@ -13,10 +13,18 @@ std::atomic<std::size_t> count = 0;
 
 std::size_t bench::allocations() { return count; }
 
-double bench::nanoseconds(TimeOf what) {
+double bench::threadNanoseconds() {
     timespec time{};
-    clock_gettime(what == TimeOf::thread ? CLOCK_THREAD_CPUTIME_ID : CLOCK_MONOTONIC, &time);
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
+}
+
+void bench::report(benchmark::State& state, double operationNanoseconds, double floorNanoseconds,
+                   std::size_t allocations) {
+    const auto times = static_cast<double>(state.iterations());
+    state.counters["floor_ns"] = floorNanoseconds / times;
+    state.counters["times_floor"] = operationNanoseconds / floorNanoseconds;
+    state.counters["allocations"] = static_cast<double>(allocations) / times;
 }
 
 void* operator new(std::size_t size) {

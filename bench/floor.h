@@ -4,6 +4,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <cstddef>
 
 namespace bench {
@@ -11,29 +12,46 @@ namespace bench {
 // How often the program has allocated memory since it started.
 std::size_t allocations();
 
-// The time in nanoseconds: of this thread's work, so that other programs do not count, or on the wall.
-enum class TimeOf { thread, wall };
-double nanoseconds(TimeOf what);
+// The time of this thread's work in nanoseconds: what other programs do meanwhile does not count.
+double threadNanoseconds();
 
-// Times `operation`, then `floor` as often. Reports the floor's time, the operation's as a multiple of it,
-// and how often one operation allocates.
+// Reports the floor's time, the operation's as a multiple of it, and how often one operation allocates.
+void report(benchmark::State& state, double operationNanoseconds, double floorNanoseconds,
+            std::size_t allocations);
+
+// Times `operation` as often as is asked for, then `floor` as often.
 template <class Operation, class Floor>
-void measure(benchmark::State& state, const Operation& operation, const Floor& floor,
-             TimeOf what = TimeOf::thread) {
+void measure(benchmark::State& state, const Operation& operation, const Floor& floor) {
     const std::size_t allocationsBefore = allocations();
-    const double start = nanoseconds(what);
+    const double start = threadNanoseconds();
     for (auto _ : state)
         operation();
-    const double middle = nanoseconds(what);
+    const double middle = threadNanoseconds();
     const std::size_t allocationsAfter = allocations();
     for (benchmark::IterationCount i = 0; i < state.iterations(); ++i)
         floor();
-    const double end = nanoseconds(what);
+    report(state, middle - start, threadNanoseconds() - middle, allocationsAfter - allocationsBefore);
+}
 
-    const auto times = static_cast<double>(state.iterations());
-    state.counters["floor_ns"] = (end - middle) / times;
-    state.counters["times_floor"] = (middle - start) / (end - middle);
-    state.counters["allocations"] = static_cast<double>(allocationsAfter - allocationsBefore) / times;
+// The same for what waits for another thread: by the clock on the wall, and in turn, because how long a
+// thread takes to wake depends on what else runs. Needs UseManualTime().
+template <class Operation, class Floor>
+void measureInTurn(benchmark::State& state, const Operation& operation, const Floor& floor) {
+    using Clock = std::chrono::steady_clock;
+    std::chrono::duration<double> total{}, totalFloor{};
+    std::size_t allocated = 0;
+    for (auto _ : state) {
+        const std::size_t allocationsBefore = allocations();
+        const auto start = Clock::now();
+        operation();
+        const auto middle = Clock::now();
+        allocated += allocations() - allocationsBefore;
+        floor();
+        totalFloor += Clock::now() - middle;
+        total += middle - start;
+        state.SetIterationTime(std::chrono::duration<double>(middle - start).count());
+    }
+    report(state, total.count() * 1e9, totalFloor.count() * 1e9, allocated);
 }
 
 } // namespace bench
