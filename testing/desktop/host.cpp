@@ -1,5 +1,6 @@
 #include "testing/desktop/host.h"
 
+#include "flutter/arguments.h"
 #include "flutter/standard_codec.h"
 
 #include <fcntl.h>
@@ -42,6 +43,11 @@ int exitPipe(const TemporaryFolder& folder) {
 }
 
 } // namespace
+
+std::string textOf(const flutter::EncodableValue& arguments, std::string_view key) {
+    const auto* text = flutter::asString(flutter::member(flutter::asMap(arguments), key));
+    return text ? *text : "(none)";
+}
 
 std::string hostProgram() {
     const char* chosen = std::getenv("QUILLMARK_HOST");

@@ -86,6 +86,9 @@ private:
     std::vector<Received> received_;
 };
 
+// A text in the arguments of a call; "(none)" without one.
+std::string textOf(const flutter::EncodableValue& arguments, std::string_view key);
+
 // $QUILLMARK_HOST, or the host of this build.
 std::string hostProgram();
 

@@ -36,11 +36,6 @@ std::string replaced(std::string_view text, std::string_view part, std::string_v
     return result.replace(result.find(part), part.size(), with);
 }
 
-std::string textOf(const EncodableValue& call, std::string_view key) {
-    const std::string* text = flutter::asString(flutter::member(flutter::asMap(call), key));
-    return text ? *text : "";
-}
-
 // Happens in its own time; the destructor waits for it.
 std::jthread happening(const Disturbance& disturbance, Fields& program, milliseconds moment) {
     if (disturbance.by == By::program)

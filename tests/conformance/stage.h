@@ -88,10 +88,6 @@ public:
     // returns.
     std::unique_ptr<Program> open(const FieldSetup& setup);
 
-    // The keyboard layout in use.
-    enum class Layout { us, french };
-    void use(Layout layout);
-
     // What the user does.
     void hold(platform::CGEventFlags modifiers);
     void releaseAll();

@@ -142,7 +142,7 @@ struct Stage::Native {
 Stage::Stage() {
     startDesktop();
     native_ = std::make_unique<Native>();
-    use(Layout::us);
+    if (std::system("setxkbmap us") != 0) throw std::runtime_error("The keyboard layout could not be set.");
 }
 Stage::~Stage() = default;
 
@@ -155,11 +155,6 @@ std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
         made->fields.command("select 0 " + std::to_string(start) + " " +
                              std::to_string(start + codePoints(setup.selected)));
     return std::make_unique<Program>(std::move(made));
-}
-
-void Stage::use(Layout layout) {
-    const char* command = layout == Layout::french ? "setxkbmap fr" : "setxkbmap us";
-    if (std::system(command) != 0) throw std::runtime_error("The keyboard layout could not be set.");
 }
 
 void Stage::hold(platform::CGEventFlags modifiers) {

@@ -71,11 +71,6 @@ std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
         std::make_unique<Program::Native>(Program::Native{program, focused, other}));
 }
 
-void Stage::use(Layout layout) {
-    using simulated::KeyboardLayout;
-    native_->world.layouts = {layout == Layout::french ? KeyboardLayout::azerty() : KeyboardLayout::us()};
-}
-
 void Stage::hold(platform::CGEventFlags modifiers) { native_->world.heldModifiers |= modifiers; }
 void Stage::releaseAll() { native_->world.heldModifiers = 0; }
 void Stage::press(platform::CGKeyCode keyCode, platform::CGEventFlags modifiers) {

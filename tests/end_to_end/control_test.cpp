@@ -1,5 +1,4 @@
 // Requests to the running host from a command line, as a desktop's own shortcuts make them.
-#include "flutter/arguments.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 #include "testing/desktop/host.h"
@@ -88,7 +87,7 @@ TEST(HostControl, CapturesWhereAnotherProgramHasTheHotKey) {
     EXPECT_THAT(text, IsEmpty());
     const auto sent = host.nextCall("capture");
     ASSERT_TRUE(sent);
-    EXPECT_EQ(*flutter::asString(flutter::member(flutter::asMap(*sent), "text")), "two");
+    EXPECT_EQ(textOf(*sent, "text"), "two");
 }
 
 TEST(HostControl, PauseGivesTheHotKeyToOthersUntilItIsUsedAgainOrTheHostIsShown) {
