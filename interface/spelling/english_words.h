@@ -1,5 +1,5 @@
-// What a dictionary of American English does not say about English words. Plain functions, any thread; words
-// in lower case, with the plain apostrophe.
+// What a dictionary does not say about English words. Plain functions, any thread; words in small letters,
+// with the plain apostrophe.
 #pragma once
 
 #include <string>
@@ -11,18 +11,17 @@ namespace quillmark {
 // In small letters; takes any letters.
 std::string lowered(std::string_view word);
 
-// What a slip that is clear by itself stands for, as in "alot" and "cant"; empty when it is none. Closest
-// words and dictionaries have other answers to these.
-std::string_view usualCorrection(std::string_view word);
+// What a slip that is clear by itself stands for, as in "alot", "cant" and "monday"; empty when it is none.
+std::string usualCorrection(const std::string& word);
 
-// "grey", "learnt".
-bool isBritish(std::string_view word);
+// The names that usualCorrection() gives their capital: "monday".
+std::vector<std::string> smallNames();
 
-// The American spellings of a word that may be British, as in "favourite" and "organised".
-std::vector<std::string> americanSpellings(std::string_view word);
-
-// "thx", "lol": written so on purpose.
+// "imho", "btw": written so on purpose.
 bool isShorthand(std::string_view word);
+
+// "stdout", "struct": words of people who work with computers.
+bool isJargon(std::string_view word);
 
 // "etc", "approx": a full stop behind it ends no sentence for certain.
 bool isAbbreviation(std::string_view word);

@@ -1,7 +1,9 @@
 #include "spelling/spelling.h"
 
+#include "spelling/english_vocabulary.h"
+#include "spelling/languages.h"
 #include "spelling/text_correction.h"
-#include "spelling/word_corrector.h"
+#include "spelling/users_languages.h"
 
 #include <atomic>
 #include <chrono>
@@ -36,20 +38,20 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void run(const std::stop_token& stop) {
-        std::optional<WordCorrector> corrector; // loaded when it is first needed
+        std::optional<Languages> languages; // loaded when they are first needed
         for (;;) {
             std::unique_lock lock(mutex_);
             if (!filled_.wait(lock, stop, [&] { return next_ != nullptr; })) return;
             const auto job = std::exchange(next_, nullptr);
             lock.unlock();
-            if (!corrector) corrector.emplace();
-            correct(job, *corrector, stop);
+            if (!languages) languages.emplace(usersLanguages());
+            correct(job, *languages, stop);
         }
     }
 
-    void correct(const std::shared_ptr<Job>& job, WordCorrector& corrector, const std::stop_token& stop) {
+    void correct(const std::shared_ptr<Job>& job, Languages& languages, const std::stop_token& stop) {
         constexpr std::chrono::milliseconds pause(16); // a screen shows no more
-        TextCorrection correction(job->text, corrector);
+        TextCorrection correction(job->text, languages);
         std::string text;
         auto last = Clock::now();
         while (job->wanted && !stop.stop_requested()) {
@@ -76,7 +78,7 @@ private:
     std::jthread thread_{[this](const std::stop_token& stop) { run(stop); }}; // the last: it uses the others
 };
 
-bool Spelling::isInstalled() { return WordCorrector::isInstalled(); }
+bool Spelling::isInstalled() { return EnglishVocabulary::isInstalled(); }
 
 Spelling::Spelling(std::function<void(std::function<void()>)> async)
     : worker_(std::make_unique<Worker>(std::move(async))) {}

@@ -30,8 +30,8 @@ constexpr std::array<std::string_view, 10> whoWillNot{"i",  "you",  "he",   "she
 
 } // namespace
 
-TextCorrection::TextCorrection(std::string text, WordCorrector& corrector)
-    : text_(std::move(text)), corrector_(corrector), pieces_(textPieces(text_)), english_(isEnglish()) {
+TextCorrection::TextCorrection(std::string text, Languages& languages)
+    : text_(std::move(text)), pieces_(textPieces(text_)), language_(languages.of(pieces_)) {
     for (std::size_t at = 1; at < pieces_.size(); ++at)
         severalSentences_ = severalSentences_ || (!pieces_[at].word.empty() && startsSentence(at));
 }
@@ -44,17 +44,8 @@ std::optional<std::string> TextCorrection::next() {
     return gapBefore(at) + wordAt(at);
 }
 
-// A dictionary finds something to correct in every word of another language. A few words may all be wrong.
-bool TextCorrection::isEnglish() const {
-    constexpr std::ptrdiff_t few = 6;
-    const auto words = std::ranges::count_if(pieces_, &TextPiece::isOrdinary);
-    const auto known = std::ranges::count_if(
-        pieces_, [&](const TextPiece& piece) { return piece.isOrdinary && corrector_.knows(piece.word); });
-    return words < few || 2 * known >= words;
-}
-
 bool TextCorrection::isRepeated(std::size_t at) const {
-    if (!english_ || at == 0 || !pieces_[at].isOrdinary || pieces_[at].before != " ") return false;
+    if (!language_.isEnglish || at == 0 || !pieces_[at].isOrdinary || pieces_[at].before != " ") return false;
     const auto& word = pieces_[at].word;
     return isOneOf(neverTwice, word) && lowered(pieces_[at - 1].word) == word;
 }
@@ -73,7 +64,7 @@ bool TextCorrection::startsSentence(std::size_t at) const {
 
 std::string TextCorrection::gapBefore(std::size_t at) const {
     const auto& piece = pieces_[at];
-    if (!english_ || at == 0 || !pieces_[at - 1].isOrdinary) return std::string(piece.before);
+    if (!language_.isEnglish || at == 0 || !pieces_[at - 1].isOrdinary) return std::string(piece.before);
     const bool last = at + 1 == pieces_.size() && piece.word.empty();
     if ((!last && !piece.isOrdinary) || isLetter(pieces_[at - 1].word) || isLetter(piece.word))
         return std::string(piece.before);
@@ -83,17 +74,20 @@ std::string TextCorrection::gapBefore(std::size_t at) const {
 
 std::string TextCorrection::wordAt(std::size_t at) const {
     const auto& piece = pieces_[at];
-    if (!english_ || !piece.isOrdinary) return std::string(piece.word);
+    if (!language_.corrector || !piece.isOrdinary) return std::string(piece.word);
+    auto word = language_.corrector->correct(piece.word, language_.isCertain);
+    if (!language_.isEnglish) return word;
     const std::string_view after = at + 1 < pieces_.size() ? pieces_[at + 1].before : std::string_view();
-    // "(i)", "i = 1"
-    if (piece.word == "i" && after.find_first_of(")]=+*<>") != std::string_view::npos) return "i";
+    // "(i)", "i = 1", "for i in"
+    const bool isLoop =
+        at > 0 && pieces_[at - 1].word == "for" && at + 1 < pieces_.size() && pieces_[at + 1].word == "in";
+    if (piece.word == "i" && (isLoop || after.find_first_of(")]=+*<>") != std::string_view::npos)) return "i";
     if (piece.word == "wont" && at > 0 && piece.before == " " &&
         isOneOf(whoWillNot, lowered(pieces_[at - 1].word)))
         return "won't";
-    auto word = corrector_.correct(piece.word);
     // "a) …": no label
     const bool label = piece.word.size() == 1 && !after.starts_with(' ');
-    if (!label && startsSentence(at) && (word != piece.word || corrector_.knows(word)))
+    if (!label && startsSentence(at) && (word != piece.word || language_.corrector->knows(word)))
         word.front() = upper(word.front());
     return word;
 }

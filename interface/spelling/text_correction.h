@@ -2,8 +2,8 @@
 // beyond doubt: a mistake that stays is better than one that is made.
 #pragma once
 
+#include "spelling/languages.h"
 #include "spelling/text_pieces.h"
-#include "spelling/word_corrector.h"
 
 #include <cstddef>
 #include <optional>
@@ -12,10 +12,10 @@
 
 namespace quillmark {
 
-// Used by the corrector's thread.
+// Used by the thread of the languages, which outlive it.
 class TextCorrection {
 public:
-    TextCorrection(std::string text, WordCorrector& corrector);
+    TextCorrection(std::string text, Languages& languages);
     TextCorrection(const TextCorrection&) = delete;
     TextCorrection& operator=(const TextCorrection&) = delete;
 
@@ -23,16 +23,14 @@ public:
     std::optional<std::string> next();
 
 private:
-    bool isEnglish() const;
     bool isRepeated(std::size_t at) const;
     bool startsSentence(std::size_t at) const;
     std::string gapBefore(std::size_t at) const;
     std::string wordAt(std::size_t at) const;
 
     std::string text_;
-    WordCorrector& corrector_;
     std::vector<TextPiece> pieces_; // point into the text
-    bool english_;
+    TextLanguage language_;
     bool severalSentences_ = false;
     std::size_t next_ = 0;
 };

@@ -3,6 +3,8 @@
 #include "spelling/ascii.h"
 
 #include <unicode/brkiter.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
 #include <unicode/utext.h>
 
 #include <algorithm>
@@ -14,7 +16,7 @@ namespace quillmark {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
-constexpr std::string_view typographicApostrophe = "\u2019";
+constexpr UChar32 typographicApostrophe = 0x2019;
 
 // Making an iterator loads rules and takes milliseconds, cloning one takes less than a microsecond.
 std::unique_ptr<icu::BreakIterator> wordIterator() {
@@ -36,11 +38,12 @@ bool isTechnical(std::string_view chunk) {
 }
 
 bool isPlainWord(std::string_view word) {
-    if (!word.empty() && isUpper(word.front())) word.remove_prefix(1);
-    while (!word.empty()) {
-        const bool apostrophe = word.starts_with(typographicApostrophe);
-        if (!apostrophe && !isLower(word.front()) && word.front() != '\'') return false;
-        word.remove_prefix(apostrophe ? typographicApostrophe.size() : 1);
+    if (std::ranges::all_of(word.substr(1), isLower)) return isLower(word.front()) || isUpper(word.front());
+    const auto text = icu::UnicodeString::fromUTF8({word.data(), static_cast<std::int32_t>(word.size())});
+    for (std::int32_t at = 0; at < text.length(); at = text.moveIndex32(at, 1)) {
+        const UChar32 letter = text.char32At(at);
+        const bool isApostrophe = letter == '\'' || letter == typographicApostrophe;
+        if (!isApostrophe && !u_islower(letter) && !(at == 0 && u_isupper(letter))) return false;
     }
     return true;
 }

@@ -10,8 +10,8 @@ namespace quillmark {
 struct TextPiece {
     std::string_view before;
     std::string_view word;
-    // An ordinary English word: letters from a to z with apostrophes, at most the first one a capital, and no
-    // part of an address, a path, a number or code.
+    // An ordinary word: letters with apostrophes, at most the first one a capital, and no part of an address,
+    // a path, a number or code.
     bool isOrdinary = false;
 };
 

@@ -1,4 +1,5 @@
 // Words, blanks and punctuation marks as a text has them.
+#include "spelling/dictionary_corrector.h"
 #include "spelling/text_correction.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +9,8 @@
 namespace {
 
 std::string corrected(const std::string& text) {
-    static quillmark::WordCorrector corrector;
-    quillmark::TextCorrection correction(text, corrector);
+    static quillmark::Languages languages({"en"});
+    quillmark::TextCorrection correction(text, languages);
     std::string result;
     while (const auto piece = correction.next())
         result += *piece;
@@ -28,6 +29,8 @@ TEST(TextCorrection, CorrectsWhatIsWrongBeyondDoubt) {
         {"didn\u2019t dont it occured", "didn\u2019t don't it occurred"},
         {"\xFF\xFEteh\xC3", "\xFF\xFEthe\xC3"},
         {"neccessary goverment", "necessary government"},
+        {"i belive hasnt the suprise speach", "I believe hasn't the surprise speech"},
+        {"youre calender and wether", "you're calendar and whether"},
         {"im late and i cant come", "I'm late and I can't come"},
         {"it wont work, hes ill", "it won't work, he's ill"},
         {"on monday , thank you .", "on Monday, thank you."},
@@ -62,6 +65,25 @@ TEST(TextCorrection, LeavesAloneWhatMayBeMeant) {
           "merci pour le dossier , je vous envoie les documents demain matin !",
           "ich habe das nicht gewusst und komme morgen wieder nach hause"})
         EXPECT_EQ(corrected(text), text);
+}
+
+// As any language is corrected of which only a dictionary is known.
+TEST(DictionaryCorrector, CorrectsASlipWhereOnlyOneWordCanBeMeant) {
+    quillmark::DictionaryCorrector corrector(quillmark::Dictionary::open("en_GB"));
+    const std::pair<const char*, const char*> cases[] = {{"becuase", "because"},
+                                                         {"occured", "occurred"},
+                                                         {"untill", "until"},
+                                                         {"yesteday", "yesterday"},
+                                                         {"Yesterdya", "Yesterday"},
+                                                         {"teh", "teh"},
+                                                         {"wrod", "word"},
+                                                         {"london", "london"},
+                                                         {"Okafor", "Okafor"},
+                                                         {"naïve", "naïve"},
+                                                         {"", ""}};
+    for (const auto& [word, expected] : cases)
+        EXPECT_EQ(corrector.correct(word, true), expected);
+    EXPECT_EQ(corrector.correct("becuase", false), "becuase");
 }
 
 } // namespace
