@@ -151,4 +151,6 @@ void Session::askToEnd(bool mayInteract) {
 
 void Session::callOff() { SmsShutdownCancelled(server_->program); }
 
+void Session::end() { SmsDie(server_->program); }
+
 } // namespace testbed

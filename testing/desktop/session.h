@@ -28,6 +28,7 @@ public:
     // To a program that has joined.
     void askToEnd(bool mayInteract = true);
     void callOff();
+    void end();
 
 private:
     struct Server;

@@ -45,6 +45,8 @@ TEST(HostSession, TheEndOfTheSessionIsPutToTheInterfaceFirst) {
     host.exitInterface(0);
     EXPECT_EQ(session.next(), "has interacted");
     EXPECT_EQ(session.next(), "agrees");
+    EXPECT_FALSE(host.process().exitStatus(milliseconds(200))) << "the manager forgets who leaves early";
+    session.end();
     EXPECT_EQ(session.next(), "leaves");
     EXPECT_EQ(host.process().exitStatus(), 0);
     EXPECT_EQ(host.process().output(), "");

@@ -12,6 +12,7 @@
 
 #include <array>
 #include <csignal>
+#include <optional>
 #include <utility>
 
 namespace platform {
@@ -65,7 +66,7 @@ MainLoopEnd runHost(const std::function<MainInterface()>& load, std::unique_ptr<
     signal(SIGPIPE, SIG_IGN);
     prepareMemory();
     raiseOpenFileLimit();
-    const TerminationSignals signals;
+    std::optional<TerminationSignals> signals(std::in_place);
 
     auto& application = Application::sharedApplication();
     MainInterface interface = load();
@@ -86,6 +87,7 @@ MainLoopEnd runHost(const std::function<MainInterface()>& load, std::unique_ptr<
     interface.mainWindow.reset();
     application.setMainMenu(nullptr);
     application.setDelegate(nullptr);
+    signals.reset(); // while it waits for the end of the session, a signal ends it
     return end;
 }
 

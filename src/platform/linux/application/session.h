@@ -30,7 +30,8 @@ public:
     // Joins the session, in the background: a manager that hangs does not hold up the host. The calls come
     // from the main queue.
     Session(SessionCalls calls, SessionRestart restart);
-    // Leaves it. If the question is whether it may end, the answer is yes.
+    // Leaves it. If the question is whether it may end, the answer is yes, and the program waits until it
+    // does end: a minute at most.
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;

@@ -7,8 +7,10 @@
 #include <X11/ICE/ICElib.h>
 #include <gdk/gdkx.h>
 #include <glibmm/main.h>
+#include <poll.h>
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <utility>
 
@@ -51,18 +53,16 @@ SessionMembership::SessionMembership(SmcConn connection, SessionCalls calls, std
                                                                  style == SmInteractStyleAny);
          },
          this},
-        {[](SmcConn, SmPointer self) {
-             MainQueue::async(static_cast<SessionMembership*>(self)->calls_.endAsked);
-         },
-         this},
+        {[](SmcConn, SmPointer self) { static_cast<SessionMembership*>(self)->dies(); }, this},
         {[](SmcConn, SmPointer) {}, this},
         {[](SmcConn, SmPointer self) { static_cast<SessionMembership*>(self)->calledOff(); }, this}};
     SmcModifyCallbacks(connection_, allCallbacks, &callbacks);
+    const auto clone = restart;
     if (const Handle<char, std::free> identifier(SmcClientID(connection_)); identifier) {
         gdk_x11_set_sm_client_id(identifier.get()); // on the window, so that the manager knows whose it is
         restart.insert(restart.begin() + 1, {"--sm-client-id", identifier.get()});
     }
-    describeProgram(connection_, restart);
+    describeProgram(connection_, clone, restart);
     setRestartStyle(connection_, RestartStyle::whenItEnds);
     messages_ = Glib::signal_io().connect([this](Glib::IOCondition) { return readMessages(); },
                                           IceConnectionNumber(SmcGetIceConnection(connection_)),
@@ -70,10 +70,14 @@ SessionMembership::SessionMembership(SmcConn connection, SessionCalls calls, std
 }
 
 SessionMembership::~SessionMembership() {
-    // Whoever quits the program while the session goes on does not want it back.
-    if (question_ == Question::none) setRestartStyle(connection_, RestartStyle::ifItWasRunning);
-    answer(true);
     messages_.disconnect();
+    if (question_ == Question::none) {
+        // Whoever quits the program while the session goes on does not want it back.
+        setRestartStyle(connection_, RestartStyle::ifItWasRunning);
+    } else {
+        answer(true);
+        awaitEndOfSession();
+    }
     SmcCloseConnection(connection_, 0, nullptr);
 }
 
@@ -98,6 +102,7 @@ void SessionMembership::saveYourself(bool sessionEnds, bool mayAskForTurn) {
 }
 
 void SessionMembership::ask(Question question) {
+    isDecided_ = false;
     question_ = question;
     MainQueue::async(calls_.endAsked);
 }
@@ -109,8 +114,29 @@ void SessionMembership::answer(bool agreed) {
     question_ = Question::none;
 }
 
+// The manager forgets a program that leaves earlier, and does not start it at the next login (xfce4-session
+// 4.18).
+void SessionMembership::awaitEndOfSession() {
+    constexpr std::chrono::seconds longestSaving{60}; // what xfce4-session gives all programs together
+    const auto end = std::chrono::steady_clock::now() + longestSaving;
+    pollfd message{IceConnectionNumber(SmcGetIceConnection(connection_)), POLLIN, 0};
+    while (!isDecided_) {
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        if (left.count() <= 0) return;
+        if (poll(&message, 1, static_cast<int>(left.count())) > 0 && !readMessages()) return;
+    }
+}
+
+// The session ends now.
+void SessionMembership::dies() {
+    isDecided_ = true;
+    MainQueue::async(calls_.endAsked);
+}
+
 // Another program has refused. The manager wants an answer from those that have not given one yet.
 void SessionMembership::calledOff() {
+    isDecided_ = true;
     if (question_ == Question::none) return;
     if (question_ == Question::askedInTurn) SmcInteractDone(connection_, False);
     SmcSaveYourselfDone(connection_, False);

@@ -20,7 +20,8 @@ class SessionMembership {
 public:
     // Owns the connection. `restart` is the command that starts the program again.
     SessionMembership(SmcConn connection, SessionCalls calls, std::vector<std::string> restart);
-    // Leaves the session, agreeing to its end if that is the question.
+    // Leaves the session. If the question is whether it may end, agrees, and waits until it does: a minute at
+    // most.
     ~SessionMembership();
     SessionMembership(const SessionMembership&) = delete;
     SessionMembership& operator=(const SessionMembership&) = delete;
@@ -37,10 +38,13 @@ private:
     void saveYourself(bool sessionEnds, bool mayAskForTurn);
     void ask(Question question);
     void calledOff();
+    void dies();
+    void awaitEndOfSession();
 
     SmcConn connection_;
     SessionCalls calls_;
     Question question_ = Question::none;
+    bool isDecided_ = false; // since the last question: whether the session ends or goes on
     sigc::connection messages_;
 };
 

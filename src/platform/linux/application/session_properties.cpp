@@ -21,13 +21,14 @@ void setProperty(SmcConn connection, const char* name, const char* type, std::ve
 
 } // namespace
 
-void describeProgram(SmcConn connection, const std::vector<std::string>& restart) {
+void describeProgram(SmcConn connection, const std::vector<std::string>& clone,
+                     const std::vector<std::string>& restart) {
     std::error_code unknown;
     setProperty(connection, SmProgram, SmARRAY8, {restart.front()});
     setProperty(connection, SmUserID, SmARRAY8, {g_get_user_name()});
     setProperty(connection, SmProcessID, SmARRAY8, {std::to_string(getpid())});
     setProperty(connection, SmCurrentDirectory, SmARRAY8, {std::filesystem::current_path(unknown).string()});
-    setProperty(connection, SmCloneCommand, SmLISTofARRAY8, restart);
+    setProperty(connection, SmCloneCommand, SmLISTofARRAY8, clone);
     setProperty(connection, SmRestartCommand, SmLISTofARRAY8, restart);
 }
 

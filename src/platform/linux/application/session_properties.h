@@ -11,8 +11,9 @@ namespace platform {
 // When the manager starts the program again: after a crash too, or only at the next login if it runs then.
 enum class RestartStyle { whenItEnds = SmRestartImmediately, ifItWasRunning = SmRestartIfRunning };
 
-// Who the program is, and `restart`, the command that starts it again.
-void describeProgram(SmcConn connection, const std::vector<std::string>& restart);
+// Who the program is, the command that starts another one like it, and the one that brings this one back.
+void describeProgram(SmcConn connection, const std::vector<std::string>& clone,
+                     const std::vector<std::string>& restart);
 
 void setRestartStyle(SmcConn connection, RestartStyle style);
 
