@@ -1,0 +1,15 @@
+# fish completion for quillmark-host
+complete -c quillmark-host -l show -d 'Bring the window of the running host to the front'
+complete -c quillmark-host -l hide -d 'Hide the window of the running host'
+complete -c quillmark-host -l capture -d 'Capture as the hot key does'
+complete -c quillmark-host -l pause -d 'Give the hot key to other programs, or take it again'
+complete -c quillmark-host -l quit -d 'Quit the running host'
+complete -c quillmark-host -l background -d 'Start without showing the window'
+complete -c quillmark-host -l dialogs -d 'Say in dialogs what goes wrong'
+complete -c quillmark-host -l trace -d 'Print every message to and from the interface'
+complete -c quillmark-host -a '--trace=text' -d 'The same, with the texts of the user'
+complete -c quillmark-host -l language-model -d 'Print or choose the language model'
+complete -c quillmark-host -n '__fish_seen_argument -l language-model' -f -a automatic
+complete -c quillmark-host -n '__fish_seen_argument -l language-model' -l json -d 'As JSON'
+complete -c quillmark-host -s h -l help -d 'Print a summary'
+complete -c quillmark-host -l version -d 'Print the version'
