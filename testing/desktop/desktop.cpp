@@ -158,6 +158,12 @@ bool Desktop::isHidden(WindowId window) {
            attributes.map_state != IsViewable;
 }
 
+std::string Desktop::className(WindowId window) {
+    return server_->property(window, XA_WM_CLASS).bytes.c_str();
+}
+
+bool Desktop::hasIcon(WindowId window) { return server_->value(window, "_NET_WM_ICON").has_value(); }
+
 bool Desktop::hasState(WindowId window, const char* state) {
     const auto states = server_->values(window, "_NET_WM_STATE");
     return std::find(states.begin(), states.end(), server_->atom(state)) != states.end();

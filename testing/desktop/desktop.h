@@ -33,6 +33,9 @@ public:
     std::vector<WindowId> windows(pid_t pid);
     std::optional<WindowId> activeWindow();
     std::string title(WindowId window);
+    // The name by which the desktop finds its desktop file (of WM_CLASS, the first one).
+    std::string className(WindowId window);
+    bool hasIcon(WindowId window);
     bool isHidden(WindowId window); // iconified or off the screen
     // By the window manager's word: "_NET_WM_STATE_ABOVE".
     bool hasState(WindowId window, const char* state);

@@ -4,6 +4,7 @@
 #include "testing/desktop/host.h"
 #include "testing/desktop/process.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -60,6 +61,12 @@ struct HostWindow : testing::Test {
 };
 
 const CallOutcome null = EncodableValue();
+
+TEST_F(HostWindow, IsFoundInItsDesktopFileAndHasAnIcon) {
+    EXPECT_THAT(readFile(QUILLMARK_DESKTOP_FILE),
+                testing::HasSubstr("StartupWMClass=" + desktop.className(window) + "\n"));
+    EXPECT_TRUE(desktop.hasIcon(window));
+}
 
 TEST_F(HostWindow, IsAsTheLastCallOfABurstWantedIt) {
     Fields fields(desktop, {"entry"}); // a window to lose the focus to

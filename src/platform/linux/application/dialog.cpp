@@ -1,5 +1,7 @@
 #include "platform/linux/application/dialog.h"
 
+#include "platform/linux/application/own_icon.h"
+
 #include <gtk/gtk.h>
 #include <gtkmm/main.h>
 #include <gtkmm/messagedialog.h>
@@ -13,6 +15,7 @@ bool isGtkReady() {
     gdk_set_allowed_backends("*");
     if (gtk_init_check(nullptr, nullptr) == FALSE) return false;
     Gtk::Main::init_gtkmm_internals();
+    useOwnIcon();
     return true;
 }
 
@@ -23,7 +26,6 @@ int showDialog(const std::string& heading, const std::string& sentence,
     if (!isGtkReady()) return 0;
     Gtk::MessageDialog dialog(heading, false, Gtk::MESSAGE_WARNING, Gtk::BUTTONS_NONE, true);
     dialog.set_title("Quillmark");
-    dialog.set_icon_name("accessories-text-editor");
     dialog.set_position(Gtk::WIN_POS_CENTER);
     dialog.set_secondary_text(sentence);
     int number = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/application/gtk_start.h"
 
 #include "platform/accessibility.h"
+#include "platform/linux/application/own_icon.h"
 #include "platform/linux/x11/base/errors.h"
 
 #include <gtk/gtk.h>
@@ -42,6 +43,7 @@ bool startGtk() {
     gdk_set_allowed_backends("x11");
     if (gtk_init_check(nullptr, nullptr) == FALSE) return false; // its own options are not ours
     Gtk::Main::init_gtkmm_internals();
+    useOwnIcon();
     x11::endCleanlyWhenDisplayIsLost();
     return true;
 }

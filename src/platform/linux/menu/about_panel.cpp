@@ -12,8 +12,7 @@ void showAboutPanel(Gtk::Window* owner) {
         panel = std::make_unique<Gtk::AboutDialog>();
         panel->set_program_name("글빛나래 · Quillmark");
         panel->set_version(QUILLMARK_VERSION);
-        panel->set_logo_icon_name("accessories-text-editor");
-        panel->set_icon_name("accessories-text-editor");
+        panel->set_logo_icon_name("quillmark-host");
         panel->signal_response().connect([](int) { panel->hide(); });
     }
     if (owner != nullptr) panel->set_transient_for(*owner);
