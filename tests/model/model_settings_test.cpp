@@ -61,6 +61,9 @@ TEST(SettingsFile, IsReadLineByLineAndSaysWhichIsWrong) {
     };
     for (const auto& [text, problem] : table)
         EXPECT_THAT(parseSettingsFile(text, "f").problem, HasSubstr(problem));
+    // Who chooses another model keeps the rest.
+    EXPECT_EQ(parseSettingsFile("modell=a\nkey=k\nthinking=yes", "f").settings.key, "k");
+    EXPECT_THAT(parseSettingsFile("modell=a\nkey=k\nthinking=yes", "f").problem, HasSubstr("Line 1"));
 }
 
 struct OwnSettings : testing::Test {

@@ -87,10 +87,9 @@ ReadSettings parseSettingsFile(std::string_view text, const std::string& fileNam
         const auto end = std::min(text.find('\n'), text.size());
         const auto problem = setFrom(read.settings, trimmed(text.substr(0, end)));
         text.remove_prefix(std::min(end + 1, text.size()));
-        if (problem.empty()) continue;
+        if (problem.empty() || !read.problem.empty()) continue;
         read.problem =
             "Line " + std::to_string(number) + " of " + fileName + ": " + problem + ". Correct it there.";
-        return read;
     }
     return read;
 }

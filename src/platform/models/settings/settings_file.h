@@ -16,7 +16,8 @@ namespace platform {
 //     key=…
 //     thinking=false
 //
-// Every line may be left out. What is wrong is told with the number of its line.
+// Every line may be left out. The first line that is wrong is told with its number; those behind it are read
+// all the same.
 
 // A file that does not exist has no settings and no fault. One that others may write to is not believed.
 ReadSettings readSettingsFile(const std::filesystem::path& file);
