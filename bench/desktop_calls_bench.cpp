@@ -19,7 +19,8 @@ using testbed::Clock;
 
 constexpr std::size_t rounds = 200;
 
-// Waits on the socket itself: the tests' patient look every few milliseconds would be what is measured.
+// Waits on the socket itself: waitUntil() looks every few milliseconds only, which is longer than a call
+// takes.
 double milliseconds(testbed::Host& host, const std::string& method, const EncodableValue& arguments) {
     const auto start = Clock::now();
     const auto call = host.startCall(method, arguments);

@@ -24,9 +24,9 @@ using testbed::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int rounds = 100;
-// Before a hand has reached the last key, programs have drawn what was pasted last and read this keyboard
-// anew.
-constexpr auto handsPause = 50ms;
+// Between two rounds, as between two things that a person does: programs draw what was pasted and read the
+// keyboard's new map meanwhile.
+constexpr auto pauseBetweenRounds = 50ms;
 
 class Samples {
 public:
@@ -68,7 +68,7 @@ struct Stage {
     // The capture's token, and the time from the key to the message.
     std::string capture(Samples& samples) {
         desktop.keyboard.hold("Alt+Shift");
-        std::this_thread::sleep_for(handsPause);
+        std::this_thread::sleep_for(pauseBetweenRounds);
         const auto start = Clock::now();
         desktop.keyboard.hold("space");
         host.awaitBytes();
@@ -132,7 +132,7 @@ long residentKilobytes(pid_t pid) {
     return 0;
 }
 
-void weighTheHostAtRest(Stage& stage) {
+void measureHostAtRest(Stage& stage) {
     const pid_t pid = stage.host.process().pid();
     const auto before = processorTicks(pid);
     std::this_thread::sleep_for(5s); // what is measured is five seconds of rest
@@ -147,7 +147,7 @@ int main() {
     try {
         Stage stage;
         timeTheMainJob(stage);
-        weighTheHostAtRest(stage);
+        measureHostAtRest(stage);
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "main_job_bench: %s\n", problem.what());
         return 1;

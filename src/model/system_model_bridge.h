@@ -1,4 +1,4 @@
-// The interface's door to the system's on-device language model: says whether it can be used, and runs
+// Gives the interface the system's on-device language model: says whether it can be used, and runs
 // generations whose growing text and outcome reach the interface as events.
 //
 // The main window owns the bridge, and a running generation holds it. Main thread only, except emit(); a

@@ -57,15 +57,16 @@ public:
     flutter::CallOutcome answer(std::uint32_t id);
 
     // Blocks until the host has sent something more, for measurements that cannot wait for the next look.
-    void awaitBytes(milliseconds limit = patience);
+    void awaitBytes(milliseconds limit = reactionLimit);
 
     // Everything the host has sent so far, in order.
     const std::vector<Received>& received() const { return received_; }
     // The arguments of the next call from the host with that name, each seen once; absent when none comes in
     // time.
-    std::optional<flutter::EncodableValue> nextCall(std::string_view method, milliseconds limit = patience);
+    std::optional<flutter::EncodableValue> nextCall(std::string_view method,
+                                                    milliseconds limit = reactionLimit);
     // True when the host closes the connection in time.
-    bool closes(milliseconds limit = patience);
+    bool closes(milliseconds limit = reactionLimit);
 
     // Ends the connection, or the whole interface with that exit status, which then becomes the host's.
     void disconnect();

@@ -33,7 +33,7 @@ public:
     void signal(int number) const;
 
     // The exit status (128 + n when signal n ended it); absent when it still runs after `limit`.
-    std::optional<int> exitStatus(milliseconds limit = patience);
+    std::optional<int> exitStatus(milliseconds limit = reactionLimit);
 
 private:
     TemporaryFolder folder_;

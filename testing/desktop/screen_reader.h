@@ -23,7 +23,7 @@ public:
 
     // Of several controls of that kind the first on the screen; roles as AT-SPI names them, such as "push
     // button". An empty name stands for any. Waits; false, empty or absent when it does not come in time.
-    bool shows(const std::string& role, const std::string& name, milliseconds limit = patience);
+    bool shows(const std::string& role, const std::string& name, milliseconds limit = reactionLimit);
     std::optional<std::string> text(const std::string& role, const std::string& name);
     bool hasState(const std::string& role, const std::string& name, int state);
     bool isSensitive(const std::string& role, const std::string& name);

@@ -7,7 +7,7 @@ namespace testbed {
 
 bool waitUntil(const std::function<bool()>& condition, milliseconds limit) {
     const auto end = Clock::now() + limit;
-    // Soon at first, so that what comes at once is seen at once; then at ease, for two slow cores.
+    // Short pauses first, to notice a quick change early; longer ones then, to leave the processor to others.
     Clock::duration pause = std::chrono::microseconds(250);
     while (!condition()) {
         if (Clock::now() >= end) return false;

@@ -9,10 +9,10 @@ namespace testbed {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// What a loaded machine may take for anything that does happen.
-inline constexpr milliseconds patience{10'000};
+// How long any reaction may take on a busy machine.
+inline constexpr milliseconds reactionLimit{10'000};
 
 // Asks until it is true; false when the time is over first.
-bool waitUntil(const std::function<bool()>& condition, milliseconds limit = patience);
+bool waitUntil(const std::function<bool()>& condition, milliseconds limit = reactionLimit);
 
 } // namespace testbed

@@ -31,7 +31,7 @@ struct CaptureAndPaste : testing::Test {
 
     // What the host sends when the hot key is pressed; null when it sends nothing in time. Fingers are slow:
     // the key is still down then.
-    EncodableValue capture(milliseconds limit = patience) {
+    EncodableValue capture(milliseconds limit = reactionLimit) {
         desktop.keyboard.hold("Alt+Shift+space");
         const auto sent = host.nextCall("capture", limit);
         desktop.keyboard.letGo("space+Shift+Alt");

@@ -19,9 +19,9 @@ using flutter::EncodableValue;
 
 // True once it holds and goes on holding, so that what the window manager does late is seen too.
 bool staysTrue(const std::function<bool()>& condition) {
-    constexpr milliseconds longEnough{300};
+    constexpr milliseconds quietTime{300};
     return waitUntil([&] {
-        return waitUntil(condition, milliseconds(0)) && !waitUntil([&] { return !condition(); }, longEnough);
+        return waitUntil(condition, milliseconds(0)) && !waitUntil([&] { return !condition(); }, quietTime);
     });
 }
 

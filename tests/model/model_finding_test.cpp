@@ -71,7 +71,7 @@ TEST_F(ChosenServer, IsFoundThoughOtherAnswersKeepTheBackgroundThreadsBusy) {
     found.set_value();
 }
 
-// Many a small server answers one call at a time.
+// Small servers often answer one call at a time.
 TEST_F(ChosenServer, IsAskedAndWaitedForWhileItSaysNothing) {
     const ScriptedServer busy({.chat = writes(done), .probe = saysNothing});
     choose(busy.url());

@@ -45,7 +45,7 @@ TEST(ServerSentEvents, AreReadWhereverTheBytesAreCut) {
             EXPECT_EQ(eventsIn(bytes, pieceSize), expected) << bytes;
 }
 
-// What the plain forms come to shows in whole answers (model_server_test.cpp).
+// What the plain forms come to shows in whole answers (chat_answer_test.cpp).
 TEST(CompletionChunk, ReadsTheDialectsOfServers) {
     const auto read = [](const char* json) { return platform::readCompletionChunk(json).value(); };
     EXPECT_EQ(

@@ -30,7 +30,7 @@ struct Found {
 
 class ModelFinder {
 public:
-    // The look that serves who asks now; a new one is not started yet.
+    // The look whose result a caller gets now. True when it still has to be started.
     std::pair<Found, bool> look() {
         auto settings = readModelSettings();
         const std::lock_guard lock(mutex_);

@@ -42,7 +42,7 @@ private:
     std::array<guint, 3> sources_{};
 };
 
-// From here on the session's manager is heard, and hears what the delegate decides.
+// While it lives, the session's manager can ask for the end, and gets the delegate's decision.
 class SessionPart {
 public:
     explicit SessionPart(SessionRestart restart)
@@ -75,10 +75,11 @@ MainLoopEnd runHost(const std::function<MainInterface()>& load, std::unique_ptr<
     application.setMainMenu(std::move(interface.mainMenu));
     interface.mainWindow->awakeFromNib();
     if (line.background)
-        gdk_notify_startup_complete(); // no window of ours says so
+        gdk_notify_startup_complete(); // else the first window to be shown does this
     else
         interface.mainWindow->makeKeyAndOrderFront();
-    // It is left last: while the session ends, the interface may still have something to save.
+    // Leaves the session last, as it is destroyed: while the session ends, the interface may still have
+    // something to save.
     const SessionPart session({restartCommand(program, line), line.sessionClientId});
 
     auto end = runMainLoop();

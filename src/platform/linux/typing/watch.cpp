@@ -81,7 +81,7 @@ void KeystrokeGuard::Watch::finish() {
     if (keystrokes.empty()) return;
     const typing::Delivery delivery(keystrokes, role_);
     if (against_ == Against::anyChange && !placeIsUnchanged()) return;
-    if (isInFront() && !inputWasSeen()) delivery.deliver(); // the rest is as close to the keys as can be
+    if (isInFront() && !inputWasSeen()) delivery.deliver(); // last, so that little time is left for a change
 }
 
 bool KeystrokeGuard::Watch::isInFront() const {
@@ -91,7 +91,7 @@ bool KeystrokeGuard::Watch::isInFront() const {
     return front == window_ && front->process == process_;
 }
 
-// A look asks several questions. What changes between them, the events tell.
+// A look asks several questions; the events tell what has changed between them.
 bool KeystrokeGuard::Watch::placeIsUnchanged() {
     for (int look = 0; look < mostLooks; ++look) {
         const auto before = eventsSoFar();
@@ -121,7 +121,7 @@ bool KeystrokeGuard::Watch::isHere(const at_spi::Event& event) const {
            event.kind != at_spi::Event::Kind::focusGained;
 }
 
-// A caret that has come back is none.
+// The place says where the caret is by now: one that has moved and come back is no change.
 bool KeystrokeGuard::Watch::isChange(const at_spi::Event& event) const {
     return isHere(event) && event.kind == at_spi::Event::Kind::textChanged;
 }

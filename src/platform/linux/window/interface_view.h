@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// The place in the window where the interface's view is embedded (XEMBED), a calm empty area while there is
+// The place in the window where the interface's view is embedded (XEMBED), an empty area while there is
 // none. Views may come and go, also by being killed.
 class InterfaceView : public Gtk::EventBox {
 public:

@@ -11,8 +11,8 @@ constexpr unsigned ok = 200, badRequest = 400;
 
 // Text Generation Inference says "eos_token" or "stop_sequence" where others say "stop". Any reason but these
 // and "length" means that the answer is not whole: "abort" and "error" are vLLM's for one that it dropped,
-// "tool_calls" is a question to a program that is not there, and "load" is Ollama's for no answer at all. One
-// without a reason has been closed in due form.
+// "tool_calls" is a question to a program that is not there, and "load" is Ollama's for no answer at all. An
+// answer without a reason is whole when "[DONE]" ends it.
 constexpr std::array<std::string_view, 4> ownEnds{"stop", "eos", "eos_token", "stop_sequence"};
 constexpr auto cutOff = "length", filtered = "content_filter";
 

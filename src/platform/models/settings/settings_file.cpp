@@ -54,7 +54,7 @@ std::string setFrom(ModelSettings& settings, std::string_view line) {
     return set(settings, trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
 }
 
-// Empty, or why the file is not to be believed.
+// Empty, or why the file is not trusted.
 std::string permissionProblem(const fs::path& file, bool holdsKey) {
     struct stat status {};
     if (stat(file.c_str(), &status) != 0) return "";
