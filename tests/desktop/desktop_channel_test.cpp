@@ -118,6 +118,7 @@ TEST_F(DesktopChannel, GrowsTheWindowDownwardsWithinItsScreen) {
         return window->frame();
     };
     EXPECT_EQ(grown({10, 200, 700, 600}, 100), (platform::Rect{10, 100, 700, 700}));
+    EXPECT_EQ(windowState().redisplays, 1);
     EXPECT_EQ(grown({10, 200, 700, 600}, 0.5), (platform::Rect{10, 199.5, 700, 600.5}));
     EXPECT_EQ(grown({10, 100, 700, 600}, 100), (platform::Rect{10, 50, 700, 700}))
         << "lifted onto the bottom edge";

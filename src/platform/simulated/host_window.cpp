@@ -2,7 +2,6 @@
 
 #include "platform/simulated/world.h"
 
-#include <algorithm>
 
 namespace platform {
 
@@ -11,11 +10,6 @@ using simulated::World;
 void Window::Native::userPressesCloseButton() { atNextTurn(&Native::close); }
 void Window::Native::userEntersFullScreen() { atNextTurn(&Native::enterFullScreen); }
 void Window::Native::userExitsFullScreen() { atNextTurn(&Native::exitFullScreen); }
-
-void Window::Native::userResizes(Size size) {
-    const double height = std::max(size.height, minSize.height);
-    place({frame.x, frame.top() - height, std::max(size.width, minSize.width), height});
-}
 
 void Window::Native::place(Rect newFrame) {
     frame = newFrame;

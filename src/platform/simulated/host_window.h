@@ -43,8 +43,6 @@ public:
     void userPressesCloseButton();
     void userEntersFullScreen();
     void userExitsFullScreen();
-    // To no less than `minSize`.
-    void userResizes(Size size);
 
     // Gives the window a frame, which the desktop keeps under the window's autosave name.
     void place(Rect newFrame);
