@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Results of benchmarks, for script/bench.
 
-    bench/results.py merge FILES…       prints one file of all results
+    bench/results.py merge FOLDER       prints one file of all results in the folder
     bench/results.py compare OLD NEW    says what became slower; ends with 1 when anything did
 
 Where a benchmark measures a floor, the multiples of the floors are compared, so that the two runs may come from
@@ -9,6 +9,7 @@ different machines; else the processor times are.
 """
 import json
 import sys
+from pathlib import Path
 
 MOST_CHANGE = 1.25  # two runs of the same program differ by up to a fifth
 
@@ -19,9 +20,9 @@ def results(path):
     return {result["name"]: result for result in json.loads(text)["benchmarks"]} if text else {}
 
 
-def merge(paths):
+def merge(folder):
     merged = {}
-    for path in paths:
+    for path in sorted(Path(folder).glob("*.json")):
         merged |= results(path)
     json.dump({"benchmarks": list(merged.values())}, sys.stdout, indent=1)
 
@@ -46,8 +47,8 @@ def compare(old_path, new_path):
     sys.exit(1 if anything_slower else 0)
 
 
-if len(sys.argv) > 2 and sys.argv[1] == "merge":
-    merge(sys.argv[2:])
+if len(sys.argv) == 3 and sys.argv[1] == "merge":
+    merge(sys.argv[2])
 elif len(sys.argv) == 4 and sys.argv[1] == "compare":
     compare(*sys.argv[2:])
 else:
