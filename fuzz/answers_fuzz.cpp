@@ -44,7 +44,7 @@ Outcome receive(unsigned status, std::span<const std::uint8_t> bytes, std::size_
 void readLists(std::string_view json) {
     if (auto list = readModelList(json)) addOllamaTags(json, list->models);
     readOllamaCapabilities(json);
-    readErrorMessage(json);
+    readError(json);
 }
 
 } // namespace

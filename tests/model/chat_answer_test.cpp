@@ -146,11 +146,18 @@ TEST_F(ChatAnswer, ComesToExactlyOneHelpfulFailureWhateverGoesWrong) {
 }
 
 TEST_F(ChatAnswer, IsRefusedOnlyByTheModelItself) {
-    for (const auto& refusal :
-         {finish("content_filter") + done, R"(data: {"choices":[{"delta":{"refusal":"no"}}]})"
-                                           "\n\n" +
-                                               finish("stop")})
+    for (const auto& refusal : {finish("content_filter") + done,
+                                R"(data: {"choices":[{"delta":{"refusal":"no"}}]})"
+                                "\n\n" +
+                                    finish("stop"),
+                                std::string(R"(data: {"error":{"message":"no","code":"content_filter"}})"
+                                            "\n\n")})
         EXPECT_THAT(answerTo(writes(refusal)), ElementsAre(firstText, HasSubstr("a refused reason=")));
+    for (const char* code : {"content_filter", "content_policy_violation"})
+        EXPECT_THAT(
+            answerTo(sends(std::string("HTTP/1.1 400 X\r\n\r\n{\"error\":{\"message\":\"no\",\"code\":\"") +
+                           code + "\"}}")),
+            ElementsAre("a refused reason=The model would not answer (refusal): no"));
     EXPECT_THAT(answerTo(writes(done)), ElementsAre(firstText, "a done finish_reason=stop"));
 }
 

@@ -2,6 +2,7 @@
 #include "platform/models/server/model_list.h"
 #include "platform/models/server/server_sent_events.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -62,9 +63,14 @@ TEST(CompletionChunk, ReadsTheDialectsOfServers) {
     for (const char* error :
          {R"({"error":{"message":"m","code":"x"}})", R"({"error":{"message":"m","code":5}})",
           R"({"error":{"message":"m","code":null}})", R"({"error":"m"})", R"({"message":"m"})"})
-        EXPECT_EQ(read(error).error, "m");
+        EXPECT_EQ(read(error).error->words, "m");
     for (const char* broken : {"", "{", "[]", "{\"choices\":\"\xC3\"}"})
         EXPECT_FALSE(platform::readCompletionChunk(broken)) << broken;
+}
+
+TEST(CompletionRequest, HasTheInstructionsThoughTheyAreEmpty) {
+    EXPECT_THAT(platform::completionRequest("", {}, {}),
+                testing::HasSubstr(R"({"role":"system","content":""},{"role":"user","content":""})"));
 }
 
 TEST(ModelNames, TellThoseThatWriteNoAnswers) {

@@ -12,10 +12,16 @@ namespace {
 
 namespace json = boost::json;
 
-std::string errorMessageIn(const json::object& body) {
-    if (const auto* error = objectIn(body, "error")) return textIn(*error, "message");
-    if (auto words = textIn(body, "error"); !words.empty()) return words;
-    return textIn(body, "message");
+// OpenAI's and Azure's codes for a prompt or an answer that their rules forbid.
+bool isRefusal(std::string_view code) {
+    return code == "content_filter" || code == "content_policy_violation";
+}
+
+ServerError errorIn(const json::object& body) {
+    if (const auto* error = objectIn(body, "error"))
+        return {textIn(*error, "message"), isRefusal(textIn(*error, "code"))};
+    if (auto words = textIn(body, "error"); !words.empty()) return {std::move(words)};
+    return {textIn(body, "message")};
 }
 
 void readChoice(const json::object& choice, CompletionChunk& chunk) {
@@ -55,7 +61,7 @@ std::optional<CompletionChunk> readCompletionChunk(std::string_view text) {
     const auto* choices = body->if_contains("choices");
     const auto* usage = objectIn(*body, "usage");
     if ((error && !error->is_null()) || (!choices && !usage)) {
-        chunk.error = errorMessageIn(*body);
+        chunk.error = errorIn(*body);
         return chunk;
     }
     // A last chunk may carry the usage alone, with choices empty, null or left out.
@@ -66,9 +72,9 @@ std::optional<CompletionChunk> readCompletionChunk(std::string_view text) {
     return chunk;
 }
 
-std::string readErrorMessage(std::string_view text) {
+ServerError readError(std::string_view text) {
     const auto body = parseObject(text);
-    return body ? errorMessageIn(*body) : std::string();
+    return body ? errorIn(*body) : ServerError();
 }
 
 } // namespace platform

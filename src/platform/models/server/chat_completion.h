@@ -21,6 +21,12 @@ struct Prompt {
 // The body of POST /v1/chat/completions. The model may be empty; `off` tells it not to think first.
 std::string completionRequest(const std::string& model, const Prompt& prompt, ThinkingSwitch off);
 
+// What a server reports instead of an answer.
+struct ServerError {
+    std::string words;      // its own; empty when it has none
+    bool isRefusal = false; // by its class; the words mean nothing
+};
+
 // What one event of a streamed answer adds.
 struct CompletionChunk {
     std::string text;
@@ -28,13 +34,13 @@ struct CompletionChunk {
     std::string refusal;   // the model's words for why it will not answer
     std::optional<std::string> finishReason;
     std::optional<std::int64_t> tokens; // of the whole answer
-    std::optional<std::string> error;   // the server's own words
+    std::optional<ServerError> error;
 };
 
 // Absent when it is not such an event.
 std::optional<CompletionChunk> readCompletionChunk(std::string_view json);
 
-// The server's own words in the body of an answer that reports an error; empty when it has none.
-std::string readErrorMessage(std::string_view json);
+// In the body of an answer that reports an error.
+ServerError readError(std::string_view json);
 
 } // namespace platform

@@ -22,7 +22,7 @@ bool isOwnEnd(std::string_view reason) { return std::ranges::find(ownEnds, reaso
 bool isTooLong(std::string_view words) { return words.find("context") != std::string_view::npos; }
 
 std::string wordsFor(const std::string& own, unsigned status) {
-    const std::string number = status == 0 ? "" : " (HTTP " + std::to_string(status) + ")";
+    const std::string number = status == ok ? "" : " (HTTP " + std::to_string(status) + ")";
     return " could not answer" + number + (own.empty() ? "." : ": " + own + ".") +
            " Try again, or look at the server's messages.";
 }
@@ -66,9 +66,9 @@ std::optional<std::chrono::milliseconds> ChatStream::body(std::string_view bytes
 }
 
 void ChatStream::finished(HttpEnd end, const std::string& reason) {
-    if (status_ == badRequest && !isTooLong(readErrorMessage(errorBody_)) && outcomes_.rejected &&
-        outcomes_.rejected())
-        return;
+    const auto error = readError(errorBody_);
+    const bool isOfModel = status_ == badRequest && !error.isRefusal && !isTooLong(error.words);
+    if (isOfModel && outcomes_.rejected && outcomes_.rejected()) return;
     if (status_ == ok) {
         events_.finish();
         if (!readEvents()) return;
@@ -84,7 +84,7 @@ void ChatStream::failWith(HttpEnd end, const std::string& reason) {
         fail(" could not prove that it is that server (" + reason +
              "). Nothing was sent. Correct its address, or its certificate.");
     } else if (status_ != 0 && status_ != ok) {
-        fail(wordsFor(readErrorMessage(errorBody_), status_));
+        failWith(readError(errorBody_));
     } else if (end == HttpEnd::complete && !answering_) {
         failAsStranger();
     } else if (end == HttpEnd::silent && !begun_) {
@@ -127,7 +127,7 @@ bool ChatStream::read(std::string_view event) {
     auto chunk = readCompletionChunk(event);
     if (!chunk)
         return fail(" sent something that cannot be read. Try again, or choose another model server.");
-    if (chunk->error) return fail(wordsFor(*chunk->error, 0));
+    if (chunk->error) return failWith(*chunk->error);
     if (chunk->finishReason) finish(std::move(*chunk->finishReason));
     begun_ = begun_ || chunk->thinking || !chunk->text.empty() || !chunk->refusal.empty();
     if (chunk->tokens) tokens_ = chunk->tokens;
@@ -153,10 +153,7 @@ void ChatStream::finish(std::string reason) {
 }
 
 void ChatStream::succeed() {
-    if (!refusal_.empty() || finishReason_ == filtered) {
-        answer_->refuse("The model would not answer (refusal)" + (refusal_.empty() ? "." : ": " + refusal_));
-        return;
-    }
+    if (!refusal_.empty() || finishReason_ == filtered) return refuse(refusal_);
     const bool isCutOff = finishReason_ == cutOff, isWhole = finishReason_ && isOwnEnd(*finishReason_);
     if (finishReason_ && !isCutOff && !isWhole) {
         fail(" gave up in the middle of its answer (" + *finishReason_ +
@@ -169,6 +166,16 @@ void ChatStream::succeed() {
     // The server's word counts, also when the answer is exactly as long as it may be.
     if (isWhole && tokens_ == limit_) tokens_.reset();
     answer_->end(tokens_);
+}
+
+void ChatStream::refuse(const std::string& words) {
+    answer_->refuse("The model would not answer (refusal)" + (words.empty() ? "." : ": " + words));
+}
+
+bool ChatStream::failWith(const ServerError& error) {
+    if (!error.isRefusal) return fail(wordsFor(error.words, status_));
+    refuse(error.words);
+    return false;
 }
 
 void ChatStream::failAsStranger() {

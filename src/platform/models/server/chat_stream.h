@@ -54,6 +54,8 @@ private:
     bool readText(std::string_view output);
     void finish(std::string reason);
     void succeed();
+    void refuse(const std::string& words);
+    bool failWith(const ServerError& error);
     void failWith(HttpEnd end, const std::string& reason);
     void failAsStranger();
     bool fail(const std::string& what);

@@ -186,7 +186,7 @@ ThinkingSwitch ServerProbe::thinkingSwitch(const ListedModel& model) const {
 // Any program may say that it is unavailable; a model server says so in its own words.
 std::optional<ServerState> ServerProbe::loading(const Reply& reply) const {
     if (!reply.isOver || reply.status != unavailable) return std::nullopt;
-    const auto words = readErrorMessage(reply.body);
+    const auto words = readError(reply.body).words;
     if (words.empty()) return std::nullopt;
     return because(Kind::notReady, "is not ready: " + words + ". Wait a moment, then try again.");
 }
