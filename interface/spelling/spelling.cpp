@@ -20,6 +20,7 @@ struct Spelling::Job {
     std::string text;
     Handlers handlers; // called on the owner's thread only
     std::atomic<bool> wanted = true;
+    std::atomic<bool> isTaken = true; // the last text that was handed out
 };
 
 class Spelling::Worker {
@@ -58,7 +59,7 @@ private:
             const auto piece = correction.next();
             if (!piece) return post(job, &Handlers::done, std::move(text));
             text += *piece;
-            if (Clock::now() - last < pause) continue;
+            if (Clock::now() - last < pause || !job->isTaken.exchange(false)) continue;
             post(job, &Handlers::growing, text);
             last = Clock::now();
         }
@@ -68,6 +69,7 @@ private:
               std::string text) const {
         async_([job, handler, text = std::move(text)] {
             if (job->wanted && job->handlers.*handler) (job->handlers.*handler)(text);
+            job->isTaken = true;
         });
     }
 

@@ -1,5 +1,5 @@
-// Corrects the spelling of English texts, for an interface whose host has no language model. It reads no
-// instructions and changes only what is wrong beyond doubt.
+// Corrects the spelling of texts in English and in the user's other languages, for an interface whose host
+// has no language model. It reads no instructions and changes only what is wrong beyond doubt.
 //
 // One text at a time, on a thread of its own. An object belongs to the thread that made it.
 #pragma once
@@ -12,12 +12,13 @@ namespace quillmark {
 
 class Spelling {
 public:
-    // Whether the dictionary is on this computer (Debian's package hunspell-en-us). Without it every text
-    // comes back as it was. Any thread.
+    // Whether the dictionary and the word lists of English are on this computer (Debian's packages
+    // hunspell-en-us and scowl). Any thread.
     static bool isInstalled();
 
     struct Handlers {
-        // The whole corrected text so far, at most 60 times a second; each replaces the one before.
+        // The whole corrected text so far, at most 60 times a second, and only once the owner's thread has
+        // taken the one before, which it replaces.
         std::function<void(const std::string& soFar)> growing = {};
         // The whole corrected text. The last call.
         std::function<void(const std::string& text)> done;
