@@ -122,12 +122,16 @@ void Desktop::click(WindowId window) {
 }
 
 std::vector<WindowId> Desktop::windows(pid_t pid) {
-    std::vector<WindowId> result;
-    for (const WindowId window : server_->values(server_->root, "_NET_CLIENT_LIST")) {
-        const auto owner = server_->values(window, "_NET_WM_PID");
-        if (!owner.empty() && static_cast<pid_t>(owner.front()) == pid) result.push_back(window);
-    }
+    auto result = allWindows();
+    std::erase_if(result, [&](WindowId window) { return processOf(window) != pid; });
     return result;
+}
+
+std::vector<WindowId> Desktop::allWindows() { return server_->values(server_->root, "_NET_CLIENT_LIST"); }
+
+std::optional<pid_t> Desktop::processOf(WindowId window) {
+    const auto owner = server_->value(window, "_NET_WM_PID");
+    return owner ? std::optional(static_cast<pid_t>(*owner)) : std::nullopt;
 }
 
 std::optional<WindowId> Desktop::activeWindow() {
@@ -149,7 +153,8 @@ bool Desktop::goToWorkspace(unsigned long number) {
 }
 
 std::string Desktop::title(WindowId window) {
-    return server_->property(window, server_->atom("_NET_WM_NAME")).bytes;
+    auto title = server_->property(window, server_->atom("_NET_WM_NAME")).bytes;
+    return title.empty() ? server_->property(window, XA_WM_NAME).bytes : title; // xterm 379
 }
 
 bool Desktop::isHidden(WindowId window) {

@@ -29,8 +29,11 @@ public:
     // Presses the left button in the middle of a window.
     void click(WindowId window);
 
-    // Windows with a frame, of one program; oldest first.
+    // Windows with a frame, of one program or of all; oldest first.
     std::vector<WindowId> windows(pid_t pid);
+    std::vector<WindowId> allWindows();
+    // The program that a window says it belongs to; absent when the window is gone.
+    std::optional<pid_t> processOf(WindowId window);
     std::optional<WindowId> activeWindow();
     std::string title(WindowId window);
     // The name by which the desktop finds its desktop file (of WM_CLASS, the first one).
