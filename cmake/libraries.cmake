@@ -15,8 +15,8 @@ pkg_check_modules(HUNSPELL REQUIRED IMPORTED_TARGET hunspell)
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
 pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
 pkg_check_modules(SESSION REQUIRED IMPORTED_TARGET sm ice)
-pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11 xtst xfixes xi xres xkbcommon)
-pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes)
+pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11 xext xtst xfixes xi xres xkbcommon)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes xcb-sync x11-xcb)
 
 # The interface. dtl has headers only.
 pkg_check_modules(APPINDICATOR REQUIRED IMPORTED_TARGET ayatana-appindicator3-0.1)

@@ -21,6 +21,7 @@
 //   dump               answers {"title", "active", "focus", "fields": [{"kind", "text", "selection": [start,
 //                      end]}]}
 //   later MS COMMAND   answers first, and obeys the command that many milliseconds later, without an answer
+//   onpaste COMMAND    obeys the command at the next Control+V, before the field gets that key
 //   quit               ends the program, as does the end of its input
 #include <gtkmm.h>
 #include <gtkmm/plug.h>
@@ -188,6 +189,13 @@ public:
         }
         Glib::signal_io().connect(sigc::mem_fun(*this, &Program::readInput), STDIN_FILENO,
                                   Glib::IO_IN | Glib::IO_HUP);
+        signal_key_press_event().connect(
+            [this](const GdkEventKey* key) {
+                if (key->keyval == GDK_KEY_v && (key->state & GDK_CONTROL_MASK) != 0)
+                    obey(std::exchange(onPaste_, {}));
+                return false;
+            },
+            false);
         property_is_active().signal_changed().connect(
             [this] { Glib::signal_idle().connect_once([this] { sayReady(); }); });
         show_all();
@@ -281,6 +289,8 @@ private:
             unsigned delay = 0;
             words >> delay;
             Glib::signal_timeout().connect_once([this, command = rest()] { obey(command); }, delay);
+        } else if (verb == "onpaste") {
+            onPaste_ = rest();
         } else if (verb == "select") {
             Field& target = field(words);
             int start = 0, end = 0;
@@ -337,6 +347,7 @@ private:
     std::string input_;
     Field* awaitedIn_ = nullptr;
     std::string awaited_;
+    std::string onPaste_; // a command
     bool ready_ = false;
 };
 

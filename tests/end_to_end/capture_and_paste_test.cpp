@@ -88,6 +88,24 @@ TEST_F(CaptureAndPaste, NothingIsTypedIntoAFieldThatHasChanged) {
     EXPECT_EQ(desktop.text("CLIPBOARD"), "2");
 }
 
+// A program puts the text wherever its focus and selection are once it has the text.
+TEST_F(CaptureAndPaste, NothingIsTypedWhereThePasteKeystrokeFindsAnotherPlace) {
+    Fields fields(desktop, {"entry", "entry", "password"});
+    for (const std::string change :
+         {"text 0 quite another text", "append 0 !", "select 0 0 3", "focus 1", "focus 2"})
+        for (const bool wholeField : {false, true}) {
+            fields.command("text 0 one two three");
+            fields.command("focus 0");
+            if (!wholeField) fields.command("select 0 4 7");
+            const EncodableValue got = capture();
+            fields.command("onpaste " + change);
+            EXPECT_EQ(paste("REWRITE", textOf(got, "token")), "pasted");
+            EXPECT_THAT(fields.dump(), Not(HasSubstr("REWRITE")))
+                << change << (wholeField ? ", whole field" : "");
+            EXPECT_EQ(desktop.text("CLIPBOARD"), "REWRITE");
+        }
+}
+
 TEST_F(CaptureAndPaste, ReachesAFieldThatWasLeftOnAnotherWorkspace) {
     Fields fields(desktop, {"entry=one two three"});
     fields.command("select 0 4 7");

@@ -202,6 +202,8 @@ Reply Bus::call(Call one, Milliseconds deadline) {
     return std::move(call(std::move(calls), deadline).front());
 }
 
-Bus::Budget::Budget(Bus& bus, Milliseconds time) : bus_(bus) { bus_.limit_ = Clock::now() + time; }
+Bus::Budget::Budget(Bus& bus, Milliseconds time) : bus_(bus), outer_(bus.limit_) {
+    bus_.limit_ = std::min(outer_, Clock::now() + time);
+}
 
 } // namespace platform::at_spi

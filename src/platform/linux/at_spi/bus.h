@@ -63,6 +63,8 @@ Call toBus(const char* method, const char* replyTypes, Variant arguments = nullp
 void tell(GDBusConnection* connection, const Call& call);
 
 class Bus {
+    using Clock = std::chrono::steady_clock;
+
 public:
     // Null when there is no bus at that address, or it does not answer in time.
     static std::unique_ptr<Bus> connect(const std::string& address, Milliseconds deadline);
@@ -92,20 +94,20 @@ public:
 
     static constexpr Milliseconds usualDeadline{250};
 
-    // Limits the time of all calls made while it lives, together. Budgets do not nest.
+    // Limits the time of all calls made while it lives, together. One inside another cannot exceed it.
     class Budget {
     public:
         Budget(Bus& bus, Milliseconds time);
-        ~Budget() { bus_.limit_ = Clock::time_point::max(); }
+        ~Budget() { bus_.limit_ = outer_; }
         Budget(const Budget&) = delete;
         Budget& operator=(const Budget&) = delete;
 
     private:
         Bus& bus_;
+        Clock::time_point outer_;
     };
 
 private:
-    using Clock = std::chrono::steady_clock;
     using Connection = Handle<GDBusConnection, g_object_unref>;
     using Context = Handle<GMainContext, g_main_context_unref>;
     struct PendingCall;

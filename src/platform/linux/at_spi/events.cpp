@@ -7,6 +7,9 @@
 namespace platform::at_spi {
 namespace {
 
+// The bus itself answers within 0.2 ms.
+constexpr Milliseconds busDeadline{10};
+
 // What the registry passes on to programs, whose libraries then send it. Removing one removes the ones below
 // it as well, so none of these stands above one of the session's own.
 constexpr std::array wanted{"object:text-changed", "object:text-caret-moved",
@@ -21,7 +24,8 @@ std::vector<Call> toRegistry(const char* method, const char* types, auto... more
 }
 
 std::optional<Event::Kind> kindOf(std::string_view member, std::string_view detail, std::int32_t first) {
-    if (member == "TextChanged") return Event::Kind::textChanged;
+    if (member == "TextChanged")
+        return detail.starts_with("delete") ? Event::Kind::textRemoved : Event::Kind::textInserted;
     if (member == "TextCaretMoved") return Event::Kind::caretMoved;
     if (member == "TextSelectionChanged") return Event::Kind::selectionChanged;
     if (member == "StateChanged" && detail == "focused")
@@ -43,8 +47,9 @@ std::optional<Event> eventIn(const Signal& signal) {
     const auto kind = kindOf(signal.member, g_variant_get_string(detail.get(), nullptr), number);
     if (!kind) return std::nullopt;
     Event event{*kind, {signal.program, signal.path}};
-    if (kind == Event::Kind::textChanged || kind == Event::Kind::caretMoved) event.position = number;
-    if (kind == Event::Kind::textChanged) event.length = g_variant_get_int32(second.get());
+    const bool changesText = kind == Event::Kind::textInserted || kind == Event::Kind::textRemoved;
+    if (changesText || kind == Event::Kind::caretMoved) event.position = number;
+    if (changesText) event.length = g_variant_get_int32(second.get());
     return event;
 }
 
@@ -66,6 +71,18 @@ Events::~Events() {
 
 std::optional<std::vector<Event>> Events::take(Bus& bus) {
     if (!subscription_.isOn(bus) || !bus.call(stateOf(rootOf(program_))).value) return std::nullopt;
+    return takeHeard();
+}
+
+// The bus may read our first call before something that the program sent earlier, but reads both before our
+// second one.
+std::vector<Event> Events::takeSent(Bus& bus) {
+    for (int call = 0; call < 2; ++call)
+        bus.call(toBus("GetId", "(s)"), busDeadline);
+    return takeHeard();
+}
+
+std::vector<Event> Events::takeHeard() {
     const std::lock_guard lock(mutex_);
     return std::exchange(heard_, {});
 }

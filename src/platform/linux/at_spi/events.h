@@ -12,11 +12,11 @@ namespace platform::at_spi {
 
 // Something that a program says has happened to one of its objects.
 struct Event {
-    enum class Kind { focusGained, focusLost, textChanged, caretMoved, selectionChanged };
+    enum class Kind { focusGained, focusLost, textInserted, textRemoved, caretMoved, selectionChanged };
 
     Kind kind;
     Object source;
-    // Of textChanged the first offset and the number of characters, of caretMoved the new offset, in the
+    // Of a changed text the first offset and the number of characters, of caretMoved the new offset, in the
     // program's own units; else 0.
     std::int32_t position = 0;
     std::int32_t length = 0;
@@ -37,9 +37,12 @@ public:
     // call to the program: what it sent before the reply has arrived by then. Absent when it does not reply,
     // or on another bus than the one it listens on.
     std::optional<std::vector<Event>> take(Bus& bus);
+    // The same without a call to the program: what it had sent when this was called.
+    std::vector<Event> takeSent(Bus& bus);
 
 private:
     void hear(const Signal& signal);
+    std::vector<Event> takeHeard();
 
     std::string program_;
     std::mutex mutex_;

@@ -20,9 +20,10 @@ Delivery::Delivery(std::span<const KeyboardEvent> keystrokes, const std::optiona
         copiedFrom_ = static_cast<std::uint32_t>(window);
 }
 
-void Delivery::deliver() const {
+bool Delivery::deliver() const {
     if (typed_) typed_->type();
     if (copiedFrom_ != 0) selection::copyPrimarySelection(copiedFrom_);
+    return typed_.has_value();
 }
 
 } // namespace platform::typing

@@ -17,8 +17,8 @@ public:
     // Whatever has to be asked is asked here.
     Delivery(std::span<const KeyboardEvent> keystrokes, const std::optional<std::string>& role);
 
-    // Types them, all together.
-    void deliver() const;
+    // Types them, all together. False when they were left out.
+    bool deliver() const;
 
 private:
     std::optional<x11::KeystrokeBatch> typed_;

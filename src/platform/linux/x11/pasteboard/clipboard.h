@@ -48,6 +48,7 @@ public:
     static std::unique_ptr<Clipboard> open();
 
     XcbConnection& connection() { return *connection_; }
+    Owner& owner() { return owner_; }
 
     // Handles all that has arrived or fallen due.
     void process();

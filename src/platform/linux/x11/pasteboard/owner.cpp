@@ -46,13 +46,42 @@ void Owner::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
 }
 
 void Owner::answer(const xcb_selection_request_event_t& request) {
+    if (!mustWait(request)) return reply(request, true);
+    hold_->requests.push_back(request);
+    hold_->arrived();
+}
+
+bool Owner::mustWait(const xcb_selection_request_event_t& request) const {
+    return hold_ && connection_.areOfOneProgram(request.requestor, hold_->window) &&
+           (request.target == connection_.atom("MULTIPLE") ||
+            std::ranges::find(offers_, request.target, &Offer::target) != offers_.end());
+}
+
+void Owner::hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end) {
+    release();
+    hold_ = Hold{window, std::move(arrived), end};
+}
+
+void Owner::answerHeld(bool deliver) {
+    if (!hold_ || hold_->requests.empty()) return;
+    reply(hold_->requests.front(), deliver);
+    hold_->requests.pop_front();
+}
+
+void Owner::release() {
+    while (hold_ && !hold_->requests.empty())
+        answerHeld(true);
+    hold_.reset();
+}
+
+void Owner::reply(const xcb_selection_request_event_t& request, bool deliver) {
     // Programs written before the ICCCM (1988) name no property and mean the target's own name.
     const xcb_atom_t property = request.property == XCB_NONE ? request.target : request.property;
-    const bool asked = contents_ && request.selection == connection_.atom("CLIPBOARD");
-    const bool done =
-        asked && (request.target == connection_.atom("MULTIPLE")
-                      ? request.property != XCB_NONE && convertMultiple(request.requestor, property)
-                      : convert(request.requestor, request.target, property));
+    const bool offered = contents_ && request.selection == connection_.atom("CLIPBOARD");
+    const bool done = deliver && offered &&
+                      (request.target == connection_.atom("MULTIPLE")
+                           ? request.property != XCB_NONE && convertMultiple(request.requestor, property)
+                           : convert(request.requestor, request.target, property));
     xcb_selection_notify_event_t notice{};
     notice.response_type = XCB_SELECTION_NOTIFY;
     notice.time = request.time;
@@ -132,11 +161,15 @@ void Owner::windowGone(xcb_window_t requestor) {
 
 void Owner::expire(Clock::time_point now) {
     drop([&](const Transfer& transfer) { return transfer.deadline() <= now; });
+    if (hold_ && hold_->end <= now) release();
 }
 
 std::optional<Clock::time_point> Owner::deadline() const {
-    if (transfers_.empty()) return std::nullopt;
-    return std::ranges::min_element(transfers_, {}, &Transfer::deadline)->deadline();
+    std::optional<Clock::time_point> first;
+    if (hold_) first = hold_->end;
+    for (const Transfer& transfer : transfers_)
+        first = std::min(first.value_or(transfer.deadline()), transfer.deadline());
+    return first;
 }
 
 template <class Predicate>

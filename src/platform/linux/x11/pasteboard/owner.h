@@ -4,6 +4,9 @@
 #include "platform/linux/x11/pasteboard/transfer.h"
 #include "platform/linux/x11/pasteboard/xcb_connection.h"
 
+#include <deque>
+#include <functional>
+#include <optional>
 #include <vector>
 
 namespace platform::selection {
@@ -32,14 +35,25 @@ public:
     bool claiming() const { return claimed_ != nullptr; }
 
     void answer(const xcb_selection_request_event_t& request);
+
+    // From now on the program that made `window` waits for contents that it asks for, each until
+    // answerHeld(), all until release(), until `end` at the latest. Calls `arrived` each time it asks.
+    void hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end);
+    // Answers the one that has waited longest.
+    void answerHeld(bool deliver);
+    void release();
+
     void propertyDeleted(xcb_window_t requestor, xcb_atom_t property);
     void windowGone(xcb_window_t requestor);
 
-    // Gives up transfers to programs that take no further piece. Call it again at `deadline`.
+    // Gives up transfers to programs that take no further piece, and ends a hold at its end. Call it again at
+    // `deadline`.
     void expire(Clock::time_point now);
     std::optional<Clock::time_point> deadline() const;
 
 private:
+    bool mustWait(const xcb_selection_request_event_t& request) const;
+    void reply(const xcb_selection_request_event_t& request, bool deliver);
     bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
     bool convertMultiple(xcb_window_t requestor, xcb_atom_t property);
     void deliver(xcb_window_t requestor, xcb_atom_t property, const Offer& offer);
@@ -54,6 +68,13 @@ private:
     std::vector<Offer> offers_;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     std::vector<Transfer> transfers_;
+    struct Hold {
+        xcb_window_t window;
+        std::function<void()> arrived;
+        Clock::time_point end;
+        std::deque<xcb_selection_request_event_t> requests = {}; // oldest first
+    };
+    std::optional<Hold> hold_;
 };
 
 } // namespace platform::selection

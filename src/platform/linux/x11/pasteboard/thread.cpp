@@ -136,6 +136,21 @@ void Thread::copyPrimary(xcb_window_t window) {
     });
 }
 
+void Thread::hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end) {
+    call<bool>(serverLimit, [=, arrived = std::move(arrived)](Clipboard& clipboard, auto result) {
+        clipboard.owner().hold(window, arrived, end);
+        result->set_value(true);
+    });
+}
+
+void Thread::answerHeld(bool deliver) {
+    post([deliver](Clipboard& clipboard) { clipboard.owner().answerHeld(deliver); });
+}
+
+void Thread::release() {
+    post([](Clipboard& clipboard) { clipboard.owner().release(); });
+}
+
 void Thread::post(Task task) {
     {
         const std::lock_guard lock(mutex_);

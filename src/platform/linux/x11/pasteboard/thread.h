@@ -33,6 +33,11 @@ public:
     bool write(SharedContents contents);
     void copyPrimary(xcb_window_t window);
 
+    // As Owner has them. `arrived` is called on the pasteboard's thread.
+    void hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end);
+    void answerHeld(bool deliver);
+    void release();
+
 private:
     Thread();
     using Task = std::function<void(Clipboard&)>;

@@ -1,0 +1,59 @@
+#include "platform/linux/typing/place.h"
+
+#include "platform/linux/accessibility/element.h"
+#include "platform/linux/at_spi/session.h"
+
+#include <string_view>
+#include <utility>
+
+namespace platform::typing {
+namespace {
+
+template <typename T>
+std::optional<T> attribute(const AXUIElementRef& element, std::string_view name) {
+    auto value = AXUIElementCopyAttributeValue(element, name);
+    auto* wanted = value ? std::get_if<T>(&*value) : nullptr;
+    return wanted ? std::optional<T>(std::move(*wanted)) : std::nullopt;
+}
+
+} // namespace
+
+bool Place::operator==(const Place& other) const {
+    return CFEqual(element, other.element) && text == other.text && selectedText == other.selectedText &&
+           selection == other.selection && subrole == other.subrole;
+}
+
+Place placeIn(pid_t process) {
+    Place place;
+    place.element = focusedElement(process);
+    const auto& element = place.element;
+    place.text = attribute<std::string>(element, "AXValue");
+    place.selectedText = attribute<std::string>(element, "AXSelectedText");
+    if (const auto range = attribute<AXValue>(element, "AXSelectedTextRange"))
+        place.selection = AXValueGetValue(*range, AXValueType::cfRange);
+    place.subrole = attribute<std::string>(element, "AXSubrole"); // last: it tells a password field
+    return place;
+}
+
+AXUIElementRef focusedElement(pid_t process) {
+    return attribute<AXUIElementRef>(AXUIElementCreateApplication(process), "AXFocusedUIElement")
+        .value_or(AXUIElementRef());
+}
+
+std::optional<std::string> roleOf(const AXUIElementRef& element) {
+    return attribute<std::string>(element, "AXRole");
+}
+
+std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_spi::Milliseconds time) {
+    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    if (bus == nullptr) return std::nullopt;
+    const at_spi::Bus::Budget budget(*bus, time);
+    return attribute<std::string>(element, "AXSelectedText");
+}
+
+const at_spi::Object* objectOf(const AXUIElementRef& element) {
+    const auto* object = element ? std::get_if<AXUIElement::Accessible>(&element.get()->what) : nullptr;
+    return object ? &object->seen.object : nullptr;
+}
+
+} // namespace platform::typing

@@ -1,0 +1,48 @@
+#include "platform/linux/typing/place_events.h"
+
+#include "platform/linux/at_spi/session.h"
+
+#include <utility>
+
+namespace platform::typing {
+
+PlaceEvents::PlaceEvents(const AXUIElementRef& element) {
+    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    const at_spi::Object* object = objectOf(element);
+    if (bus == nullptr || object == nullptr) return;
+    here_ = *object;
+    events_ = std::make_unique<at_spi::Events>(*bus, object->program);
+}
+
+std::optional<Happened> PlaceEvents::sinceLast() {
+    if (!events_) return Happened();
+    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    const auto events = bus != nullptr ? events_->take(*bus) : std::nullopt;
+    return events ? std::optional(seenFromHere(*events)) : std::nullopt;
+}
+
+Happened PlaceEvents::sinceLastUnasked() {
+    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    if (!events_ || bus == nullptr) return {};
+    return seenFromHere(events_->takeSent(*bus));
+}
+
+Happened PlaceEvents::seenFromHere(const std::vector<at_spi::Event>& events) const {
+    using Kind = at_spi::Event::Kind;
+    Happened happened;
+    for (const at_spi::Event& event : events) {
+        happened.anything = true;
+        if (event.source != here_) {
+            happened.focusElsewhere |= event.kind == Kind::focusGained;
+        } else if (event.kind == Kind::textInserted || event.kind == Kind::textRemoved) {
+            const bool isFirst = !std::exchange(happened.toText, true);
+            happened.removed.reset();
+            if (isFirst && event.kind == Kind::textRemoved) happened.removed = {event.position, event.length};
+        } else {
+            happened.toSelection |= event.kind == Kind::caretMoved || event.kind == Kind::selectionChanged;
+        }
+    }
+    return happened;
+}
+
+} // namespace platform::typing
