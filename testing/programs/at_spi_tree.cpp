@@ -11,11 +11,10 @@ namespace {
 
 // The interface's numbers.
 constexpr std::pair<std::string_view, unsigned> roles[]{
-    {"combo_box", 11},     {"filler", 20},       {"frame", 23},    {"image", 27},
-    {"list", 31},          {"list_item", 32},    {"page_tab", 37}, {"panel", 39},
-    {"password_text", 40}, {"push_button", 43},  {"table", 55},    {"terminal", 60},
-    {"text", 61},          {"paragraph", 73},    {"entry", 79},    {"section", 85},
-    {"document_text", 94}, {"document_web", 95}, {"static", 116},
+    {"combo_box", 11}, {"filler", 20},     {"frame", 23},         {"image", 27},         {"list", 31},
+    {"list_item", 32}, {"page_tab", 37},   {"panel", 39},         {"password_text", 40}, {"push_button", 43},
+    {"table", 55},     {"table_cell", 56}, {"terminal", 60},      {"text", 61},          {"paragraph", 73},
+    {"entry", 79},     {"section", 85},    {"document_text", 94}, {"document_web", 95},  {"static", 116},
 };
 constexpr std::pair<std::string_view, unsigned> states[]{
     {"active", 1},   {"editable", 7},     {"focusable", 11}, {"focused", 12},   {"multi_line", 17},

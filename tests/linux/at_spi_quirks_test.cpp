@@ -297,6 +297,20 @@ TEST_F(Quirks, TheFocusIsWhereItsLastEventWas) {
     EXPECT_EQ(program.calls("GetMatches"), 1) << "pages of 20,000 paragraphs take seconds to search";
 }
 
+TEST_F(Quirks, TheCurrentCellOfATableIsNotTheFocusWhileAFieldHasIt) {
+    ScriptedElements program(desktop, {"toolkit=Qt", "collection=no_object"}, R"(
+window frame active showing
+  files table focusable showing
+    cell table_cell focusable focused showing
+  document text focusable focused editable showing multi_line text=document caret=0)");
+    program.command("focus document");
+    program.command("focus cell");
+    EXPECT_EQ(text(focusedElement(program)), "document");
+    program.command("change document -focused");
+    EXPECT_TRUE(focusedElement(program)) << "the cell";
+    EXPECT_EQ(text(focusedElement(program)), std::nullopt);
+}
+
 TEST_F(Quirks, AProgramThatIsNotInFrontHasTheFocusWhereItsLastEventWas) {
     ScriptedElements program(desktop, gecko, browser);
     EXPECT_EQ(text(focusedElement(program)), "first");

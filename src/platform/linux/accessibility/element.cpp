@@ -2,6 +2,7 @@
 
 #include "platform/linux/accessibility/attributes.h"
 #include "platform/linux/accessibility/focus_queries.h"
+#include "platform/linux/base/own_processes.h"
 #include "platform/linux/x11/windows/front_window.h"
 
 namespace platform {
@@ -23,11 +24,23 @@ std::optional<AXAttributeValue> found(AXUIElementRef element) {
     return element ? std::optional<AXAttributeValue>(std::move(element)) : std::nullopt;
 }
 
-// The title that the window manager shows. The focused window may lie inside the one that has a title.
+// The title that the window manager shows. The focused window may lie inside the one that has it, and have a
+// name of its own ("FocusProxy" in Java 17).
 std::optional<std::string> titleOf(const AXUIElement::BareWindow& bare) {
-    if (auto title = x11::windowTitle(bare.window)) return title;
     const x11::WindowId active = x11::activeWindow();
-    return x11::windowProcess(active) == bare.process ? x11::windowTitle(active) : std::nullopt;
+    return x11::windowTitle(x11::windowProcess(active) == bare.process ? active : bare.window);
+}
+
+// Qt 5 leaves the program's name out of the name that it gives a window: "letter.txt" for "letter.txt —
+// Kate".
+std::optional<AXAttributeValue> titleOf(AXUIElement::Accessible& accessible) {
+    auto name = ax::attribute(accessible, "AXTitle");
+    const auto* text = name ? std::get_if<std::string>(&*name) : nullptr;
+    if (text == nullptr || text->empty()) return name;
+    const x11::WindowId active = x11::activeWindow();
+    const auto owner = x11::windowProcess(active);
+    const auto shown = owner && !isOwnProcess(*owner) ? x11::windowTitle(active) : std::nullopt;
+    return shown && shown->starts_with(*text) ? shown : name;
 }
 
 // Reads one attribute of each kind of element.
@@ -46,7 +59,7 @@ struct Reader {
         return name == "AXTitle" ? titleOf(bare) : std::nullopt;
     }
     std::optional<AXAttributeValue> operator()(AXUIElement::Accessible& accessible) const {
-        return ax::attribute(accessible, name);
+        return name == "AXTitle" ? titleOf(accessible) : ax::attribute(accessible, name);
     }
 };
 

@@ -45,11 +45,18 @@ bool isFinal(const FocusedObject& element) {
     return rankOf(element) != Rank::none && (element.text || element.role != Role::comboBox);
 }
 
+// Qt 5 gives the state FOCUSED, and tells of it, to the current cell of every table, wherever the focus is.
+bool mayBeFocusedByMistake(const FocusedObject& element) {
+    return !element.text && (element.role == Role::tableCell || element.role == Role::listItem ||
+                             element.role == Role::treeItem);
+}
+
 // The object in `window` that gained the focus last and still has it.
 std::optional<FocusedObject> latestIn(Bus& bus, const Object& window, const std::vector<Object>& windows,
                                       const Application& application, const FocusHistory* history) {
     for (FocusedObject& element : look(bus, latest(history, application), toolkitOf(application))) {
         if (!element.states.has(State::focused) || !isInside(bus, element.object, window, windows)) continue;
+        if (mayBeFocusedByMistake(element)) continue;
         return isFinal(element) ? std::optional(std::move(element)) : std::nullopt;
     }
     return std::nullopt;
