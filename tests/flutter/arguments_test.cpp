@@ -63,6 +63,7 @@ TEST(Arguments, OneWrongMemberMakesTheWholeAbsent) {
     const EncodableValue oddKey = EncodableMap{{"a", "1"}, {2, "2"}};
     EXPECT_EQ(asStringMap(strings),
               (std::vector<std::pair<std::string, std::string>>{{"a", "1"}, {"b", "2"}}));
+    EXPECT_EQ(asStringMap("a"), std::nullopt);
     EXPECT_EQ(asStringMap(mixed), std::nullopt);
     EXPECT_EQ(asStringMap(oddKey), std::nullopt);
     EXPECT_EQ(asMap(oddKey), nullptr);

@@ -134,9 +134,16 @@ TEST_F(EventChannelTest, OutlivesItsHandlerAndItsMessenger) {
     const auto sink = handler->sinks.at(0);
     handler.reset();
     EXPECT_EQ(call("cancel"), nobodyHandlesThis);
+    const auto another = std::make_shared<Recorder>();
+    channel.setStreamHandler(another);
+    channel.setStreamHandler({});
+    EXPECT_EQ(call("listen"), nobodyHandlesThis);
+    MethodChannel other(*messenger, "c");
     messenger.reset();
     sink("event");
     channel.setStreamHandler({});
+    other.invokeMethod("tell");
+    other.invokeMethod("ask", {}, [](const CallOutcome&) { ADD_FAILURE() << "there is nobody to answer"; });
 }
 
 } // namespace

@@ -81,6 +81,7 @@ TEST_F(FrameMessengerTest, HandlesNothingAfterTheRulesWereBroken) {
     EXPECT_THAT(arrive({message("c"), reply(77), message("c")}).value_or(""), HasSubstr("id 77"));
     EXPECT_NE(arrive({message("c")}), std::nullopt);
     EXPECT_EQ(handled, 1);
+    EXPECT_NE(FrameMessenger([](const Bytes&) {}).receive(hex("05000000 09 00000000")), std::nullopt);
 }
 
 TEST_F(FrameMessengerTest, HandlesMessagesOneAtATimeInOrderThoughAHandlerReadsOn) {
@@ -103,6 +104,7 @@ TEST_F(FrameMessengerTest, MayEndInsideAHandlerAndBeforeAReply) {
     messenger->setMessageHandler("end", [&](auto, auto answer) {
         kept = answer;
         messenger.reset();
+        answer({2});
     });
     auto* const alive = messenger.get();
     EXPECT_EQ(alive->receive(*encodeFrame(request(1, "end")) + *encodeFrame(request(2, "nobody"))),
@@ -118,6 +120,7 @@ TEST_F(FrameMessengerTest, AnswersWithNothingWhatIsTooLongToSend) {
     messenger->setMessageHandler("big", [](auto, const auto& reply) { reply(Bytes(maxFrameLength)); });
     EXPECT_EQ(arrive({request(3, "big")}), std::nullopt);
     EXPECT_THAT(written, ElementsAre(reply(3)));
+    EXPECT_NE(arrive({reply(1)}), std::nullopt) << "the message was never sent";
 }
 
 } // namespace

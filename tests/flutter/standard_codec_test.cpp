@@ -144,13 +144,14 @@ TEST(StandardCodec, ReadsWhatOthersMayWriteThoughItNeverWould) {
 }
 
 TEST(StandardCodec, RefusesBrokenMessagesAsAWhole) {
-    for (const auto& bytes :
-         eachOf("03 0367 03674523 04ef 060000000000000000 07 0705 070568656c6c 0805 080500010203 "
-                "09050000 0905000000 0a05000000000000 0a 0c 0c07 0c0700 0d07 0d0707 0d010700 0f "
-                "07ffffffffff 0cffffffffff 0dffffffffff 0affffffffff 0702fffe 0702c080 "
-                "0703eda080 0704f4908080 0702e298 07fe01 0900 0000 0c010000"))
+    for (const auto& bytes : eachOf("03 0367 03674523 04ef 0600000000000000 060000000000000000 07 0705 "
+                                    "070568656c6c 08 0805 080500010203 "
+                                    "09050000 0905000000 09ff000000 0a05000000000000 0a 0c 0c07 0c0700 "
+                                    "0c010f 0d 0d07 0d0707 0d010700 0d010f00 0f "
+                                    "07ffffffffff 0cffffffffff 0dffffffffff 0affffffffff 0702fffe 0702c080 "
+                                    "0703eda080 0704f4908080 0702e298 07fe01 07ff0000 0900 0000 0c010000"))
         EXPECT_FALSE(decodeMessage(bytes)) << testing::PrintToString(bytes);
-    for (const auto& bytes : eachOf("000000 070568656c6c6f 030000000000 0701610000"))
+    for (const auto& bytes : eachOf("000000 070568 070568656c6c6f 030000000000 0701610000"))
         EXPECT_FALSE(decodeMethodCall(bytes)) << testing::PrintToString(bytes);
     for (const auto& bytes : eachOf("00 01 02 0200 000000 0107056572726f72 01070165030000000000 01000000 "
                                     "01070165000000"))
@@ -165,6 +166,7 @@ TEST(StandardCodec, RefusesNestingBeyondItsLimit) {
     EXPECT_FALSE(decodeMessage(repeated("0d0100", 10000) + hex("00")));
     // Beside each other is not inside each other.
     EXPECT_TRUE(decodeMessage(hex("0cfee803") + repeated("0c00", 1000)));
+    EXPECT_TRUE(decodeMessage(hex("0cfee803") + repeated("0d00", 1000)));
 }
 
 TEST(StandardCodec, AllocatesInProportionToTheMessageWhateverItClaims) {
@@ -172,6 +174,8 @@ TEST(StandardCodec, AllocatesInProportionToTheMessageWhateverItClaims) {
     auto claims = eachOf("0cffffffff7f 0dffffffff7f 07ffffffff7f 0bffffffff7f");
     claims.push_back(repeated("0cff80000100", 200) + filler);
     claims.push_back(repeated("0dff40000100 00", 200) + filler);
+    claims.push_back(hex("0c64 085a") + Bytes(90, 0) +
+                     hex("0cfee803 00000000")); // too few bytes even without the 1000
     for (const auto& bytes : claims) {
         const auto before = allocatedBytes();
         EXPECT_FALSE(decodeMessage(bytes));
