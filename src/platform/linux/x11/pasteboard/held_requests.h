@@ -6,21 +6,22 @@
 
 namespace platform::selection {
 
-// While it lives, but no longer than its limit, one program waits for what it asks of the host's pasteboard
-// until the host has decided. Which types there are it is told at once. Main thread only.
+// While it lives, and until its limit at most, the requests of one program for the host's pasteboard are held
+// back until answer() decides on them. A request for the names of the types is answered at once. Main thread
+// only.
 class [[nodiscard]] HeldRequests {
 public:
     // Of the program that made `window`.
     HeldRequests(std::uint32_t window, std::chrono::milliseconds limit);
-    // What it still waits for it gets; so it does at the limit.
+    // Delivers what is still held back, as reaching the limit does.
     ~HeldRequests();
     HeldRequests(const HeldRequests&) = delete;
     HeldRequests& operator=(const HeldRequests&) = delete;
 
-    // Waits until it asks for something more; false when it does not within this time, or by the limit.
+    // Waits for one more request; false when none comes within this time, or by the limit.
     bool next(std::chrono::milliseconds time);
 
-    // Gives or refuses it what it has waited for longest.
+    // Delivers or refuses the oldest request that is held back.
     void answer(bool deliver);
 
 private:
