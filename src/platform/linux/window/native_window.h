@@ -2,7 +2,7 @@
 
 #include "platform/linux/window/frame.h"
 #include "platform/linux/window/interface_view.h"
-#include "platform/linux/window/last_wish.h"
+#include "platform/linux/window/wanted_state.h"
 #include "platform/linux/window/presence.h"
 #include "platform/view_controller.h"
 #include "platform/window.h"
@@ -63,7 +63,7 @@ public:
     Presence presence{window, frame};
 
 private:
-    LastWish fullScreen_;
+    WantedState fullScreen_;
 };
 
 } // namespace platform

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/window/frame.h"
-#include "platform/linux/window/last_wish.h"
+#include "platform/linux/window/wanted_state.h"
 
 #include <gtkmm/window.h>
 
@@ -35,7 +35,7 @@ private:
     Gtk::Window& window_;
     WindowFrame& frame_;
     int refusals_ = 0; // in a row
-    LastWish shown_;
+    WantedState shown_;
 };
 
 } // namespace platform

@@ -9,7 +9,7 @@ namespace platform {
 // A state of the window, on or off, that only the window manager can give it. The window manager is asked
 // once at a time, and again once it has answered if another state is wanted by then: metacity, openbox and
 // xfwm4 each drop one of two requests that come close together. Main thread only.
-class LastWish {
+class WantedState {
 public:
     struct WindowManager {
         std::function<void(bool on)> ask;
@@ -17,7 +17,7 @@ public:
         std::function<void(bool on)> refused;  // called when it has not given it in time; may be empty
     };
 
-    explicit LastWish(WindowManager windowManager);
+    explicit WantedState(WindowManager windowManager);
 
     void want(bool on);
 

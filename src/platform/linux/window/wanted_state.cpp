@@ -1,4 +1,4 @@
-#include "platform/linux/window/last_wish.h"
+#include "platform/linux/window/wanted_state.h"
 
 #include "platform/main_queue.h"
 
@@ -15,34 +15,34 @@ constexpr Seconds answerDeadline = 300ms;
 
 } // namespace
 
-LastWish::LastWish(WindowManager windowManager) : windowManager_(std::move(windowManager)) {}
+WantedState::WantedState(WindowManager windowManager) : windowManager_(std::move(windowManager)) {}
 
-void LastWish::want(bool on) {
+void WantedState::want(bool on) {
     wanted_ = on;
     if (!asked_) ask();
 }
 
-void LastWish::withdraw() {
+void WantedState::withdraw() {
     wanted_.reset();
     asked_.reset();
     request_.reset();
 }
 
-void LastWish::ask() {
+void WantedState::ask() {
     asked_ = wanted_;
     request_ = std::make_shared<char>();
     const std::weak_ptr life(request_);
     windowManager_.ask(*asked_);
-    // Not at once: wishes of the same turn of the main loop are one request.
+    // Not at once: all that is wanted in one turn of the main loop is one request.
     MainQueue::async(life, [this] { check(); });
     MainQueue::asyncAfter(answerDeadline, life, [this] { answered(windowManager_.hasGiven(*asked_)); });
 }
 
-void LastWish::check() {
+void WantedState::check() {
     if (asked_ && windowManager_.hasGiven(*asked_)) answered(true);
 }
 
-void LastWish::answered(bool given) {
+void WantedState::answered(bool given) {
     const bool asked = *asked_;
     asked_.reset();
     request_.reset();
