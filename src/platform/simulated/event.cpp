@@ -1,4 +1,5 @@
 #include "platform/event.h"
+
 #include "platform/simulated/world.h"
 
 namespace platform {

@@ -2,7 +2,6 @@
 
 #include "platform/simulated/world.h"
 
-
 namespace platform {
 
 using simulated::World;

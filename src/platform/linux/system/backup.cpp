@@ -1,6 +1,7 @@
 // Two marks tell backup programs to leave a file or directory out: the attribute `user.xdg.robots.backup` on
-// anything, and in a directory the tag file that borg, restic and tar look for (https://bford.info/cachedir/). A
-// directory on a file system without attributes counts as marked by its tag alone.
+// anything, and in a directory the tag file that borg, restic and tar look for
+// (https://bford.info/cachedir/). A directory on a file system without attributes counts as marked by its tag
+// alone.
 #include "platform/linux/base/file_descriptor.h"
 #include "platform/url.h"
 

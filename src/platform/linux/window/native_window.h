@@ -2,8 +2,8 @@
 
 #include "platform/linux/window/frame.h"
 #include "platform/linux/window/interface_view.h"
-#include "platform/linux/window/wanted_state.h"
 #include "platform/linux/window/presence.h"
+#include "platform/linux/window/wanted_state.h"
 #include "platform/view_controller.h"
 #include "platform/window.h"
 

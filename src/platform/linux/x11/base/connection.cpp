@@ -56,7 +56,8 @@ bool Connection::succeeds(const std::function<void()>& requests) {
 std::vector<unsigned long> Connection::values(::Window window, Atom name) {
     const Property property = read(display_, window, name);
     if (property.format != 32) return {};
-    const auto* first = reinterpret_cast<const unsigned long*>(property.data.get()); // Xlib's form of 32-bit values
+    const auto* first =
+        reinterpret_cast<const unsigned long*>(property.data.get()); // Xlib's form of 32-bit values
     return {first, first + property.count};
 }
 

@@ -6,7 +6,8 @@
 namespace platform::x11 {
 
 std::uint32_t prepareToPresent(GdkWindow* window, bool toActiveSpace) {
-    // With an older time metacity takes the window for one that nobody asked for, and leaves it behind others.
+    // With an older time metacity takes the window for one that nobody asked for, and leaves it behind
+    // others.
     const std::uint32_t time = gdk_x11_get_server_time(window);
     gdk_x11_window_set_user_time(window, time);
     if (toActiveSpace) gdk_x11_window_move_to_current_desktop(window);
