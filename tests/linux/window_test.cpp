@@ -97,7 +97,8 @@ TEST_F(RealWindow, ComesUpWhereItWasPlacedBeforeItWasShownAndAgainAfterItWasAway
 // lower.
 TEST_F(RealWindow, ContentAndMinimumAreAsAskedWhateverTheFontAlsoOnceItChanges) {
     Menu menu("Bar");
-    menu.addItem(std::make_unique<MenuItem>("Edit", "edit"));
+    for (int i = 0; i < 3; ++i) // wider together than the narrowest window
+        menu.addItem(std::make_unique<MenuItem>("A menu with a long name", "edit"));
     const auto bar = makeMenuBar(menu);
     const auto useFont = [](const char* font) {
         g_object_set(gtk_settings_get_default(), "gtk-font-name", font, nullptr);

@@ -6,8 +6,8 @@ class Window;
 
 namespace platform {
 
-// The program's standard panel with its name and version, in front of `owner` (null: anywhere). Does not wait
-// for the person to close it.
+// The program's standard panel with its name, version, licence and site, in front of `owner` (null:
+// anywhere). Does not wait for the person to close it.
 void showAboutPanel(Gtk::Window* owner);
 
 } // namespace platform

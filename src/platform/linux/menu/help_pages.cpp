@@ -1,6 +1,7 @@
 #include "platform/linux/menu/help_pages.h"
 
 #include "platform/linux/base/data_files.h"
+#include "platform/linux/window/notice.h"
 #include "platform/workspace.h"
 
 #include <filesystem>
@@ -16,7 +17,15 @@ std::filesystem::path helpPage() { return dataFile("doc/quillmark-host/docs/help
 bool hasHelpPages() { return !helpPage().empty(); }
 
 void showHelpPages() {
-    if (!Workspace::sharedWorkspace().openURL(URL::fileURLWithPath(helpPage().string()))) beep();
+    const std::string page = helpPage().string();
+    if (!Workspace::sharedWorkspace().openURL(URL::fileURLWithPath(page)))
+        showNotice("No program opens the help", "Open this file with a web browser: " + page);
+}
+
+void showSite(const std::string& address) {
+    const auto link = URL::URLWithString(address);
+    if (!link || !Workspace::sharedWorkspace().openURL(*link))
+        showNotice("No program opens web pages", "The address of the site is " + address);
 }
 
 } // namespace platform

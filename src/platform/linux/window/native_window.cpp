@@ -37,6 +37,10 @@ void Window::Native::assemble() {
     header.set_show_close_button(true);
     header.get_style_context()->add_class(barClass);
     header.show();
+    wholeBar_.set_shadow_type(Gtk::SHADOW_NONE);
+    bar_.set_policy(Gtk::POLICY_EXTERNAL, Gtk::POLICY_NEVER);
+    bar_.add(wholeBar_);
+    column_.pack_start(bar_, Gtk::PACK_SHRINK);
     column_.pack_end(view, Gtk::PACK_EXPAND_WIDGET);
     column_.show();
     window.set_titlebar(header);
@@ -49,8 +53,10 @@ void Window::Native::assemble() {
 }
 
 void Window::Native::setMenuBar(Gtk::MenuBar& bar) {
-    column_.pack_start(bar, Gtk::PACK_SHRINK);
-    frame.setMenuBar(bar);
+    wholeBar_.remove();
+    wholeBar_.add(bar);
+    bar_.show_all();
+    frame.setMenuBar(bar_);
 }
 
 void Window::Native::setTitleVisible(bool visible) {

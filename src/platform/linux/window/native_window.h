@@ -12,6 +12,8 @@
 #include <gtkmm/headerbar.h>
 #include <gtkmm/label.h>
 #include <gtkmm/menubar.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/viewport.h>
 #include <gtkmm/window.h>
 
 #include <memory>
@@ -52,6 +54,10 @@ private:
     bool hasState(Gdk::WindowState state) const;
 
     Gtk::Box column_{Gtk::ORIENTATION_VERTICAL};
+    // Around the menu bar: it may be wider than the window, which is as narrow as it was asked to be at any
+    // font.
+    Gtk::ScrolledWindow bar_;
+    Gtk::Viewport wholeBar_{{}, {}};
     Glib::RefPtr<Gtk::GestureDrag> drag_ = Gtk::GestureDrag::create(window);
     Gtk::Label noTitle_; // stands where the title would
     std::uint64_t styleMask_;
