@@ -39,15 +39,15 @@ void ProgramChooser::show(std::vector<Program> late, const std::vector<Program>&
         list_.remove(*row);
     programs_.clear();
     for (const auto& program : late)
-        add(program, say(phrases::usedLately));
+        addProgram(program, say(phrases::usedLately));
     for (const auto& program : installed)
-        if (std::ranges::find(late, program.id, &Program::id) == late.end()) add(program, {});
+        if (std::ranges::find(late, program.id, &Program::id) == late.end()) addProgram(program, {});
     list_.show_all_children();
     search_.set_text("");
     search_.grab_focus();
 }
 
-void ProgramChooser::add(const Program& program, const std::string& remark) {
+void ProgramChooser::addProgram(const Program& program, const std::string& remark) {
     const auto name = program.name.empty() ? program.id : program.name;
     auto* label =
         Gtk::make_managed<Gtk::Label>(remark.empty() ? name : name + " · " + remark, Gtk::ALIGN_START);

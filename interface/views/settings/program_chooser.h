@@ -20,7 +20,7 @@ public:
     void show(std::vector<Program> late, const std::vector<Program>& installed);
 
 private:
-    void add(const Program& program, const std::string& remark);
+    void addProgram(const Program& program, const std::string& remark);
     bool matches(Gtk::ListBoxRow* row) const;
 
     std::function<void(const Program&)> chosen_;
