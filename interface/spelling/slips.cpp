@@ -26,27 +26,27 @@ constexpr double leavingOut(char c) {
     return isOneOf("hrnwgu", c) ? weakConsonant : isOneOf("aeiouy", c) ? vowel : anyLetter;
 }
 
-constexpr std::size_t letters = 26;
+constexpr std::size_t alphabetSize = 26;
 constexpr std::size_t indexOf(char c) { return static_cast<std::size_t>(c - 'a'); }
 constexpr char letterAt(std::size_t i) { return static_cast<char>('a' + static_cast<int>(i)); }
 
 // Each is looked up some hundred thousand times for one misspelled word.
 struct Costs {
-    std::array<double, letters> leavingOut{};
-    std::array<std::array<double, letters>, letters> replacing{}; // by the letters typed and meant
+    std::array<double, alphabetSize> leavingOut{};
+    std::array<std::array<double, alphabetSize>, alphabetSize> replacing{}; // by the letters typed and meant
 };
-constexpr Costs costs = [] {
+constexpr Costs letterCosts = [] {
     Costs all;
-    for (std::size_t typed = 0; typed < letters; ++typed) {
+    for (std::size_t typed = 0; typed < alphabetSize; ++typed) {
         all.leavingOut[typed] = leavingOut(letterAt(typed));
-        for (std::size_t meant = 0; meant < letters; ++meant)
+        for (std::size_t meant = 0; meant < alphabetSize; ++meant)
             all.replacing[typed][meant] = replacing(letterAt(typed), letterAt(meant));
     }
     return all;
 }();
 
-double letterCost(char c) { return costs.leavingOut[indexOf(c)]; }
-double replaced(char typed, char meant) { return costs.replacing[indexOf(typed)][indexOf(meant)]; }
+double letterCost(char c) { return letterCosts.leavingOut[indexOf(c)]; }
+double replaced(char typed, char meant) { return letterCosts.replacing[indexOf(typed)][indexOf(meant)]; }
 
 } // namespace
 
