@@ -3,7 +3,7 @@
 # a missing line is an error.
 #
 # quillmark_precompiled(NAME HEADERS… [LIBRARIES LIBRARIES…]): a target takes them with
-# target_precompile_headers(TARGET REUSE_FROM NAME).
+# target_precompile_headers(TARGET REUSE_FROM NAME), or the usual ones with quillmark_take_precompiled(TARGET).
 function(quillmark_precompiled name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
@@ -21,3 +21,16 @@ add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 set(STANDARD_HEADERS <algorithm> <array> <chrono> <cstdint> <deque> <filesystem> <functional> <map> <memory> <optional>
                      <span> <string> <string_view> <utility> <variant> <vector>)
 quillmark_precompiled(standard_headers ${STANDARD_HEADERS})
+# A quarter to a half of what a source on gtkmm costs without.
+quillmark_precompiled(gtk_headers ${STANDARD_HEADERS} <glibmm/main.h> <gtkmm/box.h> <gtkmm/button.h> <gtkmm/label.h>
+                      <gtkmm/scrolledwindow.h> <gtkmm/window.h> LIBRARIES PkgConfig::GTKMM)
+
+# Call it after the target has been given its libraries.
+function(quillmark_take_precompiled target)
+    get_target_property(libraries ${target} LINK_LIBRARIES)
+    if(PkgConfig::GTKMM IN_LIST libraries)
+        target_precompile_headers(${target} REUSE_FROM gtk_headers)
+    else()
+        target_precompile_headers(${target} REUSE_FROM standard_headers)
+    endif()
+endfunction()

@@ -8,7 +8,7 @@ function(quillmark_room folder)
     add_library(${name} OBJECT ${sources})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC ${ARGN})
-    target_precompile_headers(${name} REUSE_FROM standard_headers)
+    quillmark_take_precompiled(${name})
 endfunction()
 
 # quillmark_rooms(NAME ROOMS…): a target that stands for all of these rooms and other such targets.
