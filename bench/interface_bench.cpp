@@ -41,7 +41,7 @@ std::vector<std::string> wordsOfEnglish(std::mt19937& random) {
     std::vector<std::string> words;
     for (std::size_t size = 0; size < length; size += words.back().size() + 1) {
         const double place = std::uniform_real_distribution<>(0, 1)(random);
-        const auto number = static_cast<int>(2500 * place * place * place);
+        const auto number = static_cast<unsigned>(2500 * place * place * place);
         words.push_back(std::string(2 + number % 6, static_cast<char>('a' + number % 26)) +
                         std::to_string(number % 97));
         if (random() % 14 == 0) words.back() += '.';
@@ -138,6 +138,29 @@ public:
     void after(std::chrono::milliseconds, std::function<void()>) override {}
 };
 
+// Lets the answer grow sixty times a second, and ends the loop a while after it is complete.
+void sendGrowing(Host& host, const std::string& answer, const Glib::RefPtr<Glib::MainLoop>& loop) {
+    Glib::signal_timeout().connect(
+        [&host, &answer, loop, grown = std::size_t{0}]() mutable {
+            grown = std::min(grown + 100, answer.size());
+            while (grown < answer.size() && (answer[grown] & 0xC0) == 0x80)
+                ++grown;
+            host.event("text", "text", answer.substr(0, grown));
+            if (grown < answer.size()) return true;
+            host.event("done", "finish_reason", "stop");
+            Glib::signal_timeout().connect_once([loop] { loop->quit(); }, 1500);
+            return false;
+        },
+        16);
+}
+
+void print(const char* what, std::vector<double> turns) {
+    std::sort(turns.begin(), turns.end());
+    const auto late = std::count_if(turns.begin(), turns.end(), [](double turn) { return turn > 16; });
+    std::printf("  %-44s longest %6.1f ms, 99 in 100 within %5.1f ms, %td turns above 16 ms\n", what,
+                turns.back(), turns[turns.size() * 99 / 100], late);
+}
+
 // How much the main loop does at a time, while a text grows sixty times a second.
 void grow(const char* what, const std::string& before, const std::string& after) {
     Host host;
@@ -168,25 +191,10 @@ void grow(const char* what, const std::string& before, const std::string& after)
         },
         1, Glib::PRIORITY_HIGH);
     assistant.captured({.text = before, .source = "selection", .appName = "Bench", .token = "T"});
-    std::size_t grown = 0;
-    Glib::signal_timeout().connect(
-        [&] {
-            grown = std::min(grown + 100, after.size());
-            while (grown < after.size() && (after[grown] & 0xC0) == 0x80)
-                ++grown;
-            host.event("text", "text", after.substr(0, grown));
-            if (grown < after.size()) return true;
-            host.event("done", "finish_reason", "stop");
-            Glib::signal_timeout().connect_once([&] { loop->quit(); }, 1500);
-            return false;
-        },
-        16);
+    sendGrowing(host, after, loop);
     loop->run();
     ticking.disconnect();
-    std::sort(turns.begin(), turns.end());
-    const auto late = std::count_if(turns.begin(), turns.end(), [](double turn) { return turn > 16; });
-    std::printf("  %-44s longest %6.1f ms, 99 in 100 within %5.1f ms, %td turns above 16 ms\n", what,
-                turns.back(), turns[turns.size() * 99 / 100], late);
+    print(what, std::move(turns));
 }
 
 void growAll() {

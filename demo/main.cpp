@@ -58,6 +58,12 @@ struct Programs {
     std::string interface;
 };
 
+void requireCorrected(const std::string& rewritten) {
+    require(!rewritten.empty() && rewritten != body, "nothing was rewritten");
+    for (const char* typo : {"recieved", "teh", "alot", "definately", "wich", "untill"})
+        require(rewritten.find(typo) == std::string::npos, std::string("a typo is left: ") + typo);
+}
+
 void show(const Programs& programs, const std::filesystem::path& pictures) {
     Desktop desktop;
     TemporaryFolder folder;
@@ -93,9 +99,7 @@ void show(const Programs& programs, const std::filesystem::path& pictures) {
     const std::string rewritten = desktop.text("CLIPBOARD").value_or("");
     const std::string saved = editor.savedText(letter);
     picture(desktop, pictures / "after.png");
-    require(!rewritten.empty() && rewritten != body, "nothing was rewritten");
-    for (const char* typo : {"recieved", "teh", "alot", "definately", "wich", "untill"})
-        require(rewritten.find(typo) == std::string::npos, std::string("a typo is left: ") + typo);
+    requireCorrected(rewritten);
     require(saved == greeting + rewritten + farewell, "the editor saved something else:\n" + saved);
     say("saved with Control+S; the file now reads:\n\n" + saved);
     say("pictures: before.png, rewrite.png and after.png in " + pictures.string());

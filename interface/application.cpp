@@ -154,7 +154,7 @@ void Application::useModel(bool use) {
 }
 
 void Application::after(std::chrono::milliseconds delay, std::function<void()> work) {
-    Glib::signal_timeout().connect_once(std::move(work), static_cast<unsigned>(delay.count()));
+    Glib::signal_timeout().connect_once(work, static_cast<unsigned>(delay.count()));
 }
 
 void Application::hideToIcon() {

@@ -30,9 +30,9 @@ std::string hostOf(const std::string& address) {
 
 } // namespace
 
-std::optional<ModelStatus> readModelStatus(std::string_view text_) {
+std::optional<ModelStatus> readModelStatus(std::string_view printed) {
     json::error_code error;
-    const auto value = json::parse(json::string_view(text_.data(), text_.size()), error);
+    const auto value = json::parse(json::string_view(printed.data(), printed.size()), error);
     const auto* object = error ? nullptr : value.if_object();
     if (object == nullptr || text(*object, "state").empty()) return std::nullopt;
     ModelStatus status{.available = text(*object, "state") == "available",
