@@ -2,6 +2,7 @@
 
 #include "platform/linux/base/environment.h"
 #include "platform/linux/base/handle.h"
+#include "platform/linux/x11/base/connection.h"
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput2.h>
@@ -12,8 +13,6 @@
 
 namespace platform {
 namespace {
-
-using OpenDisplay = Handle<Display, XCloseDisplay>;
 
 constexpr const char* waylandSession =
     "this is a Wayland session, which lets no program read or type into another; log out, and choose an X11 "
@@ -44,13 +43,15 @@ std::optional<std::string> displayProblem() {
         return "there is no display; start it inside a desktop session, or set DISPLAY to the X server to "
                "use.";
     }
-    const OpenDisplay display(XOpenDisplay(nullptr));
-    if (!display) {
+    // The host's own connection, which stays: a server that begins anew when its last client goes would
+    // refuse the next.
+    const x11::Connection* connection = x11::Connection::shared();
+    if (connection == nullptr) {
         return "the display " + name +
                " cannot be opened; check that DISPLAY names a running X server and that you may use it "
                "(xhost, XAUTHORITY).";
     }
-    if (isXwayland(display.get())) return waylandSession;
+    if (isXwayland(connection->display())) return waylandSession;
     return std::nullopt;
 }
 
