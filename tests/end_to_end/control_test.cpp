@@ -95,14 +95,14 @@ TEST(HostControl, PauseGivesTheHotKeyToOthersUntilItIsUsedAgainOrTheHostIsShown)
     Host host;
     ASSERT_TRUE(wasRegistered(host.call("initialize")));
     Fields fields(desktop, {"entry=one two three"});
-    const auto captures = [&] {
+    const auto captures = [&](milliseconds within = milliseconds(5000)) {
         desktop.keyboard.press("Alt+Shift+space");
-        return host.nextCall("capture", milliseconds(500)).has_value();
+        return host.nextCall("capture", within).has_value();
     };
     EXPECT_TRUE(captures());
     for (const char* end : {"--pause", "--show"}) {
         EXPECT_THAT(run({"--pause"}).text, HasSubstr("paused"));
-        EXPECT_FALSE(captures());
+        EXPECT_FALSE(captures(milliseconds(500)));
         EXPECT_EQ(run({end}).status, 0);
         ASSERT_TRUE(desktop.activate(desktop.windows(fields.process().pid()).front()));
         EXPECT_TRUE(captures()) << "not resumed by " << end;
