@@ -11,8 +11,8 @@
 namespace quillmark {
 namespace {
 
-template <std::size_t N>
-bool isOneOf(const std::array<std::string_view, N>& words, std::string_view word) {
+template <std::size_t count>
+bool isOneOf(const std::array<std::string_view, count>& words, std::string_view word) {
     return std::ranges::find(words, word) != words.end();
 }
 

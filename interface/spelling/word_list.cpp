@@ -21,7 +21,7 @@ WordList::WordList(std::vector<std::string> words) : words_(std::move(words)) {
         return word.empty() || word.size() > Slips::mostLetters || !std::ranges::all_of(word, isLower);
     });
     std::ranges::sort(words_);
-    words_.erase(std::ranges::unique(words_).begin(), words_.end());
+    words_.erase(std::unique(words_.begin(), words_.end()), words_.end());
 }
 
 bool WordList::contains(std::string_view word) const {

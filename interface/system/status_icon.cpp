@@ -14,7 +14,7 @@ constexpr auto icon = "quillmark-host";
 
 void add(Gtk::Menu& menu, const Phrase& name, std::function<void()> chosen) {
     auto* item = Gtk::make_managed<Gtk::MenuItem>(say(name));
-    item->signal_activate().connect(std::move(chosen));
+    item->signal_activate().connect(chosen);
     menu.append(*item);
 }
 

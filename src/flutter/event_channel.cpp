@@ -68,7 +68,8 @@ void EventChannel::setStreamHandler(std::weak_ptr<StreamHandler> handler) {
         return [=, memory = std::make_shared<std::vector<std::uint8_t>>()](const EncodableValue& event) {
             const auto live = messenger.lock();
             if (!live || listener.expired()) return;
-            const auto kept = memory; // sending may destroy this function
+            // Sending may destroy this function.
+            const auto kept = memory; // NOLINT(performance-unnecessary-copy-initialization)
             auto bytes = encodeSuccessEnvelope(event, std::exchange(*kept, {}));
             live->send(name, bytes);
             if (bytes.size() <= mostKeptBytes) *kept = std::move(bytes);

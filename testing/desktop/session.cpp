@@ -36,9 +36,9 @@ struct Session::Server {
     static Server& of(SmPointer server) { return *static_cast<Server*>(server); }
     static void heard(SmPointer server, const char* what) { of(server).said.emplace_back(what); }
 
-    static Status welcome(SmsConn program, SmPointer server, unsigned long* mask, SmsCallbacks* callbacks,
+    static Status welcome(SmsConn joining, SmPointer server, unsigned long* mask, SmsCallbacks* callbacks,
                           char**) {
-        of(server).program = program;
+        of(server).program = joining;
         *mask = 0x3FF; // all of them
         callbacks->register_client = {[](SmsConn who, SmPointer self, char*) {
                                           SmsRegisterClientReply(who, SmsGenerateClientID(who));

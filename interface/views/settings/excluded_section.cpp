@@ -7,7 +7,6 @@
 #include <glibmm/main.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace quillmark {
 
@@ -18,7 +17,7 @@ ExcludedSection::ExcludedSection(const SettingsActions& actions, std::function<v
     nameFor(list_, say(phrases::excludedPrograms));
     nameFor(add_, say(phrases::excludedPrograms) + ": " + say(phrases::add));
     add_.set_halign(Gtk::ALIGN_START);
-    add_.signal_clicked().connect(std::move(add));
+    add_.signal_clicked().connect(add);
     pack_start(list_, Gtk::PACK_SHRINK);
     pack_start(add_, Gtk::PACK_SHRINK);
     show();

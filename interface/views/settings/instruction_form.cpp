@@ -48,13 +48,13 @@ InstructionForm::InstructionForm(std::function<void(const Instruction&)> saved)
     addField(say(phrases::instructionKey), *keys, key_);
 
     corrects_.add(*wrappedLabel(say(phrases::correctsSpelling)));
-    auto* save_ = Gtk::make_managed<ActionButton>(say(phrases::save), keys::primary);
-    save_->set_halign(Gtk::ALIGN_END);
-    save_->get_style_context()->add_class("suggested-action");
-    save_->signal_clicked().connect([this] { save(); });
+    auto* saving = Gtk::make_managed<ActionButton>(say(phrases::save), keys::primary);
+    saving->set_halign(Gtk::ALIGN_END);
+    saving->get_style_context()->add_class("suggested-action");
+    saving->signal_clicked().connect([this] { save(); });
     problem_.set_xalign(0);
     problem_.set_line_wrap();
-    for (Gtk::Widget* row : std::initializer_list<Gtk::Widget*>{&corrects_, &problem_, save_})
+    for (Gtk::Widget* row : std::initializer_list<Gtk::Widget*>{&corrects_, &problem_, saving})
         column_.pack_start(*row, Gtk::PACK_SHRINK);
     add(column_);
     column_.set_focus_vadjustment(get_vadjustment());

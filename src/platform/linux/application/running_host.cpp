@@ -11,7 +11,6 @@
 #include <csignal>
 #include <iostream>
 #include <string>
-#include <utility>
 
 namespace platform {
 namespace {
@@ -21,8 +20,8 @@ using Outcome = InstanceAnswer::Outcome;
 
 InstanceCaller caller(const CommandLine& line) {
     std::string ignored;
-    auto command = line.interface.empty() ? line.interface : findInterface(line.interface, ignored);
-    return {environmentVariable("DESKTOP_STARTUP_ID"), command.empty() ? line.interface : std::move(command)};
+    const auto command = line.interface.empty() ? line.interface : findInterface(line.interface, ignored);
+    return {environmentVariable("DESKTOP_STARTUP_ID"), command.empty() ? line.interface : command};
 }
 
 std::string silence(const InstanceCall& call) {

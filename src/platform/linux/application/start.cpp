@@ -36,7 +36,7 @@ std::optional<std::string> prepare(const CommandLine& line) {
 
 int startHost(const CommandLine& line, const Report& report, char** arguments,
               const std::function<MainInterface()>& load) {
-    const std::string program = ownProgram();
+    const std::string& program = ownProgram();
     if (const auto problem = displayProblem()) {
         report.say(*problem);
         return cannotRun;

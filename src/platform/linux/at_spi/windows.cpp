@@ -37,7 +37,7 @@ std::optional<Object> activeAmong(Bus& bus, const std::vector<Object>& windows) 
 std::optional<Object> activeWindow(Bus& bus, Application& application) {
     if (application.activeWindow && activeAmong(bus, {*application.activeWindow}))
         return application.activeWindow;
-    const auto active = activeAmong(bus, windowsOf(bus, application));
+    auto active = activeAmong(bus, windowsOf(bus, application));
     if (active) application.activeWindow = active;
     return active;
 }
