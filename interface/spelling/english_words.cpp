@@ -11,21 +11,21 @@
 namespace quillmark {
 namespace {
 
-// Each is no other word without its apostrophe.
+// None of these is another word when its apostrophe is left out.
 constexpr std::string_view contractions =
     "aren't can't children's could've couldn't didn't doesn't don't hadn't hasn't haven't he's here's how's "
     "I'm I've isn't it'll might've must've mustn't needn't she's should've shouldn't that'd that'll that's "
     "there'd there's they'd they'll they're they've wasn't we've weren't what'll what's where's who's who've "
     "would've wouldn't you'd you'll you're you've";
 
-// Each is no other word in small letters.
+// None of these is another word in small letters.
 constexpr std::string_view names =
     "Monday Tuesday Wednesday Thursday Friday Saturday Sunday January February April June July September "
     "October November December English French German Spanish Italian European American British Christmas "
     "Easter";
 
-// What the likeness of letters does not tell, or not for certain. Also words run together, and a few that
-// dictionaries hold as the name of something rare.
+// Common misspellings that are too far from the right word, or as close to another one; words run together;
+// and some that dictionaries have as rare words or names.
 constexpr std::string_view misspellings =
     "abit:a bit, accomodate:accommodate, adn:and, ahve:have, allready:already, allways:always, alot:a lot, "
     "amature:amateur, aquire:acquire, arnt:aren't, assit:assist, aswell:as well, atleast:at least, "

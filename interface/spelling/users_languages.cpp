@@ -22,8 +22,8 @@ std::string languageOf(std::string_view locale) {
     return code == "C" || code == "POSIX" ? std::string() : std::string(code);
 }
 
-// keyboard(5) of Debian: XKBLAYOUT="us,de". Layouts are named by countries, and most countries like their
-// language.
+// keyboard(5) of Debian: XKBLAYOUT="us,de". Layouts have the codes of countries, and most of these
+// are the code of the country's language too: all but the ones below.
 std::string languageOfKeyboard() {
     using Pair = std::pair<std::string_view, std::string_view>;
     static constexpr std::array<Pair, 12> others{{{"us", "en"},

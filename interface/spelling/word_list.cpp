@@ -29,8 +29,8 @@ bool WordList::contains(std::string_view word) const {
                                       [](const std::string& each) { return std::string_view(each); });
 }
 
-// In the order of the alphabet, each word begins like the one before it for the most part, and what nobody
-// can have meant by its beginning is passed over together.
+// In alphabetical order most words begin like the one before, so the work for that beginning is kept, and
+// words whose common beginning already costs too much are passed over together.
 std::vector<WordList::Match> WordList::near(std::string_view typed, double limit) const {
     std::vector<Match> matches;
     Slips slips(typed);

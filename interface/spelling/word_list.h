@@ -6,7 +6,7 @@
 
 namespace quillmark {
 
-// Many words, and which of them somebody may have meant. Reading it is for any thread.
+// Words, and which of them somebody may have meant who mistyped one. Any thread may read it.
 class WordList {
 public:
     // Words in small letters from a to z; others are left out.
