@@ -71,7 +71,7 @@ void addBrowser(std::vector<Target>& targets, const std::string& name, const std
     add("rich text", "rich.html", [](Target& each) { each.hasSpacedParagraphs = true; });
     add("field in a frame", "frame.html", [&](Target& each) { each.ready = {"Tab"}; });
     add("address bar", "text.html", [](Target& each) {
-        each.ready = {"", "Control+l", "", "k", "e", "e", "p", "space", "t", "e", "h", "End"};
+        each.ready = {"", "", "", "Control+l", "", "k", "e", "e", "p", "space", "t", "e", "h", "End"};
         each.text = "keep teh";
         each.select = {"Home", "Shift+End"};
         each.selected = "keep teh";

@@ -19,6 +19,8 @@ namespace {
 // Programs do not say when they have read their keys, or drawn their first window; a person takes longer.
 constexpr auto pauseForProgram = 300ms;
 constexpr auto pauseAfterStart = 1000ms;
+// It fetches the pasteboard's text some time after the key, before something else may be put there.
+constexpr auto pauseAfterPaste = 1000ms;
 // The first start of LibreOffice or a browser makes a profile.
 constexpr auto mostTimeToStart = 60s;
 
@@ -126,8 +128,11 @@ Pasted Trial::paste(const std::string& text, const std::string& token) {
     const auto end = host_.received().back().at;
     const auto* value = std::get_if<flutter::EncodableValue>(&outcome);
     const auto* reply = value != nullptr ? flutter::asString(*value) : nullptr;
-    if (desktop_.activeWindow() != window_) desktop_.activate(window_);
-    std::this_thread::sleep_for(pauseForProgram); // it fetches the pasteboard's text
+    // The host's window comes back where nothing was pasted.
+    if (reply == nullptr || *reply != "pasted")
+        waitUntil([&] { return desktop_.activeWindow() != window_; }, 2s);
+    desktop_.activate(window_);
+    std::this_thread::sleep_for(pauseAfterPaste);
     return {reply != nullptr ? *reply : "an error", millisecondsOf(end - start)};
 }
 
