@@ -94,6 +94,11 @@ void show(const Programs& programs, const std::filesystem::path& pictures) {
     say("pressed Control+Enter");
     require(waitUntil([&] { return desktop.activeWindow() == editor.window(); }),
             "the editor did not come back to the front");
+    // A key pressed before the rewrite has arrived would keep it away.
+    ScreenReader letterInEditor(editor.pid());
+    require(waitUntil([&] { return letterInEditor.text("text", "").value_or(letter) != letter; }),
+            "the rewrite did not come back to the editor; the host and the interface printed:\n" +
+                host.output());
 
     // Whatever was pasted is still on the pasteboard, so that is what must stand in the letter now.
     const std::string rewritten = desktop.text("CLIPBOARD").value_or("");

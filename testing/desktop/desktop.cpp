@@ -167,6 +167,10 @@ std::string Desktop::className(WindowId window) {
     return server_->property(window, XA_WM_CLASS).bytes.c_str();
 }
 
+std::optional<WindowId> Desktop::windowManager() {
+    return server_->value(server_->root, "_NET_SUPPORTING_WM_CHECK");
+}
+
 bool Desktop::hasIcon(WindowId window) { return server_->value(window, "_NET_WM_ICON").has_value(); }
 
 bool Desktop::hasState(WindowId window, const char* state) {

@@ -56,6 +56,8 @@ public:
     std::optional<unsigned long> workspace(WindowId window);
     // Waits until it is the one the person sees; false when it does not exist.
     bool goToWorkspace(unsigned long number);
+    // The window by which the window manager is known; absent when none runs.
+    std::optional<WindowId> windowManager();
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
 

@@ -1,0 +1,88 @@
+#include "testing/soak/chores.h"
+
+#include "flutter/standard_codec.h"
+
+#include <csignal>
+#include <cstdlib>
+
+namespace soak {
+
+using namespace std::chrono_literals;
+using flutter::EncodableMap;
+
+namespace {
+
+void callSomething(World& world, Chance& chance) {
+    const std::vector<std::pair<const char*, flutter::EncodableValue>> calls{
+        {"show", {}},
+        {"hide", {}},
+        {"pin", true},
+        {"growHeight", 7},
+        {"requestPermission", {}},
+        {"cancelQuit", {}},
+        {"localize", EncodableMap{{"tooltip", chance.words(false)}, {"nativeEdit", "Bearbeiten"}}}};
+    for (std::size_t left = 1 + chance.below(4); left > 0; --left) {
+        const auto& [method, arguments] = chance.from(calls);
+        world.note(method);
+        if (const auto reply = world.call(method, arguments); reply != "null")
+            world.fault(std::string(method) + " was answered " + reply);
+        chance.pause(60ms);
+    }
+}
+
+void callNonsense(World& world, Chance& chance) {
+    auto& host = *world.host;
+    const bool undecodable = chance.oneIn(2);
+    const auto reply = undecodable ? world.call("\xFF") : world.call("nonsense", "of any kind");
+    if (reply != "(not handled)") world.fault("nonsense was answered " + reply);
+    host.startCall("show", {}, "no/such/channel");
+}
+
+void useTheKeyboardInTheWindow(World& world, Chance& chance) {
+    world.host->bringToFront(world.desktop);
+    const std::vector<const char*> keys{"F11", "F10", "Escape", "Down", "Tab", "a"};
+    for (std::size_t left = 1 + chance.below(6); left > 0; --left)
+        world.desktop.keyboard.press(chance.from(keys));
+    for (int open = 0; open < 2; ++open)
+        world.desktop.keyboard.press("Escape");
+}
+
+void askToQuit(World& world, Chance& chance) {
+    const bool closes = chance.oneIn(2);
+    const auto own = world.desktop.windows(world.host->process().pid());
+    if (closes && !own.empty())
+        world.desktop.close(own.front());
+    else
+        world.host->process().signal(SIGTERM);
+    if (!world.host->nextCall("quit")) world.fault("nobody was asked whether the host may quit");
+    chance.pause(100ms);
+    world.call("cancelQuit");
+}
+
+void startTheHostAgain(World& world, Chance&) {
+    testbed::Process second({testbed::hostProgram(), "/bin/true"});
+    if (second.exitStatus() != 0) world.fault("a second start ended otherwise: " + second.output());
+}
+
+void changeTheKeyboardLayout(World& world, Chance& chance) {
+    static constexpr std::array layouts{"us", "de", "fr", "us -variant dvorak", "us,ru"};
+    const std::string layout = chance.from(layouts);
+    world.note(layout);
+    if (std::system(("setxkbmap -layout " + layout).c_str()) != 0) world.fault("setxkbmap failed");
+}
+
+void goToAnotherWorkspace(World& world, Chance& chance) { world.desktop.goToWorkspace(chance.below(2)); }
+
+} // namespace
+
+std::vector<Step> choreSteps() {
+    return {{"call something", 8, callSomething},
+            {"call nonsense", 2, callNonsense},
+            {"use the keyboard in the window", 4, useTheKeyboardInTheWindow},
+            {"ask to quit", 3, askToQuit},
+            {"start the host again", 2, startTheHostAgain},
+            {"change the keyboard layout", 2, changeTheKeyboardLayout},
+            {"go to another workspace", 2, goToAnotherWorkspace}};
+}
+
+} // namespace soak
