@@ -13,6 +13,7 @@
 #include "system/background.h"
 #include "system/notices.h"
 #include "system/person_watch.h"
+#include "system/settings_request.h"
 #include "system/status_icon.h"
 #include "views/window.h"
 
@@ -69,6 +70,7 @@ private:
     Closing closing_;
     std::unique_ptr<StatusIcon> icon_;
     std::unique_ptr<Window> window_;
+    SettingsRequests settingsRequests_{[this] { showSettings(); }};
 };
 
 } // namespace quillmark

@@ -2,8 +2,10 @@
 #include "application.h"
 #include "client/connection.h"
 #include "language/phrase.h"
+#include "system/settings_request.h"
 #include "views/look.h"
 
+#include <giomm/init.h>
 #include <glibmm/main.h>
 #include <gtkmm/main.h>
 
@@ -49,10 +51,15 @@ int serve(int& argc, char**& argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    if (argc > 1 && std::strcmp(argv[1], "--settings") == 0) {
+        Gio::init();
+        const auto problem = quillmark::askForSettings();
+        return problem.empty() ? 0 : failed(problem.c_str());
+    }
     if (argc > 1) {
         std::puts(
             "quillmark-interface shows and rewrites what the host captures. Start it as: quillmark-host "
-            "quillmark-interface");
+            "quillmark-interface\nquillmark-interface --settings opens the settings of the one that runs.");
         return std::strcmp(argv[1], "--help") == 0 ? 0 : 2;
     }
     try {
