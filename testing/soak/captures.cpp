@@ -45,7 +45,8 @@ Place goSomewhere(World& world, Chance& chance) {
 }
 
 // Presses the hot key, perhaps holding it until the capture has come.
-std::optional<Capture> pressHotKey(World& world, Chance& chance, milliseconds limit = testbed::reactionLimit) {
+std::optional<Capture> pressHotKey(World& world, Chance& chance,
+                                   milliseconds limit = testbed::reactionLimit) {
     auto& keyboard = world.desktop.keyboard;
     const bool holds = chance.oneIn(2);
     keyboard.hold("Alt+Shift+space");

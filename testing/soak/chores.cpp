@@ -39,7 +39,7 @@ void callNonsense(World& world, Chance& chance) {
 }
 
 void useTheKeyboardInTheWindow(World& world, Chance& chance) {
-    world.host->bringToFront(world.desktop);
+    world.bringHostToFront();
     const std::vector<const char*> keys{"F11", "F10", "Escape", "Down", "Tab", "a"};
     for (std::size_t left = 1 + chance.below(6); left > 0; --left)
         world.desktop.keyboard.press(chance.from(keys));

@@ -44,6 +44,13 @@ std::size_t length(const std::string& text) {
     return static_cast<std::size_t>(std::ranges::count_if(text, startsCharacter));
 }
 
+bool goTo(testbed::Desktop& desktop, testbed::WindowId window) {
+    constexpr unsigned long onAll = 0xFFFFFFFF;
+    const auto workspace = desktop.workspace(window).value_or(onAll);
+    if (workspace != onAll && workspace != desktop.workspace()) desktop.goToWorkspace(workspace);
+    return desktop.activate(window);
+}
+
 std::string part(const std::string& text, std::size_t start, std::size_t end) {
     const std::size_t from = offset(text, start);
     return text.substr(from, offset(text, end) - from);
@@ -78,7 +85,7 @@ testbed::WindowId Program::window() {
 }
 
 void Program::bringToFront() {
-    if (desktop_.activate(window())) return;
+    if (goTo(desktop_, window())) return;
     const auto front = desktop_.activeWindow();
     throw std::runtime_error(title_ + " does not come to the front; there is " +
                              (front ? '"' + desktop_.title(*front) + '"' : "nothing") + ".");

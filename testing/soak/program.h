@@ -50,6 +50,10 @@ private:
     std::unique_ptr<testbed::Fields> fields_;
 };
 
+// As a person does who looks for it on the other workspaces too: openbox brings nothing to the front from
+// there.
+bool goTo(testbed::Desktop& desktop, testbed::WindowId window);
+
 // The code points from `start` to before `end` of a text in UTF-8.
 std::string part(const std::string& text, std::size_t start, std::size_t end);
 std::size_t length(const std::string& text);

@@ -1,5 +1,7 @@
 #include "testing/soak/terminal.h"
 
+#include "testing/soak/program.h"
+
 #include <stdexcept>
 
 namespace soak {
@@ -30,7 +32,7 @@ Terminal::Terminal(testbed::Desktop& desktop) : desktop_(desktop), process_(comm
 
 void Terminal::bringToFront() {
     const auto own = desktop_.windows(process_.pid());
-    if (own.empty() || !desktop_.activate(own.front()))
+    if (own.empty() || !goTo(desktop_, own.front()))
         throw std::runtime_error("The terminal does not come to the front.");
 }
 

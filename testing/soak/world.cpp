@@ -26,9 +26,17 @@ World::World(Chance& chance) {
 void World::startHost() {
     host = std::make_unique<Host>(std::map<std::string, std::string>{
         {"QUILLMARK_LANGUAGE_MODEL_FROM_ENVIRONMENT", "1"}, {"OPENAI_BASE_URL", model.url()}});
-    host->bringToFront(desktop); // or it would come to the front in the middle of a step
+    bringHostToFront(); // or it would come to the front in the middle of a step
     host->call("initialize", flutter::EncodableMap{});
     host->call("listen", {}, "quillmark.quillmark/system_model/events");
+}
+
+void World::bringHostToFront() {
+    std::vector<testbed::WindowId> own;
+    const bool came =
+        testbed::waitUntil([&] { return !(own = desktop.windows(host->process().pid())).empty(); }) &&
+        goTo(desktop, own.front());
+    if (!came) throw std::runtime_error("The host's window does not come to the front.");
 }
 
 std::string World::call(std::string_view method, const flutter::EncodableValue& arguments) {
