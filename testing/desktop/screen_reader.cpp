@@ -148,7 +148,7 @@ struct ScreenReader::Bus {
         for (const auto& object : children(from)) {
             if (!is(object, showing)) continue;
             if (wanted(object)) return object;
-            if (const auto found = walk(object, wanted)) return found;
+            if (auto found = walk(object, wanted)) return found;
         }
         return std::nullopt;
     }

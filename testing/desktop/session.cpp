@@ -69,8 +69,8 @@ struct Session::Server {
                                        server};
         callbacks->save_yourself_request = {[](SmsConn, SmPointer, int, Bool, int, Bool, Bool) {}, server};
         callbacks->save_yourself_phase2_request = {[](SmsConn, SmPointer) {}, server};
-        callbacks->set_properties = {[](SmsConn, SmPointer self, int count, SmProp** properties) {
-                                         of(self).remember({properties, static_cast<std::size_t>(count)});
+        callbacks->set_properties = {[](SmsConn, SmPointer self, int count, SmProp** given) {
+                                         of(self).remember({given, static_cast<std::size_t>(count)});
                                      },
                                      server};
         callbacks->delete_properties = {[](SmsConn, SmPointer, int, char**) {}, server};

@@ -2,6 +2,8 @@
 
 #include "platform/simulated/world.h"
 
+#include <algorithm>
+
 namespace platform {
 
 using simulated::World;
