@@ -13,7 +13,6 @@ using namespace testbed;
 namespace {
 
 using flutter::EncodableMap;
-using flutter::EncodableValue;
 using testing::HasSubstr;
 using testing::IsEmpty;
 

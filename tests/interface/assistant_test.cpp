@@ -13,7 +13,6 @@ using flutter::EncodableMap;
 using flutter::EncodableValue;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using Strings = std::vector<std::string>;
 
 const auto rewrite = "respond rewrite-1";
