@@ -32,25 +32,61 @@ Number load(const char* bytes) {
     return number;
 }
 
-// 16 bytes for one register of the processor; an extension that g++ and clang have for every processor.
-using Vector [[gnu::vector_size(16)]] = std::uint64_t;
+// Numbers for one register of the processor, by an extension that g++ and clang have for every processor.
+struct SmallRegister {
+    using Numbers [[gnu::vector_size(16)]] = std::uint64_t;
+};
+struct LargeRegister {
+    using Numbers [[gnu::vector_size(32)]] = std::uint64_t;
+};
 
-// For text of at least the size of a vector.
-bool isLongAscii(std::string_view text) {
-    constexpr std::size_t size = sizeof(Vector);
+// Keeps in `seen` which bits any number has had.
+template <class Numbers>
+[[gnu::always_inline]] inline void add(Numbers& seen, const char* bytes) {
+    Numbers more;
+    std::memcpy(&more, bytes, sizeof more);
+    seen |= more;
+}
+
+// For text of at least the size of a register.
+template <class Register>
+[[gnu::always_inline]] inline bool isAsciiBy(std::string_view text) {
+    using Numbers = typename Register::Numbers;
+    constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(Numbers));
+    Numbers first{}, second{}, third{}, fourth{}; // one would wait for itself
     const char* at = text.data();
     const char* const end = at + text.size();
-    Vector first{}, second{}, third{}, fourth{}; // one would wait for itself
-    for (; end - at >= static_cast<std::ptrdiff_t>(4 * size); at += 4 * size) {
-        first |= load<Vector>(at);
-        second |= load<Vector>(at + size);
-        third |= load<Vector>(at + 2 * size);
-        fourth |= load<Vector>(at + 3 * size);
+    for (; end - at >= 4 * size; at += 4 * size) {
+        add(first, at);
+        add(second, at + size);
+        add(third, at + 2 * size);
+        add(fourth, at + 3 * size);
     }
-    for (; end - at >= static_cast<std::ptrdiff_t>(size); at += size)
-        first |= load<Vector>(at);
-    const Vector all = first | second | third | fourth | load<Vector>(end - size); // some bytes twice
-    return ((all[0] | all[1]) & highestBits) == 0;
+    for (; end - at >= size; at += size)
+        add(first, at);
+    add(second, end - size); // some bytes twice
+    first |= second | third | fourth;
+    std::uint64_t all = 0;
+    for (std::size_t number = 0; number < sizeof first / sizeof all; ++number)
+        all |= first[number];
+    return (all & highestBits) == 0;
+}
+
+#ifdef __x86_64__
+// Most of these processors have large registers, which must not be used on the others.
+[[gnu::target("avx2")]] bool isAsciiByLargeRegisters(std::string_view text) {
+    return isAsciiBy<LargeRegister>(text);
+}
+const bool hasLargeRegisters = __builtin_cpu_supports("avx2") != 0;
+#else
+bool isAsciiByLargeRegisters(std::string_view text) { return isAsciiBy<SmallRegister>(text); }
+constexpr bool hasLargeRegisters = false;
+#endif
+
+bool isLongAscii(std::string_view text) {
+    constexpr std::size_t worthIt = 256;
+    if (hasLargeRegisters && text.size() >= worthIt) return isAsciiByLargeRegisters(text);
+    return text.size() > mostShortBytes && isAsciiBy<SmallRegister>(text);
 }
 
 } // namespace
@@ -77,7 +113,7 @@ std::size_t validUtf8Prefix(std::string_view bytes) {
 
 bool isUtf8InFull(std::string_view bytes) {
     // Most text is ASCII.
-    return (bytes.size() >= sizeof(Vector) && isLongAscii(bytes)) || validUtf8Prefix(bytes) == bytes.size();
+    return isLongAscii(bytes) || validUtf8Prefix(bytes) == bytes.size();
 }
 
 std::string repairedUtf8(std::string_view bytes) {

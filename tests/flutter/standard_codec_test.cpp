@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <numbers>
+#include <numeric>
 #include <sstream>
 
 using namespace flutter;
@@ -200,12 +201,15 @@ TEST(StandardCodec, KeepsTheLastOfDuplicateKeysInTheFirstOnesPlace) {
 TEST(StandardCodec, WritesReadableMessagesFromTextThatIsNotUtf8) {
     EXPECT_EQ(decodeMessage(encodeMessage("caf\xe9 ☕\xf0\x9f")), EncodableValue("caf\uFFFD ☕\uFFFD\uFFFD"));
     // Texts are checked in pieces of several sizes: no byte of any of them may be left out.
-    for (std::size_t length = 1; length < 100; ++length) {
+    std::vector<std::size_t> lengths(100);
+    std::iota(lengths.begin(), lengths.end(), 1);
+    lengths.push_back(300);
+    for (const std::size_t length : lengths) {
         for (std::size_t position = 0; position < length; ++position) {
             std::string text(length, 'a');
             text[position] = '\xff';
             auto bytes = encodeMessage(std::string(length, 'a'));
-            bytes[2 + position] = 0xff;
+            bytes[bytes.size() - length + position] = 0xff;
             EXPECT_FALSE(decodeMessage(bytes)) << position << " of " << length;
             EXPECT_EQ(decodeMessage(encodeMessage(text)),
                       EncodableValue(text.replace(position, 1, "\uFFFD")));
