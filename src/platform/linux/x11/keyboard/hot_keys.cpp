@@ -99,6 +99,9 @@ std::shared_ptr<HotKeyCombination> HotKeys::add(KeyCode key, std::uint32_t modif
     if (!events_) {
         XkbSelectEvents(connection->display(), XkbUseCoreKbd, XkbNewKeyboardNotifyMask | XkbMapNotifyMask,
                         XkbNewKeyboardNotifyMask | XkbMapNotifyMask);
+        // Otherwise the server sends a release before each repeat, and a host that is slow to answer a press
+        // would take every repeat for a press of its own.
+        XkbSetDetectableAutoRepeat(connection->display(), True, nullptr);
         events_.emplace([this](const XEvent& event) { handle(event); });
     }
     auto combination = std::make_shared<HotKeyCombination>(key, modifiers);
