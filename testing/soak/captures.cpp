@@ -135,10 +135,9 @@ void pasteWhileTheUserLeaves(World& world, Chance& chance) {
     chance.pause(120ms);
     const bool toTerminal = chance.oneIn(3);
     world.note(toTerminal ? "goes to the terminal" : "goes to the other program");
-    if (toTerminal)
-        world.terminal.bringToFront();
-    else
-        world.programs[world.programs.front().get() == &place.program ? 1 : 0]->bringToFront();
+    const auto& other = world.programs[world.programs.front().get() == &place.program ? 1 : 0];
+    // In vain where the host brings the program to the front only afterwards.
+    goTo(world.desktop, toTerminal ? world.terminal.window() : other->window());
     const std::string reply = world.answer(call);
     world.note("the paste is answered " + reply);
     std::vector<std::string> allowed{place.program.text(place.field)};

@@ -30,10 +30,15 @@ Terminal::Terminal(testbed::Desktop& desktop) : desktop_(desktop), process_(comm
         throw std::runtime_error("The terminal does not start. It printed: " + process_.output());
 }
 
+testbed::WindowId Terminal::window() {
+    std::vector<testbed::WindowId> own;
+    if (!testbed::waitUntil([&] { return !(own = desktop_.windows(process_.pid())).empty(); }))
+        throw std::runtime_error("The terminal has no window.");
+    return own.front();
+}
+
 void Terminal::bringToFront() {
-    const auto own = desktop_.windows(process_.pid());
-    if (own.empty() || !goTo(desktop_, own.front()))
-        throw std::runtime_error("The terminal does not come to the front.");
+    if (!goTo(desktop_, window())) throw std::runtime_error("The terminal does not come to the front.");
 }
 
 std::vector<std::string> Terminal::faults() {

@@ -14,6 +14,7 @@ class Terminal {
 public:
     explicit Terminal(testbed::Desktop& desktop);
 
+    testbed::WindowId window();
     void bringToFront();
     // What it was given to read, and whether it was interrupted.
     std::vector<std::string> faults();

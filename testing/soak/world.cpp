@@ -36,7 +36,13 @@ void World::bringHostToFront() {
     const bool came =
         testbed::waitUntil([&] { return !(own = desktop.windows(host->process().pid())).empty(); }) &&
         goTo(desktop, own.front());
-    if (!came) throw std::runtime_error("The host's window does not come to the front.");
+    if (came) return;
+    const auto front = desktop.activeWindow();
+    throw std::runtime_error("The host's window does not come to the front; there is " +
+                             (front ? '"' + desktop.title(*front) + '"' : "nothing") + ", and it is " +
+                             (own.empty()                     ? "nowhere."
+                              : desktop.isHidden(own.front()) ? "hidden."
+                                                              : "on the screen."));
 }
 
 std::string World::call(std::string_view method, const flutter::EncodableValue& arguments) {
