@@ -39,6 +39,7 @@ void callNonsense(World& world, Chance& chance) {
 }
 
 void useTheKeyboardInTheWindow(World& world, Chance& chance) {
+    world.call("show"); // a paste has taken it off the screen
     world.bringHostToFront();
     const std::vector<const char*> keys{"F11", "F10", "Escape", "Down", "Tab", "a"};
     for (std::size_t left = 1 + chance.below(6); left > 0; --left)
