@@ -42,8 +42,12 @@ void useTheKeyboardInTheWindow(World& world, Chance& chance) {
     world.call("show"); // a paste has taken it off the screen
     world.bringHostToFront();
     const std::vector<const char*> keys{"F11", "F10", "Escape", "Down", "Tab", "a"};
-    for (std::size_t left = 1 + chance.below(6); left > 0; --left)
-        world.desktop.keyboard.press(chance.from(keys));
+    const auto own = world.desktop.activeWindow();
+    for (std::size_t left = 1 + chance.below(6); left > 0 && world.desktop.activeWindow() == own; --left) {
+        const char* key = chance.from(keys);
+        world.note(key);
+        world.desktop.keyboard.press(key);
+    }
     for (int open = 0; open < 2; ++open)
         world.desktop.keyboard.press("Escape");
 }
