@@ -39,6 +39,7 @@ void Window::Native::assemble() {
     header.show();
     wholeBar_.set_shadow_type(Gtk::SHADOW_NONE);
     bar_.set_policy(Gtk::POLICY_EXTERNAL, Gtk::POLICY_NEVER);
+    bar_.set_can_focus(false); // the keyboard is for the view
     bar_.add(wholeBar_);
     column_.pack_start(bar_, Gtk::PACK_SHRINK);
     column_.pack_end(view, Gtk::PACK_EXPAND_WIDGET);
