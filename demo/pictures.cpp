@@ -7,15 +7,12 @@
 #include "testing/desktop/fields.h"
 #include "testing/desktop/process.h"
 #include "testing/desktop/screen_reader.h"
-#include "testing/model_server/scripted_server.h"
+#include "testing/model_server/rewriting_model.h"
 
-#include <atomic>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
-#include <memory>
-#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -43,7 +40,7 @@ std::string repeated(const std::string& text, std::size_t length) {
     return result;
 }
 
-// With its line breaks as \\n, for the model server as well as for the program with fields.
+// With its line breaks as the program with fields wants them.
 std::string escaped(const std::string& text) {
     std::string result;
     for (const char c : text)
@@ -63,48 +60,10 @@ void require(bool done, const std::string& otherwise) {
     if (!done) throw std::runtime_error(otherwise);
 }
 
-// A model that answers as the scene has it.
-class Model {
-public:
-    void answers(const std::string& text, bool inTheMiddle = false) {
-        const std::lock_guard lock(mutex_);
-        text_ = text;
-        inTheMiddle_ = inTheMiddle;
-        fails_ = false;
-    }
-    void fails() {
-        const std::lock_guard lock(mutex_);
-        fails_ = true;
-    }
-    std::string address() const { return server_.url(); }
-
-private:
-    void chat(ClientConnection& connection) {
-        std::unique_lock lock(mutex_);
-        const auto text = text_;
-        const bool inTheMiddle = inTheMiddle_, fails = fails_;
-        lock.unlock();
-        connection.head(fails ? 500 : 200);
-        if (fails) return;
-        connection.text(escaped(inTheMiddle ? text.substr(0, text.size() / 2) : text));
-        if (inTheMiddle) {
-            connection.waitForClose(std::chrono::seconds(60));
-            return;
-        }
-        connection.send(
-            "data: {\"choices\":[{\"delta\":{},\"finish_reason\":\"stop\"}]}\n\ndata: [DONE]\n\n");
-    }
-
-    std::mutex mutex_;
-    std::string text_;
-    bool inTheMiddle_ = false, fails_ = false;
-    ScriptedServer server_{{.chat = [this](ClientConnection& connection) { chat(connection); }}};
-};
-
 // The host with its interface in one look.
 class Stage {
 public:
-    Stage(const std::string& host, const std::string& interface, const Look& look, Model& model,
+    Stage(const std::string& host, const std::string& interface, const Look& look, RewritingModel& model,
           const std::filesystem::path& pictures, const std::string& settings)
         : pictures_(pictures), look_(look), model_(model), config_(folder_ / "config"),
           host_({host, interface}, environment(settings)) {
@@ -180,7 +139,7 @@ private:
 
     std::filesystem::path pictures_;
     Look look_;
-    Model& model_;
+    RewritingModel& model_;
     Desktop desktop_;
     TemporaryFolder folder_;
     std::filesystem::path config_;
@@ -195,7 +154,7 @@ void take(const std::string& host, const std::string& interface, const std::file
           const Look& look) {
     std::printf("pictures: %s\n", look.name.c_str());
     std::fflush(stdout);
-    Model model;
+    RewritingModel model;
     {
         Stage first(host, interface, look, model, pictures, {});
         first.show();
@@ -216,13 +175,13 @@ void take(const std::string& host, const std::string& interface, const std::file
     scene("long", repeated(letter + "\n", 30'000), repeated(correctedLetter + "\n", 30'000));
     scene("paragraph", repeated("teh same word , again and again. ", 30'000),
           repeated("the same word, again and again. ", 30'000));
-    model.answers(correctedLetter, true);
+    model.answers(correctedLetter, RewritingModel::Manner::half);
     stage.capture(letter);
     require(stage.interface().shows("push button", "Stop"), "nothing is being rewritten");
     stage.picture("streaming");
     stage.press("Control+period");
     stage.picture("stopped");
-    model.fails();
+    model.answers({}, RewritingModel::Manner::fails);
     stage.capture(letter);
     require(stage.interface().shows("push button", "Again"), "the failure is not shown");
     stage.picture("failed");

@@ -8,6 +8,7 @@
 #include "system/host_command.h"
 #include "system/icon_place.h"
 #include "system/installed_programs.h"
+#include "system/title_bar.h"
 #include "views/hot_key_name.h"
 
 #include <glibmm/main.h>
@@ -19,7 +20,7 @@ namespace quillmark {
 Application::Application(Connection& connection, unsigned long view)
     : preferences_(settingsFile(), [this](const Settings& before) { settingsChanged(before); }), view_(view),
       desktop_(connection.messenger(), {.capture = [this](const Capture& capture) { captured(capture); },
-                                        .quit = [this] { closing_.quit(); }}),
+                                        .quit = [this] { askedToQuit(); }}),
       spelling_([&connection](std::function<void()> work) { connection.async(std::move(work)); }),
       notices_({.show = [this] { show(); }, .copy = [this] { assistant_.copy(); }}),
       model_([this] { showFacts(); }),
@@ -155,6 +156,13 @@ void Application::useModel(bool use) {
 
 void Application::after(std::chrono::milliseconds delay, std::function<void()> work) {
     Glib::signal_timeout().connect_once(work, static_cast<unsigned>(delay.count()));
+}
+
+void Application::askedToQuit() {
+    if (pointerIsOnTitleBar(view_))
+        closing_.close();
+    else
+        closing_.quit();
 }
 
 void Application::hideToIcon() {

@@ -52,6 +52,7 @@ private:
     SettingsActions settingsActions();
     Closing::Actions closingActions();
     void showFacts();
+    void askedToQuit();
     void hideToIcon();
     void showSettings();
     void showHelp();

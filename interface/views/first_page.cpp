@@ -19,9 +19,8 @@ void wrap(Gtk::Label& label) {
 } // namespace
 
 FirstPage::FirstPage(Actions actions)
-    : actions_(std::move(actions)), try_(say(phrases::tryIt), keys::primary),
+    : Scroller(Holds::page), actions_(std::move(actions)), try_(say(phrases::tryIt), keys::primary),
       settings_(say(phrases::settings), keys::settings) {
-    set_policy(Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
     column_.set_border_width(16);
     Pango::AttrList large;
     auto size = Pango::Attribute::create_attr_scale(1.4);
@@ -57,9 +56,7 @@ FirstPage::FirstPage(Actions actions)
     text_.set_top_margin(6);
     text_.set_bottom_margin(6);
     text_.get_buffer()->set_text(say(phrases::sample));
-    auto* frame = Gtk::make_managed<Gtk::ScrolledWindow>();
-    frame->set_policy(Gtk::POLICY_EXTERNAL, Gtk::POLICY_AUTOMATIC);
-    frame->set_shadow_type(Gtk::SHADOW_IN);
+    auto* frame = Gtk::make_managed<Scroller>(Scroller::Holds::text);
     frame->set_min_content_height(70);
     frame->add(text_);
     try_.set_halign(Gtk::ALIGN_END);

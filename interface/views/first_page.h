@@ -4,10 +4,10 @@
 
 #include "views/action_button.h"
 #include "views/banner.h"
+#include "views/column.h"
+#include "views/scroller.h"
 #include "views/shortcuts.h"
 
-#include <gtkmm/box.h>
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/textview.h>
 
 #include <functional>
@@ -16,7 +16,7 @@
 
 namespace quillmark {
 
-class FirstPage : public Gtk::ScrolledWindow {
+class FirstPage : public Scroller {
 public:
     struct Actions {
         std::function<void(const std::string& text)> tryOut;
@@ -39,7 +39,7 @@ public:
 
 private:
     Actions actions_;
-    Gtk::Box column_{Gtk::ORIENTATION_VERTICAL, 10};
+    Column column_{10};
     Gtk::Label title_, privacy_, model_;
     std::vector<Gtk::Label*> steps_;
     Banner missing_;

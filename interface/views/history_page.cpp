@@ -5,6 +5,7 @@
 #include "views/action_button.h"
 #include "views/keys.h"
 #include "views/look.h"
+#include "views/scroller.h"
 
 #include <utility>
 
@@ -35,9 +36,7 @@ HistoryPage::HistoryPage(Actions actions)
     top->pack_start(*back, Gtk::PACK_SHRINK);
     top->pack_start(*title, Gtk::PACK_EXPAND_WIDGET);
     top->pack_end(clear_, Gtk::PACK_SHRINK);
-    auto* scroller = Gtk::make_managed<Gtk::ScrolledWindow>();
-    scroller->set_policy(Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
-    scroller->set_shadow_type(Gtk::SHADOW_IN);
+    auto* scroller = Gtk::make_managed<Scroller>(Scroller::Holds::list);
     scroller->add(list_);
     empty_.set_line_wrap();
     empty_.set_margin_top(24);

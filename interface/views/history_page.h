@@ -7,7 +7,6 @@
 #include <gtkmm/button.h>
 #include <gtkmm/label.h>
 #include <gtkmm/listbox.h>
-#include <gtkmm/scrolledwindow.h>
 
 #include <functional>
 

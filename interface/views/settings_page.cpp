@@ -42,7 +42,6 @@ SettingsPage::SettingsPage(SettingsActions actions)
          std::initializer_list<Gtk::Widget*>{&hotKey_, way, &model_, &instructions_, &excluded_, general})
         sections_.pack_start(*section, Gtk::PACK_SHRINK);
     sections_.set_border_width(4);
-    all_.set_policy(Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
     all_.add(sections_);
     sections_.set_focus_vadjustment(all_.get_vadjustment());
     for (Gtk::Widget* page : std::initializer_list<Gtk::Widget*>{&all_, &form_, &programs_})

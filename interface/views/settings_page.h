@@ -3,6 +3,8 @@
 
 #include "views/action_button.h"
 #include "views/banner.h"
+#include "views/column.h"
+#include "views/scroller.h"
 #include "views/settings/excluded_section.h"
 #include "views/settings/hot_key_section.h"
 #include "views/settings/instruction_form.h"
@@ -10,7 +12,6 @@
 #include "views/settings/model_section.h"
 #include "views/settings/program_chooser.h"
 
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/stack.h>
 
 namespace quillmark {
@@ -42,8 +43,8 @@ private:
     Gtk::Label title_;
     Banner warning_;
     Gtk::Stack pages_;
-    Gtk::ScrolledWindow all_;
-    Gtk::Box sections_{Gtk::ORIENTATION_VERTICAL, 20};
+    Scroller all_{Scroller::Holds::page};
+    Column sections_{20};
     HotKeySection hotKey_;
     ModelSection model_;
     InstructionsSection instructions_;

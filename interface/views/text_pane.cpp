@@ -48,10 +48,6 @@ TextPane::TextPane(const std::string& heading, Marks marks)
     colour();
     signal_style_updated().connect([this] { colour(); });
 
-    // Not NEVER, with which a text view asks for the width that its lines happen to have, and never shrinks
-    // again.
-    scroller_.set_policy(Gtk::POLICY_EXTERNAL, Gtk::POLICY_AUTOMATIC);
-    scroller_.set_shadow_type(Gtk::SHADOW_IN);
     scroller_.add(view_);
     pack_start(heading_, Gtk::PACK_SHRINK);
     pack_start(scroller_, Gtk::PACK_EXPAND_WIDGET);
@@ -123,7 +119,7 @@ void TextPane::undo() { history_.undo(); }
 void TextPane::redo() { history_.redo(); }
 
 int TextPane::missingHeight() const {
-    const auto position = const_cast<Gtk::ScrolledWindow&>(scroller_).get_vadjustment();
+    const auto position = const_cast<Scroller&>(scroller_).get_vadjustment();
     return static_cast<int>(position->get_upper() - position->get_page_size());
 }
 

@@ -5,10 +5,10 @@
 #include "rewriting/differences.h"
 #include "views/edit_history.h"
 #include "views/long_lines.h"
+#include "views/scroller.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/textview.h>
 
 #include <functional>
@@ -46,7 +46,7 @@ private:
     void colour();
 
     Gtk::Label heading_;
-    Gtk::ScrolledWindow scroller_;
+    Scroller scroller_{Scroller::Holds::text};
     Gtk::TextView view_;
     Glib::RefPtr<Gtk::TextBuffer> buffer_;
     Glib::RefPtr<Gtk::TextTag> changed_;

@@ -24,13 +24,11 @@ bool types(unsigned symbol, Gdk::ModifierType modifiers) {
 } // namespace
 
 InstructionForm::InstructionForm(std::function<void(const Instruction&)> saved)
-    : saved_(std::move(saved)), key_([this](const GdkEventKey& event) { keyPressed(event); }) {
-    set_policy(Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
+    : Scroller(Holds::page), saved_(std::move(saved)),
+      key_([this](const GdkEventKey& event) { keyPressed(event); }) {
     prompt_.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
     prompt_.set_accepts_tab(false);
-    auto* promptFrame = Gtk::make_managed<Gtk::ScrolledWindow>();
-    promptFrame->set_policy(Gtk::POLICY_EXTERNAL, Gtk::POLICY_AUTOMATIC);
-    promptFrame->set_shadow_type(Gtk::SHADOW_IN);
+    auto* promptFrame = Gtk::make_managed<Scroller>(Scroller::Holds::text);
     promptFrame->set_min_content_height(90);
     promptFrame->add(prompt_);
     addField(say(phrases::instructionName), name_, name_);

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "settings/instruction.h"
+#include "views/column.h"
+#include "views/scroller.h"
 #include "views/settings/key_recorder.h"
 
-#include <gtkmm/box.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/label.h>
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/textview.h>
 
 #include <functional>
@@ -16,7 +16,7 @@
 
 namespace quillmark {
 
-class InstructionForm : public Gtk::ScrolledWindow {
+class InstructionForm : public Scroller {
 public:
     explicit InstructionForm(std::function<void(const Instruction&)> saved);
 
@@ -31,7 +31,7 @@ private:
     void showKey();
 
     std::function<void(const Instruction&)> saved_;
-    Gtk::Box column_{Gtk::ORIENTATION_VERTICAL, 6};
+    Column column_{6};
     Gtk::Entry name_, question_;
     Gtk::TextView prompt_;
     KeyRecorder key_;

@@ -16,6 +16,7 @@ KeyRecorder::~KeyRecorder() { stop(); }
 
 void KeyRecorder::show(const std::string& name, const std::string& spoken) {
     name_ = name;
+    spoken_ = spoken;
     set_label(name);
     nameFor(*this, spoken);
 }
@@ -26,6 +27,7 @@ void KeyRecorder::on_clicked() {
     if (recording_ || window == nullptr) return;
     recording_ = true;
     set_label(say(phrases::pressKeys));
+    nameFor(*this, say(phrases::pressKeys));
     auto* seat = gdk_display_get_default_seat(get_display()->gobj());
     gdk_seat_grab(seat, window->get_window()->gobj(), GDK_SEAT_CAPABILITY_KEYBOARD, FALSE, nullptr, nullptr,
                   nullptr, nullptr);
@@ -54,6 +56,7 @@ void KeyRecorder::stop() {
     keys_.disconnect();
     gdk_seat_ungrab(gdk_display_get_default_seat(get_display()->gobj()));
     set_label(name_);
+    nameFor(*this, spoken_);
 }
 
 } // namespace quillmark

@@ -28,7 +28,7 @@ private:
     void stop();
 
     Recorded recorded_;
-    std::string name_;
+    std::string name_, spoken_;
     bool recording_ = false;
     sigc::connection keys_; // the window's, before its shortcuts see them
 };

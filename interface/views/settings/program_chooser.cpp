@@ -26,8 +26,6 @@ ProgramChooser::ProgramChooser(std::function<void(const Program&)> chosen)
         for (int i = 0; auto* row = list_.get_row_at_index(i); ++i)
             if (matches(row)) return chosen_(Program(programs_.at(static_cast<std::size_t>(i))));
     });
-    scroller_.set_policy(Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
-    scroller_.set_shadow_type(Gtk::SHADOW_IN);
     scroller_.add(list_);
     pack_start(search_, Gtk::PACK_SHRINK);
     pack_start(scroller_, Gtk::PACK_EXPAND_WIDGET);

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "settings/programs.h"
+#include "views/scroller.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/listbox.h>
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/searchentry.h>
 
 #include <functional>
@@ -25,7 +25,7 @@ private:
 
     std::function<void(const Program&)> chosen_;
     Gtk::SearchEntry search_;
-    Gtk::ScrolledWindow scroller_;
+    Scroller scroller_{Scroller::Holds::list};
     Gtk::ListBox list_;
     std::vector<Program> programs_;
 };

@@ -1,0 +1,68 @@
+// Closing the window and the status icon.
+#include "interface/writer.h"
+#include "testing/desktop/key_grab.h"
+#include "testing/desktop/status_area.h"
+
+#include <X11/Xlib.h>
+
+#include <stdexcept>
+
+namespace testbed {
+namespace {
+
+struct Closing : Writer {
+    // With the pointer on it, as it is for who presses it.
+    void pressCloseButton() {
+        auto* display = desktop.keyboard.display();
+        const auto place = desktop.place(window());
+        XWarpPointer(display, None, DefaultRootWindow(display), 0, 0, 0, 0, place.x + place.width - 20,
+                     place.y + 16);
+        XSync(display, False);
+        desktop.close(window());
+    }
+};
+
+bool hotKeyIsFree() {
+    try {
+        const KeyGrab another("space", Mod1Mask | ShiftMask);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+TEST_F(Closing, HidesToTheStatusIconAndSaysSoOnce) {
+    StatusArea icons;
+    start();
+    ASSERT_TRUE(icons.hasIcon());
+    pressCloseButton();
+    EXPECT_TRUE(comes([&] { return isHidden(); }));
+    const auto notice = notices.next();
+    ASSERT_TRUE(notice);
+    EXPECT_EQ(notice->title, "Quillmark goes on running");
+
+    icons.choose("Show");
+    EXPECT_TRUE(comes([&] { return isInFront(); }));
+    pressCloseButton();
+    EXPECT_TRUE(comes([&] { return isHidden(); }));
+    icons.choose("Settings …");
+    EXPECT_TRUE(screen().shows("push button", "Help"));
+    EXPECT_FALSE(notices.next(milliseconds(0))) << "said twice";
+
+    icons.choose("Pause the hot key");
+    EXPECT_TRUE(comes(hotKeyIsFree));
+    icons.choose("Quit");
+    EXPECT_EQ(host->exitStatus(), 0) << host->output();
+}
+
+TEST_F(Closing, AsksWhereThereIsNoStatusIcon) {
+    start();
+    pressCloseButton();
+    ASSERT_TRUE(hasKeyboard("push button", "Hide the window"));
+    press("space");
+    EXPECT_TRUE(comes([&] { return isHidden(); }));
+    EXPECT_FALSE(host->exitStatus(milliseconds(0)));
+}
+
+} // namespace
+} // namespace testbed

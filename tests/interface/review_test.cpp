@@ -1,0 +1,144 @@
+// The main view as a writer works with it: the hot key shows the window, the writer applies.
+#include "interface/writer.h"
+#include "testing/desktop/host.h"
+
+namespace testbed {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using Review = Writer;
+
+TEST_F(Review, ShowsARewriteAndPutsItIn) {
+    start();
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(rewritten("I know it")) << host->output();
+    EXPECT_TRUE(comes([&] { return isInFront(); }));
+    EXPECT_TRUE(originalIs("i knwo it"));
+    EXPECT_TRUE(hasKeyboard("text", "Rewrite")) << "the keyboard is not where a person would type next";
+    EXPECT_TRUE(screen().shows("label", "1 change"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
+
+    press("Control+End");
+    type(" well");
+    press("Control+Return");
+    fields->awaitText("I know it well");
+    EXPECT_TRUE(comes([&] { return desktop.activeWindow() != window(); }));
+
+    Process({hostProgram(), "--show"}).exitStatus();
+    ASSERT_TRUE(screen().shows("push button", "Undo"));
+    press("Control+Shift+o");
+    fields->awaitText("i knwo it");
+}
+
+TEST_F(Review, ChangesTheInstruction) {
+    start();
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(rewritten("I know it"));
+    const struct {
+        const char *keys, *asked;
+    } table[]{{"Control+2", "half as long"}, {"Control+6", "in verse"}};
+    for (const auto& [keys, asked] : table) {
+        model.answers(asked);
+        press(keys);
+        if (screen().shows("text", "What should be done with the text?", milliseconds(300))) {
+            type("in verse");
+            press("Return");
+        }
+        ASSERT_TRUE(rewritten(asked)) << asked;
+        EXPECT_THAT(model.request(), HasSubstr(asked));
+        EXPECT_TRUE(hasKeyboard("text", "Rewrite"));
+    }
+}
+
+TEST_F(Review, StopsAndBeginsAgain) {
+    start();
+    model.answers("I know it and more", Manner::half);
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(comes([&] { return rewrite() == "I know it"; })) << rewrite();
+    EXPECT_FALSE(screen().isSensitive("push button", "Apply")) << "half an answer can be applied";
+    press("Control+period");
+    EXPECT_TRUE(comes([&] { return model.hungUp() == 1; })) << "the model goes on writing";
+    EXPECT_TRUE(screen().shows("push button", "Again"));
+    EXPECT_FALSE(screen().isSensitive("push button", "Apply"));
+    model.answers("I know it");
+    press("Control+r");
+    EXPECT_TRUE(rewritten("I know it"));
+}
+
+TEST_F(Review, ARefusedPasteLosesNeitherTheRewriteNorAKeystroke) {
+    start();
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(rewritten("I know it"));
+    fields->command("text 0 something else");
+    press("Control+Return");
+    EXPECT_TRUE(screen().shows("label",
+                               "The text there has changed in the meantime, so nothing was put in. The "
+                               "rewrite is on the clipboard: Ctrl+V pastes it."));
+    EXPECT_EQ(desktop.text("CLIPBOARD"), "I know it");
+    type("abc");
+    press("Control+Shift+o"); // does nothing either, and comes behind the others
+    EXPECT_EQ(rewrite(), "I know it") << "keys meant for the other program have changed the rewrite";
+    EXPECT_THAT(fields->dump(), HasSubstr("something else"));
+}
+
+TEST_F(Review, WithoutAModelItCorrectsTheSpellingAndSaysSo) {
+    start(known, {{"OPENAI_BASE_URL", "http://127.0.0.1:9/v1"}});
+    write("I recieved it");
+    pressHotKey();
+    EXPECT_TRUE(rewritten("I received it")) << rewrite();
+    EXPECT_TRUE(screen().shows("label", "1 change · Spelling only"));
+    press("Control+2");
+    EXPECT_TRUE(comes([&] {
+        for (const auto& control : screen().all())
+            if (control.starts_with("label: Without a language model only")) return true;
+        return false;
+    }));
+}
+
+TEST_F(Review, AModelThatDiesLeavesTheTextAndAWayToGoOn) {
+    start();
+    model.answers("I know it", Manner::dies);
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(comes([&] { return screen().isSensitive("push button", "Again"); }));
+    EXPECT_FALSE(screen().isSensitive("push button", "Apply")) << "half an answer can be applied";
+    EXPECT_TRUE(originalIs("i knwo it"));
+    model.answers("I know it");
+    press("Control+r");
+    EXPECT_TRUE(rewritten("I know it"));
+}
+
+TEST_F(Review, QuittingAsksWhileWorkIsUnfinished) {
+    start();
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(rewritten("I know it"));
+    ASSERT_TRUE(hasKeyboard("text", "Rewrite"));
+    type("x");
+    ASSERT_TRUE(comes([&] { return rewrite() == "xI know it"; }));
+    press("Control+q");
+    ASSERT_TRUE(screen().shows("push button", "Stay"));
+    EXPECT_TRUE(hasKeyboard("push button", "Stay"));
+    press("space");
+    ASSERT_TRUE(screen().shows("text", "Rewrite"));
+    EXPECT_EQ(rewrite(), "xI know it");
+    press("Control+q");
+    ASSERT_TRUE(screen().shows("push button", "Quit"));
+    press("Tab");
+    press("space");
+    EXPECT_EQ(host->exitStatus(), 0) << host->output();
+    EXPECT_THAT(host->output(), testing::Not(HasSubstr("know"))) << "a writer's text was printed";
+}
+
+} // namespace
+} // namespace testbed

@@ -1,0 +1,88 @@
+// The settings, changed as a person changes them; what is chosen counts at once and after a restart.
+#include "interface/writer.h"
+#include "testing/desktop/key_grab.h"
+
+#include <X11/X.h>
+
+namespace testbed {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+struct SettingsPage : Writer {
+    void SetUp() override {
+        start();
+        open();
+    }
+    void open() {
+        press("Control+comma");
+        ASSERT_TRUE(screen().shows("push button", "Help"));
+        desktop.resize(window(), 700, 1400); // nothing is scrolled out of sight
+    }
+    bool kept(const std::string& line) {
+        return comes([&] {
+            return readFile(folder / "config/quillmark/interface.conf").find(line + "\n") !=
+                   std::string::npos;
+        });
+    }
+    // The button with the hot key, and then the keys.
+    void record(const std::string& now, const std::string& keys) {
+        screen().press("push button", "Change the hot key, now " + now);
+        ASSERT_TRUE(screen().shows("push button", "Press the new keys, or Esc …"));
+        press(keys);
+    }
+};
+
+TEST_F(SettingsPage, TakesAnotherHotKeyAndKeepsIt) {
+    const KeyGrab another("j", ControlMask | Mod1Mask);
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
+    record("Alt+Shift+Space", "Control+Alt+j");
+    EXPECT_TRUE(
+        screen().shows("label", "Another program holds Ctrl+Alt+J, so Alt+Shift+Space stays the hot key."));
+    record("Alt+Shift+Space", "j");
+    EXPECT_TRUE(screen().shows("label",
+                               "Hold Ctrl, Alt or Super with the key: it would be missed wherever you "
+                               "write, otherwise."));
+    record("Alt+Shift+Space", "Control+Alt+k");
+    EXPECT_TRUE(screen().shows("push button", "Change the hot key, now Ctrl+Alt+K"));
+
+    end();
+    start({});
+    model.answers("I know it");
+    write("i knwo it");
+    press("Control+Alt+k");
+    EXPECT_TRUE(rewritten("I know it")) << host->output();
+}
+
+TEST_F(SettingsPage, SortsInstructionsAndWritesNewOnes) {
+    screen().press("push button", "Move Shorten up");
+    EXPECT_TRUE(kept("name=Shorten"));
+    screen().press("push button", "New instruction");
+    ASSERT_TRUE(hasKeyboard("text", "Name"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
+    type("pirate");
+    screen().setText("text", "What the model is told", "Like a pirate.");
+    press("Control+Return");
+    ASSERT_TRUE(screen().shows("push button", "Edit pirate"));
+
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(rewritten("I know it"));
+    EXPECT_THAT(model.request(), HasSubstr("half as long")) << "the first instruction is not the one used";
+    screen().press("toggle button", "pirate");
+    EXPECT_TRUE(comes([&] { return model.request().find("Like a pirate.") != std::string::npos; }));
+}
+
+TEST_F(SettingsPage, ABrokenFileIsSetAside) {
+    end();
+    start("[Interface\n");
+    const auto notice = notices.next();
+    ASSERT_TRUE(notice);
+    EXPECT_THAT(notice->body, HasSubstr("interface.conf.broken"));
+    EXPECT_TRUE(screen().shows("label", "Welcome to Quillmark"));
+}
+
+} // namespace
+} // namespace testbed
