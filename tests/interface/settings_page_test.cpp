@@ -75,6 +75,30 @@ TEST_F(SettingsPage, SortsInstructionsAndWritesNewOnes) {
     EXPECT_TRUE(comes([&] { return model.request().find("Like a pirate.") != std::string::npos; }));
 }
 
+TEST_F(SettingsPage, ExcludesAProgramThatWasUsedLately) {
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    ASSERT_TRUE(rewritten("I know it"));
+    ASSERT_TRUE(hasKeyboard("text", "Rewrite"));
+    open();
+    screen().press("push button", "Excluded programs: Add …");
+    ASSERT_TRUE(hasKeyboard("text", "Search"));
+    press("Return");
+    EXPECT_TRUE(screen().shows("push button", "Remove Gtk_fields"));
+    EXPECT_TRUE(kept("_fields;"));
+}
+
+TEST_F(SettingsPage, SpeaksAnotherLanguageAtOnce) {
+    screen().press("combo box", "Language");
+    ASSERT_TRUE(screen().shows("menu item", "한국어"));
+    press("End");
+    press("Return");
+    EXPECT_TRUE(screen().shows("push button", "도움말"));
+    EXPECT_TRUE(screen().shows("menu", "편집"));
+    EXPECT_TRUE(kept("language=ko"));
+}
+
 TEST_F(SettingsPage, ABrokenFileIsSetAside) {
     end();
     start("[Interface\n");
