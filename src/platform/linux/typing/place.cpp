@@ -44,6 +44,15 @@ std::optional<std::string> roleOf(const AXUIElementRef& element) {
     return attribute<std::string>(element, "AXRole");
 }
 
+std::optional<bool> hasFocusSoon(const AXUIElementRef& element, at_spi::Milliseconds time) {
+    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    const at_spi::Object* object = objectOf(element);
+    if (bus == nullptr || object == nullptr) return std::nullopt;
+    const at_spi::Reply reply = bus->call(at_spi::stateOf(*object), time);
+    if (!reply.value) return std::nullopt;
+    return at_spi::statesIn(reply).has(at_spi::State::focused);
+}
+
 std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_spi::Milliseconds time) {
     at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
     if (bus == nullptr) return std::nullopt;

@@ -25,7 +25,8 @@ Place placeIn(pid_t process);
 
 AXUIElementRef focusedElement(pid_t process);
 std::optional<std::string> roleOf(const AXUIElementRef& element);
-// Absent also when the program does not answer in time.
+// Absent when the program does not answer in time, or not about that.
+std::optional<bool> hasFocusSoon(const AXUIElementRef& element, at_spi::Milliseconds time);
 std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_spi::Milliseconds time);
 
 // Null for an element that is not on the accessibility bus.

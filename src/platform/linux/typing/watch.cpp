@@ -24,8 +24,9 @@ constexpr milliseconds longestPause{30};
 // this.
 constexpr milliseconds usualPaste{30};
 
-// A program that waits for the pasteboard and does nothing else meanwhile gives no answer at all.
-constexpr milliseconds longestAnswer{10};
+// GTK takes this long on a busy machine. A program that waits for the pasteboard and does nothing else
+// meanwhile gives no answer at all.
+constexpr milliseconds longestAnswer{40};
 
 KeystrokeGuard::Watch* living = nullptr;
 
@@ -56,6 +57,7 @@ void KeystrokeGuard::Watch::finish() {
     }
     const x11::FrozenInput input;
     if (!placeIsUnchanged()) return;
+    showsFocus_ = typing::hasFocusSoon(place_.element, longestAnswer).value_or(false);
     selection::HeldRequests requests(static_cast<std::uint32_t>(x11::focusedWindow()), longestWait);
     if (!isInFront() || inputWasSeen() || !delivery.deliver()) return;
     input.begin(usualPaste); // or what a person types now would come before the paste
@@ -100,8 +102,10 @@ void KeystrokeGuard::Watch::decide(selection::HeldRequests& requests) {
 }
 
 bool KeystrokeGuard::Watch::mayPaste() {
+    // GTK 3 tells of a new focus only when it has nothing else to do.
+    const bool lostFocus = showsFocus_ && !typing::hasFocusSoon(place_.element, longestAnswer).value_or(true);
     const auto happened = events_->sinceLastUnasked();
-    if (happened.focusElsewhere) return false;
+    if (lostFocus || happened.focusElsewhere) return false;
     const bool selectsAll = keystrokes.size() > 1;
     // LibreOffice removes the selected text and then asks for what is to replace it.
     if (happened.removed)

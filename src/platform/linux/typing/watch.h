@@ -42,6 +42,7 @@ private:
     // Against any change:
     typing::Place place_;
     std::optional<typing::PlaceEvents> events_;
+    bool showsFocus_ = false; // the element says that it has the focus
     std::optional<x11::RawInput> input_;
     bool inputSeen_ = false;
 };
