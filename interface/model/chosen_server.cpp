@@ -1,5 +1,7 @@
 #include "model/chosen_server.h"
 
+#include "settings/free.h"
+
 #include <glib.h>
 #include <glib/gstdio.h>
 
@@ -9,11 +11,6 @@ namespace quillmark {
 
 namespace {
 
-struct Free {
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
-};
 using KeyFile = std::unique_ptr<GKeyFile, Free>;
 
 constexpr auto group = "Language Model";

@@ -1,5 +1,7 @@
 #include "settings/login.h"
 
+#include "settings/free.h"
+
 #include <glib.h>
 
 #include <memory>
@@ -7,12 +9,6 @@
 namespace quillmark {
 
 namespace {
-
-struct Free {
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
-};
 
 constexpr auto group = G_KEY_FILE_DESKTOP_GROUP;
 constexpr auto enabled =

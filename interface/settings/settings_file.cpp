@@ -1,5 +1,7 @@
 #include "settings/settings_file.h"
 
+#include "settings/free.h"
+
 #include <glib.h>
 #include <glib/gstdio.h>
 
@@ -9,12 +11,6 @@ namespace quillmark {
 
 namespace {
 
-struct Free {
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
-    void operator()(char** list) const { g_strfreev(list); }
-};
 using KeyFile = std::unique_ptr<GKeyFile, Free>;
 using Error = std::unique_ptr<GError, Free>;
 

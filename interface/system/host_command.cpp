@@ -1,5 +1,7 @@
 #include "system/host_command.h"
 
+#include "settings/free.h"
+
 #include <gio/gio.h>
 
 #include <filesystem>
@@ -10,11 +12,6 @@ namespace quillmark {
 
 namespace {
 
-struct Free {
-    void operator()(gpointer object) const { g_object_unref(object); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
-};
 using Done = std::function<void(const HostAnswer&)>;
 
 void ended(GObject* source, GAsyncResult* result, gpointer data) {

@@ -1,6 +1,7 @@
 #include "system/status_icon.h"
 
 #include "language/system_phrases.h"
+#include "settings/free.h"
 
 #include <libayatana-appindicator/app-indicator.h>
 
@@ -21,9 +22,6 @@ void add(Gtk::Menu& menu, const Phrase& name, std::function<void()> chosen) {
 } // namespace
 
 struct StatusIcon::Indicator {
-    struct Free {
-        void operator()(AppIndicator* indicator) const { g_object_unref(indicator); }
-    };
     std::unique_ptr<AppIndicator, Free> handle{
         app_indicator_new("quillmark", icon, APP_INDICATOR_CATEGORY_APPLICATION_STATUS)};
 };
