@@ -10,7 +10,6 @@
 #include <chrono>
 #include <map>
 #include <thread>
-#include <utility>
 #include <vector>
 
 namespace quillmark {
@@ -38,11 +37,11 @@ bool ask(const Glib::RefPtr<Gio::DBus::Connection>& bus) {
 
 } // namespace
 
-SettingsRequests::SettingsRequests(std::function<void()> show) {
+SettingsRequests::SettingsRequests(const std::function<void()>& show) {
     try {
         bus_ = Gio::DBus::Connection::get_sync(Gio::DBus::BUS_TYPE_SESSION);
         const auto group = Gio::SimpleActionGroup::create();
-        group->add_action(action, std::move(show));
+        group->add_action(action, show);
         actions_ = bus_->export_action_group(path, group);
         name_ = Gio::DBus::own_name(Gio::DBus::BUS_TYPE_SESSION, busName);
     } catch (const Glib::Error&) {

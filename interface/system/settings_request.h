@@ -12,7 +12,7 @@ namespace quillmark {
 // Carries out such requests while it lives. Does nothing without a session bus.
 class SettingsRequests {
 public:
-    explicit SettingsRequests(std::function<void()> show);
+    explicit SettingsRequests(const std::function<void()>& show);
     ~SettingsRequests();
     SettingsRequests(const SettingsRequests&) = delete;
     SettingsRequests& operator=(const SettingsRequests&) = delete;
