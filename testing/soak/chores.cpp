@@ -52,13 +52,22 @@ void useTheKeyboardInTheWindow(World& world, Chance& chance) {
         world.desktop.keyboard.press("Escape");
 }
 
+// The host lets a signal's question stand for that long even when another one has been answered.
+constexpr auto questionStands = 15s;
+
 void askToQuit(World& world, Chance& chance) {
-    const bool closes = chance.oneIn(2);
+    const auto now = testbed::Clock::now();
     const auto own = world.desktop.windows(world.host->process().pid());
-    if (closes && !own.empty())
-        world.desktop.close(own.front());
-    else
+    if (now - world.askedToEnd > questionStands + 1s) {
+        world.note("by a signal");
+        world.askedToEnd = now;
         world.host->process().signal(SIGTERM);
+    } else if (!own.empty()) {
+        world.note("by the close button");
+        world.desktop.close(own.front());
+    } else {
+        return;
+    }
     if (!world.host->nextCall("quit")) world.fault("nobody was asked whether the host may quit");
     chance.pause(100ms);
     world.call("cancelQuit");

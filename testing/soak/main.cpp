@@ -1,7 +1,7 @@
 // Somebody works at random for a while, in several programs and with the host; after each step everything
 // must be as it should be.
 //
-//   quillmark-soak MINUTES [SEED]
+//   quillmark-soak MINUTES [SEED [STEPS…]]     STEPS are names such as "paste back"; without any, all of them
 //
 // In the first fifth of the time the host is ended and started again now and then. The one that runs then may
 // not grow once the second fifth is over.
@@ -11,6 +11,7 @@
 #include "testing/soak/generations.h"
 #include "testing/soak/restarts.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
@@ -18,6 +19,7 @@
 #include <map>
 #include <optional>
 #include <random>
+#include <set>
 #include <string>
 
 namespace {
@@ -32,11 +34,12 @@ void say(const std::string& line) {
 
 class Soak {
 public:
-    Soak(double minutes, unsigned long seed)
+    Soak(double minutes, unsigned long seed, const std::set<std::string_view>& only)
         : length_(std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(minutes * 60))),
           seed_(seed), first_(seed, 0), world_(first_) {
         for (const auto& list : {captureSteps(), choreSteps(), generationSteps(), restartSteps()})
             for (const Step& step : list) {
+                if (!only.empty() && !only.contains(step.name)) continue;
                 steps_.push_back(step);
                 weights_.push_back(step.weight);
             }
@@ -135,7 +138,7 @@ int main(int argc, char** argv) {
     try {
         const unsigned long seed = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : std::random_device()();
         say("seed " + std::to_string(seed));
-        return Soak(minutes, seed).run() ? 0 : 1;
+        return Soak(minutes, seed, {argv + std::min(argc, 3), argv + argc}).run() ? 0 : 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "soak: %s\n", error.what());
         return 1;

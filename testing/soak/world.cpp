@@ -27,6 +27,7 @@ void World::startHost() {
     host = std::make_unique<Host>(std::map<std::string, std::string>{
         {"QUILLMARK_LANGUAGE_MODEL_FROM_ENVIRONMENT", "1"}, {"OPENAI_BASE_URL", model.url()}});
     bringHostToFront(); // or it would come to the front in the middle of a step
+    askedToEnd = {};
     host->call("initialize", flutter::EncodableMap{});
     host->call("listen", {}, "quillmark.quillmark/system_model/events");
 }

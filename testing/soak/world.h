@@ -29,6 +29,7 @@ public:
     std::unique_ptr<testbed::Process> windowManager; // null: the one that the desktop came with
 
     void startHost();
+    testbed::Clock::time_point askedToEnd; // by a signal, the latest time
     void bringHostToFront();
     // What the host answers to a call on the desktop channel: a string, the error's code, or "null".
     std::string call(std::string_view method, const flutter::EncodableValue& arguments = {});
