@@ -60,7 +60,7 @@ struct Stage {
     Stage() {
         host.bringToFront(desktop); // or it would come to the front in the middle
         host.call("initialize", EncodableMap{});
-        if (!desktop.activate(desktop.windows(fields.process().pid()).front()))
+        if (!desktop.bringToFront(fields.process().pid()))
             throw std::runtime_error("The program with fields did not come to the front.");
         fields.command("select 0 25 28");
     }

@@ -222,6 +222,11 @@ bool Desktop::activate(WindowId window) {
     });
 }
 
+bool Desktop::bringToFront(pid_t program) {
+    std::vector<WindowId> own;
+    return waitUntil([&] { return !(own = windows(program)).empty(); }) && activate(own.front());
+}
+
 std::optional<std::string> Desktop::text(const char* selection) {
     const Atom target = server_->atom("UTF8_STRING");
     const Atom place = server_->atom("QUILLMARK_TEST");

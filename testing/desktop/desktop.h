@@ -60,6 +60,8 @@ public:
     std::optional<WindowId> windowManager();
     // Brings a window to the front as a task bar does, and waits until it has the keyboard.
     bool activate(WindowId window);
+    // The same with the program's first window, once it has one.
+    bool bringToFront(pid_t program);
 
     // Asks the window manager to make it that large, and waits until it is.
     bool resize(WindowId window, int width, int height);

@@ -80,10 +80,9 @@ Host::~Host() {
 }
 
 WindowId Host::bringToFront(Desktop& desktop) {
-    const auto own = [&] { return desktop.windows(process_.pid()); };
-    if (!waitUntil([&] { return !own().empty(); }) || !desktop.activate(own().front()))
+    if (!desktop.bringToFront(process_.pid()))
         throw std::runtime_error("The host's window did not come up. It printed: " + process_.output());
-    return own().front();
+    return desktop.windows(process_.pid()).front();
 }
 
 std::string Host::view() const { return readFile(folder_ / "view"); }

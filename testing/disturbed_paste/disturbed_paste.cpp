@@ -63,7 +63,7 @@ Outcome DisturbedPaste::run(const Disturbance& disturbance, bool wholeField, mil
     for (const auto* command : {"text 0 one two three", "text 1", "text 2", "focus 0"})
         program_.command(command);
     if (!wholeField) program_.command("select 0 4 7");
-    if (!desktop_.activate(desktop_.windows(program_.process().pid()).front()))
+    if (!desktop_.bringToFront(program_.process().pid()))
         throw std::runtime_error("The program does not come to the front.");
     const std::string token = capture();
     if (token.empty()) throw std::runtime_error("The field was not captured.");

@@ -12,15 +12,10 @@ const std::string started = "started\n";
 
 // Writes down every byte that it is given, without waiting for a line, and every interruption.
 std::vector<std::string> command(const std::string& file) {
-    return {"xterm",
-            "-T",
-            "Terminal",
-            "-e",
-            "sh",
-            "-c",
-            "stty raw -echo isig; trap 'echo interrupted >>\"$0\"' INT; echo started >>\"$0\"; "
-            "while :; do dd bs=1 count=1 2>/dev/null | od -c >>\"$0\"; done",
-            file};
+    const std::string script =
+        "stty raw -echo isig; trap 'echo interrupted >>\"$0\"' INT; echo started >>\"$0\"; "
+        "while :; do dd bs=1 count=1 2>/dev/null | od -c >>\"$0\"; done";
+    return {"xterm", "-T", "Terminal", "-e", "sh", "-c", script, file};
 }
 
 } // namespace

@@ -125,8 +125,7 @@ TEST_F(CaptureAndPaste, ATerminalGivesItsSelectedTextAndItsProgramIsNotInterrupt
                                "while :; do read -r line; echo \"$line\" >>\"$0\"; done";
     Process terminal({"xterm", "-xrm", "*allowWindowOps: true", "-e", "sh", "-c", script, told});
     ASSERT_TRUE(waitUntil([&] { return desktop.text("PRIMARY") == "two words"; })) << terminal.output();
-    ASSERT_TRUE(
-        desktop.activate(desktop.windows(terminal.pid()).front())); // metacity leaves it behind the host
+    ASSERT_TRUE(desktop.bringToFront(terminal.pid())); // metacity leaves it behind the host
     const EncodableValue got = capture();
     EXPECT_EQ(textOf(got, "text"), "two words");
     EXPECT_EQ(textOf(got, "source"), "clipboard");

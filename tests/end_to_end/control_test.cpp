@@ -103,7 +103,7 @@ TEST(HostControl, PauseGivesTheHotKeyToOthersUntilItIsUsedAgainOrTheHostIsShown)
         EXPECT_THAT(run({"--pause"}).text, HasSubstr("paused"));
         EXPECT_FALSE(captures(milliseconds(500)));
         EXPECT_EQ(run({end}).status, 0);
-        ASSERT_TRUE(desktop.activate(desktop.windows(fields.process().pid()).front()));
+        ASSERT_TRUE(desktop.bringToFront(fields.process().pid()));
         EXPECT_TRUE(captures()) << "not resumed by " << end;
     }
     run({"--pause"});
