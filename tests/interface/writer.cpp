@@ -40,4 +40,10 @@ void Writer::type(const std::string& letters) {
         press(letter == ' ' ? "space" : std::string(1, letter));
 }
 
+std::string Writer::rewrite() {
+    std::optional<std::string> text;
+    comes([&] { return (text = screen().text("text", "Rewrite")).has_value(); });
+    return text.value_or("(there is no rewrite on the screen)");
+}
+
 } // namespace testbed

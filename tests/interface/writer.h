@@ -37,7 +37,8 @@ protected:
     WindowId window() const { return window_; }
     bool isInFront() { return desktop.activeWindow() == window(); }
     bool isHidden() { return desktop.isHidden(window()); }
-    std::string rewrite() { return screen().text("text", "Rewrite").value_or(""); }
+    // Once it is on the screen: the host takes its window away for a paste, and shows it again.
+    std::string rewrite();
     bool originalIs(const std::string& text) {
         return comes([&] { return screen().text("text", "Original") == text; });
     }
