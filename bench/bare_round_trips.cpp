@@ -1,9 +1,9 @@
 #include "bench/bare_round_trips.h"
 
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/bus.h"
 #include "platform/linux/at_spi/focus.h"
 #include "platform/linux/at_spi/object.h"
-#include "platform/linux/at_spi/session.h"
 #include "platform/linux/at_spi/text.h"
 #include "platform/linux/at_spi/windows.h"
 #include "platform/linux/x11/windows/front_window.h"
@@ -45,10 +45,10 @@ struct BareRoundTrips::Target {
 };
 
 BareRoundTrips::BareRoundTrips(pid_t process) : target_(std::make_unique<Target>()) {
-    auto& session = at_spi::Session::shared();
-    auto* bus = session.accessibilityBus();
-    if (bus == nullptr) throw std::runtime_error(session.whyNot());
-    const auto programs = session.applications().of(*bus, process);
+    auto& accessibility = at_spi::AccessibilityBus::shared();
+    auto* bus = accessibility.bus();
+    if (bus == nullptr) throw std::runtime_error(accessibility.whyNot());
+    const auto programs = accessibility.applications().of(*bus, process);
     if (!programs || programs->empty())
         throw std::runtime_error("The program is not on the accessibility bus.");
     auto& program = *programs->front();

@@ -21,7 +21,7 @@ namespace {
 // As long as a capture gives an attribute.
 constexpr Milliseconds budget = 300ms;
 
-struct Program {
+struct MadeUpProgram {
     FuzzedDataProvider& input;
 
     GVariant* object() {
@@ -44,14 +44,14 @@ struct Program {
     }
     GVariant* word() { return g_variant_new_uint32(input.ConsumeIntegral<guint32>()); }
 
-    GVariant* list(const char* type, GVariant* (Program::*member)()) {
+    GVariant* list(const char* type, GVariant* (MadeUpProgram::*member)()) {
         GVariantBuilder builder;
         g_variant_builder_init(&builder, G_VARIANT_TYPE(type));
         for (int count = input.ConsumeIntegralInRange(0, 4); count > 0; --count)
             g_variant_builder_add_value(&builder, (this->*member)());
         return g_variant_builder_end(&builder);
     }
-    GVariant* objects() { return list("a(so)", &Program::object); }
+    GVariant* objects() { return list("a(so)", &MadeUpProgram::object); }
     GVariant* relation() {
         return g_variant_new("(u@a(so))", input.ConsumeIntegralInRange(9U, 12U), objects());
     }
@@ -76,14 +76,14 @@ struct Program {
         if (input.ConsumeIntegralInRange(0, 15) == 1) return nullptr;
         const auto one = [](GVariant* value) { return g_variant_new_tuple(&value, 1); };
         if (method == "GetChildren" || method == "GetMatches") return one(objects());
-        if (method == "GetState") return one(list("au", &Program::word));
+        if (method == "GetState") return one(list("au", &MadeUpProgram::word));
         if (method == "GetRole") return g_variant_new("(u)", input.ConsumeIntegralInRange(0U, 120U));
-        if (method == "GetInterfaces") return one(list("as", &Program::interface));
-        if (method == "GetRelationSet") return one(list("a(ua(so))", &Program::relation));
+        if (method == "GetInterfaces") return one(list("as", &MadeUpProgram::interface));
+        if (method == "GetRelationSet") return one(list("a(ua(so))", &MadeUpProgram::relation));
         if (method == "GetText" || method == "GetRoleName") return one(text());
         if (method == "GetNSelections" || method == "GetIndexInParent") return one(number());
         if (method == "GetSelection") return g_variant_new("(@i@i)", anyNumber(), anyNumber());
-        if (method == "ListNames") return one(list("as", &Program::names));
+        if (method == "ListNames") return one(list("as", &MadeUpProgram::names));
         if (method == "GetConnectionUnixProcessID")
             return g_variant_new("(u)", input.ConsumeIntegralInRange(0U, 2U));
         return g_variant_new("(v)", property());
@@ -113,7 +113,7 @@ void capture(Bus& bus) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static FakeBus bus;
     FuzzedDataProvider input(data, size);
-    Program program{input};
+    MadeUpProgram program{input};
     bus.setAnswer([&](std::string_view method) { return program.reply(method); });
     capture(bus.client());
     bus.setAnswer({});

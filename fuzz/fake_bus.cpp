@@ -50,7 +50,7 @@ FakeBus::FakeBus()
 
 FakeBus::~FakeBus() { client_.reset(); }
 
-void FakeBus::setAnswer(Answer answer) {
+void FakeBus::setAnswer(CallHandler answer) {
     const std::lock_guard lock(mutex_);
     answer_ = std::move(answer);
 }

@@ -13,7 +13,7 @@
 class FakeBus {
 public:
     // The body of the reply to a call of that method; null for an error. Called on GDBus's own thread.
-    using Answer = std::function<GVariant*(std::string_view method)>;
+    using CallHandler = std::function<GVariant*(std::string_view method)>;
 
     FakeBus();
     ~FakeBus();
@@ -22,7 +22,7 @@ public:
 
     platform::at_spi::Bus& client() { return *client_; }
     // Who answers from now on.
-    void setAnswer(Answer answer);
+    void setAnswer(CallHandler answer);
 
 private:
     static GDBusMessage* handle(GDBusConnection* connection, GDBusMessage* message, gboolean incoming,
@@ -31,7 +31,7 @@ private:
 
     std::filesystem::path folder_;
     std::mutex mutex_;
-    Answer answer_; // under the mutex
+    CallHandler answer_; // under the mutex
     platform::Handle<GDBusConnection, g_object_unref> server_;
     std::unique_ptr<platform::at_spi::Bus> client_;
 };

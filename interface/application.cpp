@@ -117,7 +117,7 @@ void Application::registerHotKey(const HotKey& hotKey, std::function<void(bool)>
 }
 
 void Application::captured(const Capture& capture) {
-    late_.add({capture.appId, capture.appName});
+    recent_.add({capture.appId, capture.appName});
     preferences_.change([](Settings& settings) { settings.introduced = true; });
     assistant_.captured(capture);
 }
@@ -202,26 +202,27 @@ Closing::Actions Application::closingActions() {
 }
 
 SettingsActions Application::settingsActions() {
-    return {.settings = [this]() -> const Settings& { return preferences_.settings(); },
-            .change = [this](const std::function<void(Settings&)>& how) { preferences_.change(how); },
-            .tryHotKey = [this](const HotKey& hotKey,
-                                std::function<void(bool)> done) { registerHotKey(hotKey, std::move(done)); },
-            .model = [this]() -> const ModelStatus& { return model_.status(); },
-            .chosenServer = [] { return readChosenServer(chosenServerFile()); },
-            .chooseServer =
-                [this](const SettingsActions::ServerChoice& choice, std::function<void(std::string)> done) {
-                    model_.choose(choice, std::move(done));
-                },
-            .useModel = [this](bool use) { useModel(use); },
-            .lookForModel = [this] { model_.look([this] { window_->settings().show(); }); },
-            .latePrograms =
-                [this] { return std::vector<Program>(late_.programs().begin(), late_.programs().end()); },
-            .installedPrograms = [] { return installedPrograms(); },
-            .startsAtLogin = [] { return quillmark::startsAtLogin(loginFile()); },
-            .setStartsAtLogin =
-                [](bool starts) { return quillmark::setStartsAtLogin(loginFile(), starts, hostProgram()); },
-            .hasPlaceForIcon = [] { return hasPlaceForIcon(); },
-            .help = [this] { showHelp(); }};
+    return {
+        .settings = [this]() -> const Settings& { return preferences_.settings(); },
+        .change = [this](const std::function<void(Settings&)>& how) { preferences_.change(how); },
+        .tryHotKey = [this](const HotKey& hotKey,
+                            std::function<void(bool)> done) { registerHotKey(hotKey, std::move(done)); },
+        .model = [this]() -> const ModelStatus& { return model_.status(); },
+        .chosenServer = [] { return readChosenServer(chosenServerFile()); },
+        .chooseServer =
+            [this](const SettingsActions::ServerChoice& choice, std::function<void(std::string)> done) {
+                model_.choose(choice, std::move(done));
+            },
+        .useModel = [this](bool use) { useModel(use); },
+        .lookForModel = [this] { model_.look([this] { window_->settings().show(); }); },
+        .recentPrograms =
+            [this] { return std::vector<ProgramName>(recent_.programs().begin(), recent_.programs().end()); },
+        .installedPrograms = [] { return installedPrograms(); },
+        .startsAtLogin = [] { return quillmark::startsAtLogin(loginFile()); },
+        .setStartsAtLogin =
+            [](bool starts) { return quillmark::setStartsAtLogin(loginFile(), starts, hostProgram()); },
+        .hasPlaceForIcon = [] { return hasPlaceForIcon(); },
+        .help = [this] { showHelp(); }};
 }
 
 } // namespace quillmark

@@ -64,7 +64,7 @@ private:
     Background background_;
     Notices notices_;
     PersonWatch person_;
-    LatePrograms late_;
+    RecentPrograms recent_;
     ModelChoice model_;
     bool hotKeyRegistered_ = true;
     Assistant assistant_;

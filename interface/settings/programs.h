@@ -6,28 +6,28 @@
 
 namespace quillmark {
 
-struct Program {
+struct ProgramName {
     std::string id;   // as Capture::appId
     std::string name; // for people
 
-    friend bool operator==(const Program&, const Program&) = default;
+    friend bool operator==(const ProgramName&, const ProgramName&) = default;
 };
 
 // Those that texts were captured from lately, newest first, in memory only.
-class LatePrograms {
+class RecentPrograms {
 public:
     static constexpr std::size_t mostPrograms = 8;
 
-    void add(const Program& program) {
+    void add(const ProgramName& program) {
         if (program.id.empty()) return;
-        std::erase_if(programs_, [&](const Program& known) { return known.id == program.id; });
+        std::erase_if(programs_, [&](const ProgramName& known) { return known.id == program.id; });
         programs_.push_front(program);
         if (programs_.size() > mostPrograms) programs_.pop_back();
     }
-    const std::deque<Program>& programs() const { return programs_; }
+    const std::deque<ProgramName>& programs() const { return programs_; }
 
 private:
-    std::deque<Program> programs_;
+    std::deque<ProgramName> programs_;
 };
 
 } // namespace quillmark

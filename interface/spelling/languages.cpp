@@ -34,7 +34,7 @@ Languages::Languages(std::vector<std::string> codes) : first_(codes.empty() ? st
 TextLanguage Languages::of(std::span<const TextPiece> text) {
     constexpr std::ptrdiff_t few = 6; // words
     const auto words = std::ranges::count_if(text, &TextPiece::isOrdinary);
-    const Language* best = nullptr;
+    const LanguageCorrector* best = nullptr;
     std::ptrdiff_t known = -1;
     for (const auto& language : languages_) {
         auto& corrector = *language.corrector;

@@ -29,13 +29,13 @@ public:
     TextLanguage of(std::span<const TextPiece> text);
 
 private:
-    struct Language {
+    struct LanguageCorrector {
         std::string code;
         std::unique_ptr<WordCorrector> corrector;
     };
 
     std::string first_; // the likeliest; empty when nothing is known
-    std::vector<Language> languages_;
+    std::vector<LanguageCorrector> languages_;
 };
 
 } // namespace quillmark

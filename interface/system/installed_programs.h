@@ -8,6 +8,6 @@
 namespace quillmark {
 
 // By name. Reads a few hundred files; main thread only.
-std::vector<Program> installedPrograms();
+std::vector<ProgramName> installedPrograms();
 
 } // namespace quillmark

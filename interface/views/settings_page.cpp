@@ -19,7 +19,7 @@ SettingsPage::SettingsPage(SettingsActions actions)
       instructions_(actions_, [this](std::size_t index) { edit(index); }),
       excluded_(actions_, [this] { pickProgram(); }),
       form_([this](const Instruction& instruction) { saved(instruction); }),
-      programs_([this](const Program& program) {
+      programs_([this](const ProgramName& program) {
           actions_.change([&](Settings& settings) {
               if (std::ranges::find(settings.excludedApps, program.id) == settings.excludedApps.end())
                   settings.excludedApps.push_back(program.id);
@@ -113,7 +113,7 @@ void SettingsPage::saved(const Instruction& instruction) {
 
 void SettingsPage::pickProgram() {
     go(programs_, say(phrases::excludedPrograms));
-    programs_.show(actions_.latePrograms(), actions_.installedPrograms());
+    programs_.show(actions_.recentPrograms(), actions_.installedPrograms());
 }
 
 } // namespace quillmark

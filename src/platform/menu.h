@@ -59,7 +59,6 @@ public:
 
     // A line between two groups of items: no title, no identifier, no action.
     static std::unique_ptr<MenuItem> separatorItem();
-    bool isSeparatorItem() const;
 
     const std::string& title() const;
     void setTitle(std::string_view title);

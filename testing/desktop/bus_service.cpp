@@ -8,8 +8,8 @@ namespace {
 
 // What GDBus hands to the two functions below.
 struct Functions {
-    BusService::Answer answer;
-    BusService::Property property;
+    BusService::CallHandler answer;
+    BusService::PropertyHandler property;
 };
 
 void called(GDBusConnection*, const char* sender, const char*, const char*, const char* method,
@@ -27,13 +27,13 @@ constexpr GDBusInterfaceVTable callbacks{called, asked, nullptr, {}};
 
 } // namespace
 
-struct BusService::Connection {
+struct BusService::Native {
     Functions functions;
     GMainContext* context = g_main_context_new();
     GDBusConnection* bus = nullptr;
     GDBusNodeInfo* description = nullptr;
 
-    ~Connection() {
+    ~Native() {
         if (bus != nullptr) {
             g_dbus_connection_close_sync(bus, nullptr, nullptr);
             g_object_unref(bus);
@@ -46,9 +46,9 @@ struct BusService::Connection {
 };
 
 BusService::BusService(const std::string& name, const std::string& path, const std::string& interface,
-                       Answer answer, Property property)
-    : connection_(std::make_unique<Connection>()), path_(path) {
-    auto& own = *connection_;
+                       CallHandler answer, PropertyHandler property)
+    : native_(std::make_unique<Native>()), path_(path) {
+    auto& own = *native_;
     own.functions = {std::move(answer), std::move(property)};
     const std::string xml = "<node>" + interface + "</node>";
     own.description = g_dbus_node_info_new_for_xml(xml.c_str(), nullptr);
@@ -79,20 +79,20 @@ BusService::BusService(const std::string& name, const std::string& path, const s
 BusService::~BusService() = default;
 
 void BusService::serve() {
-    while (g_main_context_iteration(connection_->context, FALSE) != FALSE) {
+    while (g_main_context_iteration(native_->context, FALSE) != FALSE) {
     }
 }
 
 void BusService::emit(const std::string& signal, GVariant* arguments) {
-    g_dbus_connection_emit_signal(connection_->bus, nullptr, path_.c_str(), connection_->interface(),
-                                  signal.c_str(), arguments, nullptr);
-    g_dbus_connection_flush_sync(connection_->bus, nullptr, nullptr);
+    g_dbus_connection_emit_signal(native_->bus, nullptr, path_.c_str(), native_->interface(), signal.c_str(),
+                                  arguments, nullptr);
+    g_dbus_connection_flush_sync(native_->bus, nullptr, nullptr);
 }
 
 BusValue BusService::call(const std::string& program, const std::string& path, const std::string& interface,
                           const std::string& method, GVariant* arguments) {
     constexpr int deadline = 2000;
-    return BusValue(g_dbus_connection_call_sync(connection_->bus, program.c_str(), path.c_str(),
+    return BusValue(g_dbus_connection_call_sync(native_->bus, program.c_str(), path.c_str(),
                                                 interface.c_str(), method.c_str(), arguments, nullptr,
                                                 G_DBUS_CALL_FLAGS_NONE, deadline, nullptr, nullptr));
 }

@@ -17,14 +17,14 @@ using BusValue = std::unique_ptr<GVariant, UnrefValue>;
 class BusService {
 public:
     // What the service answers, a tuple; null: an empty one.
-    using Answer =
+    using CallHandler =
         std::function<GVariant*(const std::string& caller, const std::string& method, GVariant* arguments)>;
     // Of a property of the service.
-    using Property = std::function<GVariant*(const std::string& name)>;
+    using PropertyHandler = std::function<GVariant*(const std::string& name)>;
 
     // `interface` is one in D-Bus's XML. Throws where another program is that service already.
-    BusService(const std::string& name, const std::string& path, const std::string& interface, Answer answer,
-               Property property = {});
+    BusService(const std::string& name, const std::string& path, const std::string& interface,
+               CallHandler answer, PropertyHandler property = {});
     ~BusService();
     BusService(const BusService&) = delete;
     BusService& operator=(const BusService&) = delete;
@@ -38,8 +38,8 @@ public:
                   const std::string& method, GVariant* arguments = nullptr);
 
 private:
-    struct Connection;
-    std::unique_ptr<Connection> connection_;
+    struct Native;
+    std::unique_ptr<Native> native_;
     std::string path_;
 };
 

@@ -178,9 +178,9 @@ bool Desktop::hasState(WindowId window, const char* state) {
     return std::find(states.begin(), states.end(), server_->atom(state)) != states.end();
 }
 
-Desktop::Place Desktop::place(WindowId window) {
+Desktop::Area Desktop::place(WindowId window) {
     XWindowAttributes attributes{};
-    Place place;
+    Area place;
     WindowId unused = None;
     if (XGetWindowAttributes(server_->display, window, &attributes) == 0) return place;
     XTranslateCoordinates(server_->display, window, server_->root, 0, 0, &place.x, &place.y, &unused);
@@ -196,7 +196,7 @@ std::pair<int, int> Desktop::smallestSize(WindowId window) {
     return {hints.min_width, hints.min_height};
 }
 
-std::optional<Desktop::Place> Desktop::openMenu() {
+std::optional<Desktop::Area> Desktop::openMenu() {
     for (const WindowId window : server_->family(server_->root).children) {
         const auto types = server_->values(window, "_NET_WM_WINDOW_TYPE");
         for (const char* menu : {"_NET_WM_WINDOW_TYPE_DROPDOWN_MENU", "_NET_WM_WINDOW_TYPE_POPUP_MENU"})
@@ -255,8 +255,8 @@ bool Desktop::resize(WindowId window, int width, int height) {
 
 void Desktop::screenshot(const std::filesystem::path& file) { screenshot(file, place(server_->root)); }
 
-void Desktop::screenshot(const std::filesystem::path& file, const Place& part) {
-    const Place screen = place(server_->root);
+void Desktop::screenshot(const std::filesystem::path& file, const Area& part) {
+    const Area screen = place(server_->root);
     const int left = std::max(part.x, 0), top = std::max(part.y, 0);
     const int width = std::min(part.x + part.width, screen.width) - left;
     const int height = std::min(part.y + part.height, screen.height) - top;

@@ -43,14 +43,14 @@ public:
     // By the window manager's word: "_NET_WM_STATE_ABOVE".
     bool hasState(WindowId window, const char* state);
     // On the screen, from its upper left corner, with whatever shadow or border the window draws itself.
-    struct Place {
+    struct Area {
         int x = 0, y = 0, width = 0, height = 0;
     };
-    Place place(WindowId window);
+    Area place(WindowId window);
     // The smallest size that the window manager lets the person give it: width and height.
     std::pair<int, int> smallestSize(WindowId window);
     // Where a menu stands open (of several, any of them); absent when none does.
-    std::optional<Place> openMenu();
+    std::optional<Area> openMenu();
     // The workspace the person sees, or the one a window is on; they count from 0.
     std::optional<unsigned long> workspace();
     std::optional<unsigned long> workspace(WindowId window);
@@ -75,7 +75,7 @@ public:
 
     // The whole screen, or a part of it, as a PNG file.
     void screenshot(const std::filesystem::path& file);
-    void screenshot(const std::filesystem::path& file, const Place& part);
+    void screenshot(const std::filesystem::path& file, const Area& part);
 
 private:
     class Server;

@@ -11,7 +11,7 @@ namespace testbed {
 namespace {
 
 using Value = std::unique_ptr<GVariant, decltype([](GVariant* value) { g_variant_unref(value); })>;
-using Connection =
+using BusConnection =
     std::unique_ptr<GDBusConnection, decltype([](gpointer object) { g_object_unref(object); })>;
 
 constexpr auto registry = "org.a11y.atspi.Registry", root = "/org/a11y/atspi/accessible/root";
@@ -59,10 +59,10 @@ std::optional<Object> embeddedView() {
 
 struct ScreenReader::Bus {
     pid_t program;
-    Connection connection;
+    BusConnection connection;
 
     explicit Bus(pid_t process) : program(process) {
-        const Connection session(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+        const BusConnection session(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
         const Value address(g_dbus_connection_call_sync(session.get(), "org.a11y.Bus", "/org/a11y/bus",
                                                         "org.a11y.Bus", "GetAddress", nullptr, nullptr,
                                                         G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));

@@ -58,9 +58,9 @@ std::int32_t lengthOf(const std::string& text) {
         std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
-class Program {
+class ScriptedProgram {
 public:
-    Program(std::map<std::string, std::string> options, const std::string& script)
+    ScriptedProgram(std::map<std::string, std::string> options, const std::string& script)
         : options_(std::move(options)), tree_(script), asleep_(option("asleep") == "yes") {
         connect();
     }
@@ -104,7 +104,7 @@ private:
     std::map<std::string, double> delays_; // seconds
 };
 
-void Program::connect() {
+void ScriptedProgram::connect() {
     GDBusConnection* session = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
     GVariant* reply =
         g_dbus_connection_call_sync(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
@@ -118,18 +118,19 @@ void Program::connect() {
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
         nullptr, nullptr, nullptr);
     if (bus_ == nullptr) throw std::runtime_error("The accessibility bus does not answer.");
-    g_dbus_connection_add_filter(bus_, &Program::filter, this, nullptr);
+    g_dbus_connection_add_filter(bus_, &ScriptedProgram::filter, this, nullptr);
     g_dbus_connection_call_sync(bus_, registry, (folder + "root").c_str(), "org.a11y.atspi.Socket", "Embed",
                                 g_variant_new("(@(so))", reference("")), nullptr, G_DBUS_CALL_FLAGS_NONE,
                                 5000, nullptr, nullptr);
 }
 
 // On GDBus's thread; the answer is given on the main thread, as programs do.
-GDBusMessage* Program::filter(GDBusConnection*, GDBusMessage* message, gboolean incoming, gpointer program) {
+GDBusMessage* ScriptedProgram::filter(GDBusConnection*, GDBusMessage* message, gboolean incoming,
+                                      gpointer program) {
     if (incoming == FALSE || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL)
         return message;
     struct Work {
-        Program& program;
+        ScriptedProgram& program;
         GDBusMessage* call;
     };
     const auto run = [](gpointer data) -> gboolean {
@@ -137,11 +138,12 @@ GDBusMessage* Program::filter(GDBusConnection*, GDBusMessage* message, gboolean 
         work->program.answer(work->call);
         return G_SOURCE_REMOVE;
     };
-    g_idle_add_full(G_PRIORITY_DEFAULT, run, new Work{*static_cast<Program*>(program), message}, nullptr);
+    g_idle_add_full(G_PRIORITY_DEFAULT, run, new Work{*static_cast<ScriptedProgram*>(program), message},
+                    nullptr);
     return nullptr;
 }
 
-void Program::answer(GDBusMessage* call) {
+void ScriptedProgram::answer(GDBusMessage* call) {
     const std::string method = g_dbus_message_get_member(call);
     ++calls_[method];
     if (const auto delay = delays_.find(method); delay != delays_.end())
@@ -162,7 +164,7 @@ void Program::answer(GDBusMessage* call) {
     g_object_unref(call);
 }
 
-GVariant* Program::reply(const std::string& path, const std::string& method, GVariant* arguments) {
+GVariant* ScriptedProgram::reply(const std::string& path, const std::string& method, GVariant* arguments) {
     const std::string name = path.starts_with(folder) ? path.substr(folder.size()) : path;
     Object* object = tree_.contains(name) ? &tree_.at(name) : nullptr;
     if (object == nullptr && name != "root") return nullptr;
@@ -199,7 +201,7 @@ GVariant* Program::reply(const std::string& path, const std::string& method, GVa
     return object->has("text") ? text(*object, method, arguments) : nullptr;
 }
 
-GVariant* Program::property(Object* object, const std::string& name) {
+GVariant* ScriptedProgram::property(Object* object, const std::string& name) {
     if (name == "ToolkitName" && object == nullptr) return g_variant_new_string(option("toolkit").c_str());
     if (name == "Name")
         return g_variant_new_string(object != nullptr ? object->value("name").c_str()
@@ -212,7 +214,7 @@ GVariant* Program::property(Object* object, const std::string& name) {
     return nullptr;
 }
 
-GVariant* Program::text(Object& object, const std::string& method, GVariant* arguments) {
+GVariant* ScriptedProgram::text(Object& object, const std::string& method, GVariant* arguments) {
     const std::string whole = object.value("text");
     const auto comma = object.value("selection").find(',');
     if (method == "GetNSelections") return g_variant_new("(i)", comma != std::string::npos ? 1 : 0);
@@ -236,7 +238,7 @@ GVariant* Program::text(Object& object, const std::string& method, GVariant* arg
     return g_variant_new("(s)", whole.substr(from, to - from).c_str());
 }
 
-GVariant* Program::attributes(const Object& object) const {
+GVariant* ScriptedProgram::attributes(const Object& object) const {
     GVariantBuilder list;
     g_variant_builder_init(&list, G_VARIANT_TYPE("a{ss}"));
     const std::string given = object.value("attributes");
@@ -245,7 +247,7 @@ GVariant* Program::attributes(const Object& object) const {
     return g_variant_new("(@a{ss})", g_variant_builder_end(&list));
 }
 
-GVariant* Program::relations(const Object& object) const {
+GVariant* ScriptedProgram::relations(const Object& object) const {
     GVariantBuilder list;
     g_variant_builder_init(&list, G_VARIANT_TYPE("a(ua(so))"));
     for (const auto& [key, number] : {std::pair("flows_to", 10U), std::pair("flows_from", 11U)})
@@ -254,13 +256,13 @@ GVariant* Program::relations(const Object& object) const {
     return g_variant_new("(@a(ua(so)))", g_variant_builder_end(&list));
 }
 
-std::vector<std::string> Program::searched(const std::vector<std::string>& names) const {
+std::vector<std::string> ScriptedProgram::searched(const std::vector<std::string>& names) const {
     auto found = tree_.focusedIn(names);
     std::erase_if(found, [&](const std::string& name) { return tree_.at(name).has("unsearched"); });
     return found;
 }
 
-std::string Program::obey(const std::string& line) {
+std::string ScriptedProgram::obey(const std::string& line) {
     const auto words = wordsOf(line);
     if (words.size() == 2 && words[0] == "focus") {
         GVariantBuilder nothing;
@@ -281,7 +283,7 @@ std::string Program::obey(const std::string& line) {
 }
 
 struct Input {
-    Program& program;
+    ScriptedProgram& program;
     std::string unread = {};
 
     static gboolean arrived(gint, GIOCondition, gpointer data) {
@@ -305,7 +307,7 @@ int run(const std::vector<std::string>& arguments) {
     setenv("NO_AT_BRIDGE", "1", 1); // the toolkit's own elements are not shown
     const auto application = Gtk::Application::create("", Gio::APPLICATION_NON_UNIQUE);
     application->register_application();
-    Program program(options, arguments.back());
+    ScriptedProgram program(options, arguments.back());
     if (const auto name = program.option("process"); !name.empty()) prctl(PR_SET_NAME, name.c_str());
     Input input{program};
     g_unix_fd_add(STDIN_FILENO, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP), &Input::arrived, &input);

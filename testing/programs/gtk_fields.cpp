@@ -173,9 +173,9 @@ std::unique_ptr<Field> makeField(const std::string& kind) {
     return std::make_unique<EntryField>(kind);
 }
 
-class Program : public Gtk::Window {
+class FieldsWindow : public Gtk::Window {
 public:
-    Program(const std::string& title, const std::vector<std::string>& fields)
+    FieldsWindow(const std::string& title, const std::vector<std::string>& fields)
         : box_(Gtk::ORIENTATION_VERTICAL, 6) {
         set_title(title);
         set_default_size(420, 200);
@@ -187,7 +187,7 @@ public:
             fields_.back()->onChange([this] { answerWhatIsAwaited(); });
             box_.pack_start(fields_.back()->outer(), Gtk::PACK_SHRINK);
         }
-        Glib::signal_io().connect(sigc::mem_fun(*this, &Program::readInput), STDIN_FILENO,
+        Glib::signal_io().connect(sigc::mem_fun(*this, &FieldsWindow::readInput), STDIN_FILENO,
                                   Glib::IO_IN | Glib::IO_HUP);
         signal_key_press_event().connect(
             [this](const GdkEventKey* key) {
@@ -367,9 +367,9 @@ int main(int argc, char** argv) {
     }
     const auto application = Gtk::Application::create("", Gio::APPLICATION_NON_UNIQUE);
     application->register_application();
-    Program program(title, fields);
-    if (into == 0) return application->run(program);
+    FieldsWindow window(title, fields);
+    if (into == 0) return application->run(window);
     Gtk::Plug plug(into);
-    program.moveInto(plug);
+    window.moveInto(plug);
     return application->run(plug);
 }

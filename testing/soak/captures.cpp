@@ -18,7 +18,7 @@ struct Capture {
 
 // Where the user is, with a part of the text selected or nothing.
 struct Place {
-    Program& program;
+    TrackedProgram& program;
     std::size_t field;
     std::size_t start = 0, end = 0; // in code points
 
@@ -31,7 +31,7 @@ struct Place {
 };
 
 Place goSomewhere(World& world, Chance& chance) {
-    Program& program = *chance.from(world.programs);
+    TrackedProgram& program = *chance.from(world.programs);
     Place place{program, program.anyField(chance)};
     program.bringToFront();
     if (!chance.oneIn(3)) {
@@ -170,7 +170,7 @@ void copyToThePasteboard(World& world, Chance& chance) {
 void copyInAProgram(World& world, Chance& chance) { world.note(world.copied.copy(chance)); }
 
 void captureAPassword(World& world, Chance& chance) {
-    Program& program = *chance.from(world.programs);
+    TrackedProgram& program = *chance.from(world.programs);
     program.bringToFront();
     program.focus(program.passwordField());
     if (pressHotKey(world, chance, 600ms)) world.fault("captured a password");

@@ -17,7 +17,7 @@ constexpr auto modelChannel = "quillmark.quillmark/system_model";
 constexpr auto eventChannel = "quillmark.quillmark/system_model/events";
 
 // How a model may answer.
-using Answer = void (*)(ClientConnection&);
+using Behaviour = void (*)(ClientConnection&);
 void answers(ClientConnection& connection) {
     connection.head(200);
     for (int piece = 0; piece < 20; ++piece) {
@@ -58,7 +58,7 @@ std::map<std::string, int> ends(const testbed::Host& host, std::size_t first) {
 }
 
 void generate(World& world, Chance& chance) {
-    static constexpr std::array<Answer, 5> ways{answers, answersAtOnce, fails, breaksOff, talksNonsense};
+    static constexpr std::array<Behaviour, 5> ways{answers, answersAtOnce, fails, breaksOff, talksNonsense};
     auto& host = *world.host;
     world.model.become({.chat = chance.from(ways)});
     const std::size_t first = host.received().size();

@@ -1,6 +1,6 @@
 #include "testing/soak/terminal.h"
 
-#include "testing/soak/program.h"
+#include "testing/soak/tracked_program.h"
 
 #include <stdexcept>
 

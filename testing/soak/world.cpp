@@ -16,9 +16,9 @@ constexpr milliseconds longestAnswer{2000};
 } // namespace
 
 World::World(Chance& chance) {
-    programs.push_back(std::make_unique<Program>(
+    programs.push_back(std::make_unique<TrackedProgram>(
         desktop, "Alpha", std::vector<std::string>{"entry", "textview", "password"}, chance));
-    programs.push_back(std::make_unique<Program>(
+    programs.push_back(std::make_unique<TrackedProgram>(
         desktop, "Beta", std::vector<std::string>{"textview", "search", "password"}, chance));
     startHost();
 }

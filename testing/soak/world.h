@@ -7,8 +7,8 @@
 #include "testing/desktop/temporary_folder.h"
 #include "testing/model_server/scripted_server.h"
 #include "testing/soak/copied.h"
-#include "testing/soak/program.h"
 #include "testing/soak/terminal.h"
+#include "testing/soak/tracked_program.h"
 
 #include <memory>
 #include <string>
@@ -22,7 +22,7 @@ public:
 
     testbed::Desktop desktop;
     ScriptedServer model;
-    std::vector<std::unique_ptr<Program>> programs;
+    std::vector<std::unique_ptr<TrackedProgram>> programs;
     Terminal terminal{desktop};
     Copied copied;
     std::unique_ptr<testbed::Host> host;

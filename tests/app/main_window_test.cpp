@@ -46,7 +46,8 @@ namespace {
 // Every item's identifier and shortcut, menu by menu; "-" is a separator.
 void list(const platform::Menu& menu, std::string& names) {
     for (const auto& item : menu.itemArray()) {
-        names += item->isSeparatorItem() ? "-" : item->identifier().value_or("NAMELESS");
+        const bool isSeparator = !item->action() && item->submenu() == nullptr;
+        names += isSeparator ? "-" : item->identifier().value_or("NAMELESS");
         const auto modifiers = item->keyEquivalentModifierMask();
         if (modifiers != 0 || !item->keyEquivalent().empty()) names += "=" + item->keyEquivalent();
         if (modifiers & platform::kCGEventFlagMaskShift) names += "+Shift";

@@ -15,7 +15,7 @@ struct HotKeyTest : testing::Test {
     static constexpr EventTypeSpec hotKeyPressed{kEventClassKeyboard, kEventHotKeyPressed};
 
     Stage stage;
-    std::unique_ptr<Program> program = stage.open({.value = ""});
+    std::unique_ptr<OtherProgram> program = stage.open({.value = ""});
     int presses = 0;
     EventHandlerRef handler = install([this] {
         ++presses;

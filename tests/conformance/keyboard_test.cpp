@@ -64,17 +64,18 @@ TEST_F(KeyboardTest, GuardedKeystrokesArriveTogetherAtTheEndOfTheGuardOrNotAtAll
     using Against = KeystrokeGuard::Against;
     const struct {
         const char* what;
-        std::function<void(Program&)> happens;
+        std::function<void(OtherProgram&)> happens;
         Against against = Against::anyChange;
         bool typed = false;
     } cases[]{
-        {"nothing", [](Program&) {}, Against::anyChange, true},
-        {"another text", [](Program& it) { it.setValue("Hello other world"); }},
-        {"another selection", [](Program& it) { it.select("Hello"); }},
-        {"another field", [](Program& it) { it.leaveField(); }},
-        {"a key", [this](Program&) { stage.press(38, 0); }},
-        {"a modifier", [this](Program&) { stage.hold(kCGEventFlagMaskShift); }},
-        {"another text", [](Program& it) { it.setValue("Hello other world"); }, Against::otherWindows, true},
+        {"nothing", [](OtherProgram&) {}, Against::anyChange, true},
+        {"another text", [](OtherProgram& it) { it.setValue("Hello other world"); }},
+        {"another selection", [](OtherProgram& it) { it.select("Hello"); }},
+        {"another field", [](OtherProgram& it) { it.leaveField(); }},
+        {"a key", [this](OtherProgram&) { stage.press(38, 0); }},
+        {"a modifier", [this](OtherProgram&) { stage.hold(kCGEventFlagMaskShift); }},
+        {"another text", [](OtherProgram& it) { it.setValue("Hello other world"); }, Against::otherWindows,
+         true},
     };
     for (const auto& [what, happens, against, typed] : cases) {
         const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
@@ -97,7 +98,7 @@ TEST_F(KeyboardTest, GuardedKeystrokesReachNoOtherWindow) {
     using Against = KeystrokeGuard::Against;
     for (const Against against : {Against::anyChange, Against::otherWindows}) {
         const auto program = stage.open({.value = ""});
-        std::unique_ptr<Program> other;
+        std::unique_ptr<OtherProgram> other;
         {
             const KeystrokeGuard guard(program->pid(), against);
             press('x', 0);

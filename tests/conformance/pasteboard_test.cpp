@@ -10,7 +10,7 @@ using testing::ElementsAre;
 
 struct PasteboardTest : testing::Test {
     Stage stage;
-    std::unique_ptr<Program> program = stage.open({.value = "text"});
+    std::unique_ptr<OtherProgram> program = stage.open({.value = "text"});
     Pasteboard& pasteboard = Pasteboard::generalPasteboard();
 
     // The only item there, once it has that type; fails without.

@@ -25,7 +25,7 @@ struct ProgramTest : testing::Test {
     static AXUIElementRef elementOf(const AXUIElementRef& element, std::string_view attribute) {
         return get<AXUIElementRef>(element, attribute).value_or(AXUIElementRef{});
     }
-    static AXUIElementRef focusedElement(const Program& program) {
+    static AXUIElementRef focusedElement(const OtherProgram& program) {
         return elementOf(AXUIElementCreateApplication(program.pid()), "AXFocusedUIElement");
     }
 
@@ -121,8 +121,8 @@ TEST_F(ProgramTest, ElementsAreEqualWhenTheyAreTheSameElement) {
 }
 
 TEST_F(ProgramTest, OneThatDoesNotAnswerCostsABoundedTimeAndYieldsNothing) {
-    for (const auto end : {&Program::hang, &Program::kill}) {
-        SCOPED_TRACE(end == &Program::hang ? "hung" : "dead");
+    for (const auto end : {&OtherProgram::hang, &OtherProgram::kill}) {
+        SCOPED_TRACE(end == &OtherProgram::hang ? "hung" : "dead");
         const auto program = stage.open({.value = "text", .selected = "text"});
         const auto application = AXUIElementCreateApplication(program->pid());
         const auto field = focusedElement(*program);

@@ -43,11 +43,11 @@ struct FieldSetup {
 using Offer = std::vector<std::pair<platform::PasteboardType, std::string>>;
 
 // Another program with one focused field. Destroying it ends it.
-class Program {
+class OtherProgram {
 public:
     struct Native;
-    explicit Program(std::unique_ptr<Native> native);
-    ~Program();
+    explicit OtherProgram(std::unique_ptr<Native> native);
+    ~OtherProgram();
 
     pid_t pid() const;
     // Of the field with the focus, as the program itself knows them.
@@ -86,7 +86,7 @@ public:
 
     // The program is in front and its field, which is followed by an empty one, has the focus when the call
     // returns.
-    std::unique_ptr<Program> open(const FieldSetup& setup);
+    std::unique_ptr<OtherProgram> open(const FieldSetup& setup);
 
     // What the user does.
     void hold(platform::CGEventFlags modifiers);

@@ -71,7 +71,7 @@ WindowId idOf(const platform::Window& window) {
 
 } // namespace
 
-struct Program::Native {
+struct OtherProgram::Native {
     Native(testbed::Desktop& desktop, const std::vector<std::string>& descriptions, const std::string& title)
         : fields(desktop, descriptions, title) {}
 
@@ -84,42 +84,44 @@ struct Program::Native {
     }
 };
 
-Program::Program(std::unique_ptr<Native> native) : native_(std::move(native)) {}
-Program::~Program() { kill(); }
+OtherProgram::OtherProgram(std::unique_ptr<Native> native) : native_(std::move(native)) {}
+OtherProgram::~OtherProgram() { kill(); }
 
-pid_t Program::pid() const { return native_->fields.process().pid(); }
+pid_t OtherProgram::pid() const { return native_->fields.process().pid(); }
 
-std::string Program::value() const {
+std::string OtherProgram::value() const {
     const std::string text = after(focusedField(native_->fields.dump()), "\"text\": \"");
     return text.substr(0, text.find("\", \"selection\""));
 }
 
-void Program::setValue(std::string_view value) { native_->fields.command("text 0 " + std::string(value)); }
+void OtherProgram::setValue(std::string_view value) {
+    native_->fields.command("text 0 " + std::string(value));
+}
 
 // This and the next are good for ASCII.
-void Program::select(std::string_view part) {
+void OtherProgram::select(std::string_view part) {
     const std::size_t start = value().find(part);
     native_->fields.command("select 0 " + std::to_string(start) + " " + std::to_string(start + part.size()));
 }
 
-void Program::leaveField() { native_->fields.command("focus 1"); }
+void OtherProgram::leaveField() { native_->fields.command("focus 1"); }
 
-std::string Program::selected() const {
+std::string OtherProgram::selected() const {
     const std::string numbers = after(focusedField(native_->fields.dump()), "\"selection\": [");
     const auto start = std::strtoul(numbers.c_str(), nullptr, 10);
     const auto end = std::strtoul(after(numbers, ", ").c_str(), nullptr, 10);
     return value().substr(start, end - start);
 }
 
-void Program::hang() { native_->signal(SIGSTOP); }
+void OtherProgram::hang() { native_->signal(SIGSTOP); }
 
-void Program::kill() {
+void OtherProgram::kill() {
     native_->signal(SIGKILL);
     native_->fields.process().exitStatus();
 }
 
 // The program's pasteboard is looked after by a companion without a window.
-void Program::copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable) {
+void OtherProgram::copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable) {
     std::vector<pasteboard_test::Representation> contents;
     for (const auto& [type, bytes] : offer)
         contents.push_back({type, type, 8, bytes});
@@ -128,9 +130,9 @@ void Program::copy(const Offer& offer, std::span<const platform::PasteboardType>
     native_->owner = std::make_unique<pasteboard_test::Owner>(contents);
 }
 
-std::optional<std::string> Program::pasteboardText() const { return pasteboardBytes("UTF8_STRING"); }
+std::optional<std::string> OtherProgram::pasteboardText() const { return pasteboardBytes("UTF8_STRING"); }
 
-std::optional<std::string> Program::pasteboardBytes(const platform::PasteboardType& type) const {
+std::optional<std::string> OtherProgram::pasteboardBytes(const platform::PasteboardType& type) const {
     const auto given = pasteboard_test::given(type);
     return given ? std::optional(given->bytes) : std::nullopt;
 }
@@ -146,15 +148,15 @@ Stage::Stage() {
 }
 Stage::~Stage() = default;
 
-std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
-    auto made = std::make_unique<Program::Native>(
+std::unique_ptr<OtherProgram> Stage::open(const FieldSetup& setup) {
+    auto made = std::make_unique<OtherProgram::Native>(
         native_->desktop, std::vector<std::string>{kindName(setup.kind) + ("=" + setup.value), "entry"},
         setup.title);
     const std::size_t start = codePoints(setup.value.substr(0, setup.value.find(setup.selected)));
     if (!setup.selected.empty())
         made->fields.command("select 0 " + std::to_string(start) + " " +
                              std::to_string(start + codePoints(setup.selected)));
-    return std::make_unique<Program>(std::move(made));
+    return std::make_unique<OtherProgram>(std::move(made));
 }
 
 void Stage::hold(platform::CGEventFlags modifiers) {

@@ -5,28 +5,28 @@ namespace conformance {
 
 using simulated::World;
 
-struct Program::Native {
+struct OtherProgram::Native {
     simulated::Program& program;
     simulated::Field& field;
     simulated::Field& other;
 };
 
-Program::Program(std::unique_ptr<Native> native) : native_(std::move(native)) {}
-Program::~Program() { kill(); }
+OtherProgram::OtherProgram(std::unique_ptr<Native> native) : native_(std::move(native)) {}
+OtherProgram::~OtherProgram() { kill(); }
 
-pid_t Program::pid() const { return native_->program.pid; }
-std::string Program::value() const { return native_->program.focusedField->value; }
-std::string Program::selected() const { return native_->program.focusedField->selectedText(); }
-void Program::setValue(std::string_view value) { native_->field.value = value; }
-void Program::select(std::string_view part) {
+pid_t OtherProgram::pid() const { return native_->program.pid; }
+std::string OtherProgram::value() const { return native_->program.focusedField->value; }
+std::string OtherProgram::selected() const { return native_->program.focusedField->selectedText(); }
+void OtherProgram::setValue(std::string_view value) { native_->field.value = value; }
+void OtherProgram::select(std::string_view part) {
     native_->field.selection = {static_cast<std::int64_t>(native_->field.value.find(part)),
                                 static_cast<std::int64_t>(part.size())};
 }
-void Program::leaveField() { native_->program.focus(native_->other); }
-void Program::hang() { native_->program.accessibility = simulated::Accessibility::hung; }
-void Program::kill() { World::current().end(native_->program); }
+void OtherProgram::leaveField() { native_->program.focus(native_->other); }
+void OtherProgram::hang() { native_->program.accessibility = simulated::Accessibility::hung; }
+void OtherProgram::kill() { World::current().end(native_->program); }
 
-void Program::copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable) {
+void OtherProgram::copy(const Offer& offer, std::span<const platform::PasteboardType> undeliverable) {
     simulated::Item item;
     for (const auto& [type, bytes] : offer)
         item.push_back(simulated::bytes(type, {bytes.begin(), bytes.end()}));
@@ -35,9 +35,9 @@ void Program::copy(const Offer& offer, std::span<const platform::PasteboardType>
     World::current().putOnPasteboard({item}, native_->program);
 }
 
-std::optional<std::string> Program::pasteboardText() const { return World::current().pasteboardText(); }
+std::optional<std::string> OtherProgram::pasteboardText() const { return World::current().pasteboardText(); }
 
-std::optional<std::string> Program::pasteboardBytes(const platform::PasteboardType& wanted) const {
+std::optional<std::string> OtherProgram::pasteboardBytes(const platform::PasteboardType& wanted) const {
     for (const simulated::Item& item : World::current().pasteboardItems()) {
         for (const auto& [type, data, takes] : item) {
             if (type == wanted && data) return std::string(data->bytes.begin(), data->bytes.end());
@@ -53,7 +53,7 @@ struct Stage::Native {
 Stage::Stage() : native_(std::make_unique<Native>()) {}
 Stage::~Stage() = default;
 
-std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
+std::unique_ptr<OtherProgram> Stage::open(const FieldSetup& setup) {
     simulated::Field field =
         setup.kind == FieldKind::password ? simulated::passwordField() : simulated::Field{};
     if (setup.kind == FieldKind::line || setup.kind == FieldKind::readOnly) field.role = "AXTextField";
@@ -67,8 +67,8 @@ std::unique_ptr<Program> Stage::open(const FieldSetup& setup) {
     auto& other = program.addField({});
     auto& focused = program.addField(std::move(field));
     native_->world.bringToFront(program);
-    return std::make_unique<Program>(
-        std::make_unique<Program::Native>(Program::Native{program, focused, other}));
+    return std::make_unique<OtherProgram>(
+        std::make_unique<OtherProgram::Native>(OtherProgram::Native{program, focused, other}));
 }
 
 void Stage::hold(platform::CGEventFlags modifiers) { native_->world.heldModifiers |= modifiers; }

@@ -1,6 +1,6 @@
 // The host and the manager of its desktop session.
 #include "testing/desktop/host.h"
-#include "testing/desktop/session.h"
+#include "testing/desktop/session_manager.h"
 
 #include <gmock/gmock.h>
 
@@ -19,7 +19,7 @@ using testing::ElementsAre;
 const CallOutcome null = EncodableValue();
 
 TEST(HostSession, TheEndOfTheSessionIsPutToTheInterfaceFirst) {
-    Session session;
+    SessionManager session;
     Host host(session.environment());
     host.call("initialize");
     ASSERT_EQ(session.next(), "joined") << host.process().output();
@@ -54,7 +54,7 @@ TEST(HostSession, TheEndOfTheSessionIsPutToTheInterfaceFirst) {
 
 // The question is withdrawn: the next quit asks the interface anew, and nothing ends the host meanwhile.
 TEST(HostSession, AnEndCalledOffByOthersIsAnsweredOnceAndNeedsNoAnswerOfTheInterface) {
-    auto session = std::make_unique<Session>();
+    auto session = std::make_unique<SessionManager>();
     Host host(session->environment());
     host.call("initialize");
     for (const char* expected : {"joined", "agrees"})
@@ -76,7 +76,7 @@ TEST(HostSession, AnEndCalledOffByOthersIsAnsweredOnceAndNeedsNoAnswerOfTheInter
 }
 
 TEST(HostSession, TheManagerCanStartItAgainAfterACrashAndAtTheNextLoginButNotAfterAQuit) {
-    Session session;
+    SessionManager session;
     Host host(session.environment(), {{"--dialogs"}});
     ASSERT_EQ(session.next(), "joined");
     const auto is = [&](const char* name, const auto& expected) {

@@ -112,11 +112,11 @@ TEST(Login, IsSwitchedOnAndOff) {
     EXPECT_FALSE(startsAtLogin(file)) << "switched off in the desktop's own settings";
 }
 
-TEST(Programs, ThoseOfLateAreKnownOnceEach) {
-    LatePrograms late;
+TEST(Programs, RecentOnesAreKnownOnceEach) {
+    RecentPrograms recent;
     for (const char* id : {"a", "b", "", "a"})
-        late.add({id, id});
-    EXPECT_THAT(late.programs(), testing::ElementsAre(Program{"a", "a"}, Program{"b", "b"}));
+        recent.add({id, id});
+    EXPECT_THAT(recent.programs(), testing::ElementsAre(ProgramName{"a", "a"}, ProgramName{"b", "b"}));
 }
 
 TEST(Words, ACaptureIsDescribedInEachLanguage) {

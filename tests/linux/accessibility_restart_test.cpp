@@ -2,7 +2,7 @@
 // when somebody calls them.
 #include "linux/run_until.h"
 #include "platform/accessibility.h"
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 
@@ -52,16 +52,17 @@ std::string focusedText(const testbed::Fields& program) {
 }
 
 bool tellsOfItsFocus(const testbed::Fields& program) {
-    auto& session = at_spi::Session::shared();
-    const auto found = session.applications().of(*session.accessibilityBus(), program.process().pid());
-    return found && !found->empty() && session.focusHistory() != nullptr &&
-           !session.focusHistory()->of(found->front()->name).empty();
+    auto& accessibility = at_spi::AccessibilityBus::shared();
+    const auto found = accessibility.applications().of(*accessibility.bus(), program.process().pid());
+    return found && !found->empty() && accessibility.focusHistory() != nullptr &&
+           !accessibility.focusHistory()->of(found->front()->name).empty();
 }
 
 struct AccessibilityServices : testing::Test {
     void SetUp() override {
-        session.keepListening();
-        ASSERT_TRUE(AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true})) << session.whyNot();
+        accessibility.keepListening();
+        ASSERT_TRUE(AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true}))
+            << accessibility.whyNot();
     }
 
     // Kills one, whatever its bus then does about it.
@@ -83,7 +84,7 @@ struct AccessibilityServices : testing::Test {
         })) << "nobody told the new registry what the host wants to hear";
     }
 
-    at_spi::Session& session = at_spi::Session::shared();
+    at_spi::AccessibilityBus& accessibility = at_spi::AccessibilityBus::shared();
     GDBusConnection* const sessionBus = busAt(std::getenv("DBUS_SESSION_BUS_ADDRESS"));
     testbed::Desktop desktop;
 };

@@ -1,7 +1,7 @@
 // What a program tells of itself while somebody listens, as it arrives from a real GTK program.
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/events.h"
 #include "platform/linux/at_spi/focus.h"
-#include "platform/linux/at_spi/session.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 
@@ -20,10 +20,10 @@ using testing::Optional;
 
 struct AtSpiEvents : testing::Test {
     void SetUp() override {
-        session.keepListening();
-        bus = session.accessibilityBus();
-        ASSERT_TRUE(bus) << session.whyNot();
-        const auto found = session.applications().of(*bus, fields.process().pid());
+        accessibility.keepListening();
+        bus = accessibility.bus();
+        ASSERT_TRUE(bus) << accessibility.whyNot();
+        const auto found = accessibility.applications().of(*bus, fields.process().pid());
         ASSERT_TRUE(found && found->size() == 1);
         program = found->front();
         const auto focus = focusedElement(*bus, *program, nullptr);
@@ -33,7 +33,7 @@ struct AtSpiEvents : testing::Test {
 
     testbed::Desktop desktop;
     testbed::Fields fields{desktop, {"entry=one two three", "entry=other"}};
-    Session& session = Session::shared();
+    AccessibilityBus& accessibility = AccessibilityBus::shared();
     Bus* bus = nullptr;
     Application* program = nullptr;
     Object field;

@@ -2,7 +2,7 @@
 // script: what the host makes of it decides which text is captured, and which one is replaced.
 #include "linux/run_until.h"
 #include "platform/accessibility.h"
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 #include "testing/desktop/scripted_elements.h"
@@ -53,9 +53,10 @@ bool isEditable(const AXUIElementRef& element) { return get<bool>(element, "AXEd
 
 struct Quirks : testing::Test {
     void SetUp() override {
-        auto& session = at_spi::Session::shared();
-        session.keepListening();
-        ASSERT_TRUE(AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true})) << session.whyNot();
+        auto& accessibility = at_spi::AccessibilityBus::shared();
+        accessibility.keepListening();
+        ASSERT_TRUE(AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true}))
+            << accessibility.whyNot();
     }
 
     testbed::Desktop desktop;

@@ -1,6 +1,6 @@
 // What a screen reader finds of the host.
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/object.h"
-#include "platform/linux/at_spi/session.h"
 #include "testing/desktop/fields.h"
 #include "testing/desktop/host.h"
 
@@ -9,7 +9,7 @@
 namespace platform::at_spi {
 namespace {
 
-Bus& bus() { return *Session::shared().accessibilityBus(); }
+Bus& bus() { return *AccessibilityBus::shared().bus(); }
 
 // The names of everything in `object`, and the texts, as the screen readers' library walks through it: it
 // asks for one child after the other. (The list of children leaves out an embedded view.)
@@ -36,7 +36,7 @@ TEST(OwnElements, AreFoundByScreenReadersWithThoseOfTheView) {
     std::vector<std::string> found;
     testbed::waitUntil([&] {
         found.clear();
-        const auto programs = Session::shared().applications().of(bus(), host.process().pid());
+        const auto programs = AccessibilityBus::shared().applications().of(bus(), host.process().pid());
         if (programs && !programs->empty()) gather(rootOf(programs->front()->name), found);
         return std::ranges::find(found, "in the view") != found.end();
     });

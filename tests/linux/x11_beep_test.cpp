@@ -1,6 +1,6 @@
 #include "linux/front_key_window.h"
 #include "linux/run_until.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/windows/front_window.h"
 #include "platform/workspace.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 // The colour at the upper left corner of the window in front.
 unsigned long cornerColour() {
-    auto* connection = x11::Connection::shared();
+    auto* connection = x11::XlibConnection::shared();
     int x = 0;
     int y = 0;
     ::Window child = 0;

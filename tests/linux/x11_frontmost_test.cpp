@@ -1,6 +1,6 @@
 #include "linux/run_until.h"
 #include "platform/linux/interface/process.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/workspace.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
@@ -23,7 +23,7 @@ struct Frontmost : testing::Test {
 };
 
 TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
-    auto* connection = x11::Connection::shared();
+    auto* connection = x11::XlibConnection::shared();
     // A window that the window manager does not manage, as launchers have.
     XSetWindowAttributes attributes{};
     attributes.override_redirect = True;
@@ -57,7 +57,8 @@ TEST_F(Frontmost, IsKnownByItsDesktopFile) {
          {Names{"letterswindow", "org.example.Letters", "Letters"}, Names{"Notes", "notes", "My Notes"},
           Names{"action", "action", "action"}}) {
         testbed::Fields program(desktop, {"entry"});
-        testbed::setWindowClass(x11::Connection::shared()->display(), *desktop.activeWindow(), windowClass);
+        testbed::setWindowClass(x11::XlibConnection::shared()->display(), *desktop.activeWindow(),
+                                windowClass);
         const auto application = front();
         ASSERT_TRUE(application);
         EXPECT_EQ(application->processIdentifier(), program.process().pid());

@@ -1,8 +1,8 @@
 #include "linux/front_key_window.h"
 #include "linux/run_until.h"
 #include "platform/hot_key.h"
-#include "platform/linux/x11/base/connection.h"
 #include "platform/linux/x11/base/server_time.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "support/keys.h"
 #include "testing/desktop/keyboard.h"
 
@@ -38,7 +38,7 @@ struct HotKey : testing::Test {
         run("setxkbmap us -option ''");
         // Without a focus, as between a window's end and the window manager's next choice, the server offers
         // a key to no grab.
-        auto* connection = x11::Connection::shared();
+        auto* connection = x11::XlibConnection::shared();
         XSetInputFocus(connection->display(), PointerRoot, RevertToPointerRoot, CurrentTime);
         handler = InstallEventHandler(
             GetApplicationEventTarget(),

@@ -32,8 +32,8 @@ struct SettingsActions {
     std::function<void(bool use)> useModel; // the one that was found by itself
     std::function<void()> lookForModel;
 
-    std::function<std::vector<Program>()> latePrograms; // newest first
-    std::function<std::vector<Program>()> installedPrograms;
+    std::function<std::vector<ProgramName>()> recentPrograms; // newest first
+    std::function<std::vector<ProgramName>()> installedPrograms;
 
     std::function<bool()> startsAtLogin;
     std::function<std::optional<std::string>(bool)> setStartsAtLogin; // the system's words on why not

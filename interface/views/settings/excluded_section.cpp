@@ -31,14 +31,14 @@ void ExcludedSection::show() {
     list_.set_no_show_all(excluded.empty());
     if (excluded.empty()) return;
     auto known = actions_.installedPrograms();
-    std::ranges::copy(actions_.latePrograms(), std::back_inserter(known));
+    std::ranges::copy(actions_.recentPrograms(), std::back_inserter(known));
     for (const auto& id : excluded)
         addProgram(id, known);
     list_.show_all_children();
 }
 
-void ExcludedSection::addProgram(const std::string& id, const std::vector<Program>& known) {
-    const auto found = std::ranges::find(known, id, &Program::id);
+void ExcludedSection::addProgram(const std::string& id, const std::vector<ProgramName>& known) {
+    const auto found = std::ranges::find(known, id, &ProgramName::id);
     const auto name = found == known.end() || found->name.empty() ? id : found->name;
     auto* row = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
     auto* label = Gtk::make_managed<Gtk::Label>(name, Gtk::ALIGN_START);

@@ -17,7 +17,7 @@ public:
     void show();
 
 private:
-    void addProgram(const std::string& id, const std::vector<Program>& known);
+    void addProgram(const std::string& id, const std::vector<ProgramName>& known);
 
     const SettingsActions& actions_;
     Gtk::ListBox list_;

@@ -10,7 +10,7 @@
 
 namespace quillmark {
 
-ProgramChooser::ProgramChooser(std::function<void(const Program&)> chosen)
+ProgramChooser::ProgramChooser(std::function<void(const ProgramName&)> chosen)
     : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 8), chosen_(std::move(chosen)) {
     search_.set_placeholder_text(say(phrases::searchProgram));
     nameFor(search_, say(phrases::searchProgram));
@@ -24,7 +24,7 @@ ProgramChooser::ProgramChooser(std::function<void(const Program&)> chosen)
     search_.signal_search_changed().connect([this] { list_.invalidate_filter(); });
     search_.signal_activate().connect([this] {
         for (int i = 0; auto* row = list_.get_row_at_index(i); ++i)
-            if (matches(row)) return chosen_(Program(programs_.at(static_cast<std::size_t>(i))));
+            if (matches(row)) return chosen_(ProgramName(programs_.at(static_cast<std::size_t>(i))));
     });
     scroller_.add(list_);
     pack_start(search_, Gtk::PACK_SHRINK);
@@ -32,20 +32,20 @@ ProgramChooser::ProgramChooser(std::function<void(const Program&)> chosen)
     show_all();
 }
 
-void ProgramChooser::show(std::vector<Program> late, const std::vector<Program>& installed) {
+void ProgramChooser::show(std::vector<ProgramName> recent, const std::vector<ProgramName>& installed) {
     for (auto* row : list_.get_children())
         list_.remove(*row);
     programs_.clear();
-    for (const auto& program : late)
+    for (const auto& program : recent)
         addProgram(program, say(phrases::usedLately));
     for (const auto& program : installed)
-        if (std::ranges::find(late, program.id, &Program::id) == late.end()) addProgram(program, {});
+        if (std::ranges::find(recent, program.id, &ProgramName::id) == recent.end()) addProgram(program, {});
     list_.show_all_children();
     search_.set_text("");
     search_.grab_focus();
 }
 
-void ProgramChooser::addProgram(const Program& program, const std::string& remark) {
+void ProgramChooser::addProgram(const ProgramName& program, const std::string& remark) {
     const auto name = program.name.empty() ? program.id : program.name;
     auto* label =
         Gtk::make_managed<Gtk::Label>(remark.empty() ? name : name + " · " + remark, Gtk::ALIGN_START);

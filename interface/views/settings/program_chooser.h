@@ -15,19 +15,19 @@ namespace quillmark {
 
 class ProgramChooser : public Gtk::Box {
 public:
-    explicit ProgramChooser(std::function<void(const Program&)> chosen);
+    explicit ProgramChooser(std::function<void(const ProgramName&)> chosen);
 
-    void show(std::vector<Program> late, const std::vector<Program>& installed);
+    void show(std::vector<ProgramName> recent, const std::vector<ProgramName>& installed);
 
 private:
-    void addProgram(const Program& program, const std::string& remark);
+    void addProgram(const ProgramName& program, const std::string& remark);
     bool matches(Gtk::ListBoxRow* row) const;
 
-    std::function<void(const Program&)> chosen_;
+    std::function<void(const ProgramName&)> chosen_;
     Gtk::SearchEntry search_;
     Scroller scroller_{Scroller::Holds::list};
     Gtk::ListBox list_;
-    std::vector<Program> programs_;
+    std::vector<ProgramName> programs_;
 };
 
 } // namespace quillmark

@@ -34,7 +34,6 @@ std::unique_ptr<MenuItem> MenuItem::separatorItem() {
     item->separator_ = true;
     return item;
 }
-bool MenuItem::isSeparatorItem() const { return separator_; }
 
 std::optional<Selector> MenuItem::action() const { return action_; }
 void MenuItem::setAction(Selector action) { action_ = action; }

@@ -1,7 +1,7 @@
 #include "platform/linux/accessibility/attributes.h"
 
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/embedded_objects.h"
-#include "platform/linux/at_spi/session.h"
 #include "platform/linux/at_spi/text_quirks.h"
 
 namespace platform::ax {
@@ -99,7 +99,7 @@ std::optional<AXAttributeValue> textAttribute(Bus& bus, AXUIElement::Accessible&
 } // namespace
 
 std::optional<AXAttributeValue> attribute(AXUIElement::Accessible& accessible, std::string_view name) {
-    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (bus == nullptr) return std::nullopt;
     const Bus::Budget budget(*bus, queryDeadline);
     if (name == "AXTitle") return stringPropertyIn(bus->call(nameOf(accessible.seen.object)));

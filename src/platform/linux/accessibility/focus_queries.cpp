@@ -1,8 +1,8 @@
 #include "platform/linux/accessibility/focus_queries.h"
 
 #include "platform/linux/accessibility/element.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/focus.h"
-#include "platform/linux/at_spi/session.h"
 #include "platform/linux/at_spi/windows.h"
 #include "platform/linux/base/own_processes.h"
 #include "platform/linux/x11/windows/front_window.h"
@@ -24,7 +24,7 @@ constexpr at_spi::Milliseconds deadlineForAll = 150ms;
 // still shows none after this long has none to show.
 constexpr auto mostTimeToShow = 1s;
 
-at_spi::Applications& applications() { return at_spi::Session::shared().applications(); }
+at_spi::Applications& applications() { return at_spi::AccessibilityBus::shared().applications(); }
 
 // The window of that process that has the keyboard focus, as the element of a program that shows none. While
 // the host has the focus, it is the process's topmost window, which the host took the focus from.
@@ -48,7 +48,7 @@ AXUIElementRef windowReference(at_spi::Object window) {
 bool isActive(pid_t process) { return x11::windowProcess(x11::activeWindow()) == process; }
 
 AXUIElementRef elementIn(Bus& bus, Application& program) {
-    const auto* history = at_spi::Session::shared().focusHistory();
+    const auto* history = at_spi::AccessibilityBus::shared().focusHistory();
     std::optional<at_spi::FocusedObject> element;
     if (!isActive(program.process)) element = at_spi::lastFocusedElement(bus, program, history);
     if (!element) element = at_spi::focusedElement(bus, program, history);
@@ -113,8 +113,8 @@ AXUIElementRef focusedAmong(Bus& bus, const std::vector<Application*>& candidate
     const auto states = bus.call(std::move(calls), deadlineForAll);
     for (std::size_t i = 0; i < states.size(); ++i)
         if (statesIn(states[i]).has(at_spi::State::active))
-            if (auto element =
-                    at_spi::focusedElement(bus, *owners[i], at_spi::Session::shared().focusHistory()))
+            if (auto element = at_spi::focusedElement(bus, *owners[i],
+                                                      at_spi::AccessibilityBus::shared().focusHistory()))
                 return reference(std::move(*element));
     return {};
 }
@@ -122,7 +122,7 @@ AXUIElementRef focusedAmong(Bus& bus, const std::vector<Application*>& candidate
 } // namespace
 
 AXUIElementRef focusedElement(pid_t process) {
-    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (bus == nullptr) return {};
     const Bus::Budget budget(*bus, queryDeadline);
     auto element = firstAmong(*bus, process, [&](Application& program) { return elementIn(*bus, program); });
@@ -134,7 +134,7 @@ AXUIElementRef focusedElement(pid_t process) {
 }
 
 AXUIElementRef focusedWindow(pid_t process) {
-    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (bus == nullptr || isOwnProcess(process)) return {};
     const Bus::Budget budget(*bus, queryDeadline);
     auto window = firstAmong(*bus, process, [&](Application& program) {
@@ -146,9 +146,9 @@ AXUIElementRef focusedWindow(pid_t process) {
 }
 
 bool askToShow(pid_t process) {
-    auto& session = at_spi::Session::shared();
-    if (!session.enable()) return false;
-    Bus* bus = session.accessibilityBus();
+    auto& accessibility = at_spi::AccessibilityBus::shared();
+    if (!accessibility.enable()) return false;
+    Bus* bus = accessibility.bus();
     const auto found = programsOf(bus, process);
     if (!found) return false;
     const Bus::Budget budget(*bus, queryDeadline);
@@ -168,7 +168,7 @@ AXUIElementRef systemWideFocusedElement() {
     if (active && !isOwnProcess(*active))
         if (auto element = focusedElement(*active)) return element;
 
-    Bus* bus = at_spi::Session::shared().accessibilityBus();
+    Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (bus == nullptr) return {};
     const Bus::Budget budget(*bus, queryDeadline);
     std::vector<Application*> others = applications().all(*bus);

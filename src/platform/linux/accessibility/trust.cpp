@@ -1,7 +1,7 @@
 #include "platform/linux/accessibility/trust.h"
 
 #include "platform/accessibility.h"
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/base/terminal_message.h"
 #include "platform/never_destroyed.h"
 
@@ -19,7 +19,7 @@ Tell& tellPerson() {
 }
 
 std::string whatToDo() {
-    const std::string& whyNot = at_spi::Session::shared().whyNot();
+    const std::string& whyNot = at_spi::AccessibilityBus::shared().whyNot();
     return (whyNot.empty() ? "Programs cannot be told to show their text. Log out and in again." : whyNot) +
            " Until then, copy a text before you press the hot key.";
 }
@@ -28,16 +28,16 @@ std::string whatToDo() {
 
 void startAccessibility(Tell tell) {
     tellPerson() = std::move(tell);
-    auto& session = at_spi::Session::shared();
-    session.keepListening();
-    if (!session.enable()) printMessage("other programs' text cannot be read. " + whatToDo());
+    auto& accessibility = at_spi::AccessibilityBus::shared();
+    accessibility.keepListening();
+    if (!accessibility.enable()) printMessage("other programs' text cannot be read. " + whatToDo());
 }
 
 bool AXIsProcessTrustedWithOptions(AXTrustedCheckOptions options) {
-    auto& session = at_spi::Session::shared();
-    if (session.isEnabled()) return true;
+    auto& accessibility = at_spi::AccessibilityBus::shared();
+    if (accessibility.isEnabled()) return true;
     if (!options.kAXTrustedCheckOptionPrompt) return false;
-    if (session.enable()) return true;
+    if (accessibility.enable()) return true;
     if (const auto tell = std::exchange(tellPerson(), nullptr)) tell(whatToDo());
     return false;
 }

@@ -68,11 +68,11 @@ HostReport hostReport() {
     report.interface = interfaceCommand().front();
     const auto& hotKeys = x11::HotKeys::shared();
     if (const auto known = hotKeys.known()) {
-        using HotKey = HostReport::HotKey;
+        using HotKeyState = HostReport::HotKeyState;
         report.combination = x11::combinationName(known->key, known->modifiers);
-        report.hotKey = !known->isRegistered ? HotKey::refused
-                        : hotKeys.isPaused() ? HotKey::paused
-                                             : HotKey::held;
+        report.hotKey = !known->isRegistered ? HotKeyState::refused
+                        : hotKeys.isPaused() ? HotKeyState::paused
+                                             : HotKeyState::held;
     }
     return report;
 }

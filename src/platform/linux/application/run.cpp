@@ -1,6 +1,6 @@
 #include "platform/linux/application/run.h"
 
-#include "platform/linux/application/session.h"
+#include "platform/linux/application/session_client.h"
 #include "platform/linux/application/termination.h"
 #include "platform/linux/base/child_process.h"
 #include "platform/linux/base/memory.h"
@@ -56,7 +56,7 @@ public:
     SessionPart& operator=(const SessionPart&) = delete;
 
 private:
-    Session session_;
+    SessionClient session_;
 };
 
 } // namespace

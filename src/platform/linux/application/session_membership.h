@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/application/session.h"
+#include "platform/linux/application/session_client.h"
 
 #include <X11/SM/SMlib.h>
 #include <sigc++/connection.h>

@@ -113,7 +113,7 @@ std::unique_ptr<Bus> Bus::connect(const std::string& address, Milliseconds deadl
     Context context(g_main_context_new());
     struct Attempt {
         bool done = false;
-        Connection connection;
+        BusConnection connection;
     } attempt;
     const Handle<GCancellable, g_object_unref> cancellable(g_cancellable_new());
     const CompletingOn here(context.get());
@@ -135,7 +135,7 @@ std::unique_ptr<Bus> Bus::connect(const std::string& address, Milliseconds deadl
     return std::unique_ptr<Bus>(new Bus(std::move(attempt.connection), std::move(context)));
 }
 
-Bus::Bus(Connection connection, Context context)
+Bus::Bus(BusConnection connection, Context context)
     : connection_(std::move(connection)), context_(std::move(context)), cancellable_(g_cancellable_new()) {}
 
 Bus::~Bus() {

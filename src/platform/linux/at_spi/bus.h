@@ -108,14 +108,14 @@ public:
     };
 
 private:
-    using Connection = Handle<GDBusConnection, g_object_unref>;
+    using BusConnection = Handle<GDBusConnection, g_object_unref>;
     using Context = Handle<GMainContext, g_main_context_unref>;
     struct PendingCall;
 
-    Bus(Connection connection, Context context);
+    Bus(BusConnection connection, Context context);
     void takeWhatHasArrived();
 
-    Connection connection_;
+    BusConnection connection_;
     Context context_;
     Handle<GCancellable, g_object_unref> cancellable_;
     std::map<std::string, int> owed_; // calls unanswered past their deadline, by program

@@ -27,7 +27,7 @@ struct Event {
 //
 // A program tells of text only while somebody asks for it, and begins once it knows: whatever happens after
 // the constructor has returned is told. Focus changes are told by those programs that know the session's own
-// wish for them (Session::keepListening).
+// wish for them (AccessibilityBus::keepListening).
 class [[nodiscard]] Events {
 public:
     Events(Bus& bus, const std::string& program);

@@ -1,6 +1,6 @@
 #include "platform/linux/checks/accessibility_check.h"
 
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/session_bus.h"
 
 namespace platform {
@@ -25,10 +25,10 @@ Finding checkSessionBus() {
 
 Finding checkAccessibility() {
     const std::string name = "accessibility";
-    auto& session = at_spi::Session::shared();
-    if (session.accessibilityBus() == nullptr)
-        return {name, Grade::missing, "no accessibility bus", withoutIt, session.whyNot()};
-    if (session.isEnabled()) return {name, Grade::good, "switched on", "", ""};
+    auto& accessibility = at_spi::AccessibilityBus::shared();
+    if (accessibility.bus() == nullptr)
+        return {name, Grade::missing, "no accessibility bus", withoutIt, accessibility.whyNot()};
+    if (accessibility.isEnabled()) return {name, Grade::good, "switched on", "", ""};
     return {
         name, Grade::degraded, "switched off",
         "Programs show their text only while this is on. The host switches it on when it starts; programs "

@@ -1,6 +1,6 @@
 #include "platform/linux/checks/clipboard_manager_check.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/windows/properties.h"
 
 #include <X11/Xlib.h>
@@ -12,7 +12,7 @@ namespace platform {
 using Grade = Finding::Grade;
 
 Finding checkClipboardManager() {
-    auto& connection = *x11::Connection::shared();
+    auto& connection = *x11::XlibConnection::shared();
     const std::string name = "clipboard-manager";
     const auto owner = XGetSelectionOwner(connection.display(), connection.atom("CLIPBOARD_MANAGER"));
     if (owner == None)

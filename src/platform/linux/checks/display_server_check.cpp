@@ -2,8 +2,8 @@
 
 #include "platform/linux/base/environment.h"
 #include "platform/linux/checks/sentence.h"
-#include "platform/linux/x11/base/connection.h"
 #include "platform/linux/x11/base/display_check.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xlib.h>
 
@@ -14,7 +14,7 @@ using Grade = Finding::Grade;
 Finding checkDisplayServer() {
     const std::string name = "display-server";
     if (const auto problem = displayProblem()) return notThere(name, "none that the host can use", *problem);
-    Display* display = x11::Connection::shared()->display();
+    Display* display = x11::XlibConnection::shared()->display();
     for (const char* extension : {"XTEST", "XFIXES", "XKEYBOARD", "XInputExtension"}) {
         int ignored = 0;
         if (XQueryExtension(display, extension, &ignored, &ignored, &ignored) == False)

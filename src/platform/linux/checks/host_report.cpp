@@ -16,7 +16,7 @@ void take(HostReport& report, const std::string& key, const std::string& value) 
     if (key == "interface") report.interface = value;
     const auto word = std::ranges::find(hotKeyWords, value);
     if (key == "hot-key" && word != hotKeyWords.end())
-        report.hotKey = static_cast<HostReport::HotKey>(word - hotKeyWords.begin());
+        report.hotKey = static_cast<HostReport::HotKeyState>(word - hotKeyWords.begin());
 }
 
 } // namespace

@@ -9,10 +9,10 @@ namespace platform {
 // What the running host says of itself when --check asks it. A plain value.
 struct HostReport {
     // `refused`: another program has the combination that the interface wanted.
-    enum class HotKey { none, refused, paused, held };
+    enum class HotKeyState { none, refused, paused, held };
 
     pid_t process = 0;
-    HotKey hotKey = HotKey::none;
+    HotKeyState hotKey = HotKeyState::none;
     std::string combination; // such as "Alt+Shift+space"; empty with `none`
     std::string interface;   // its program
 };

@@ -9,7 +9,7 @@ namespace platform {
 namespace {
 
 using Grade = Finding::Grade;
-using HotKey = HostReport::HotKey;
+using HotKeyState = HostReport::HotKeyState;
 
 constexpr std::uint32_t usualKey = 49; // the space bar
 constexpr std::uint32_t usualModifiers = optionKey | shiftKey;
@@ -20,7 +20,7 @@ HostReport withoutHost() {
     const auto key = x11::xKeyCode(usualKey);
     if (key) report.combination = x11::combinationName(*key, usualModifiers);
     const auto taken = RegisterEventHotKey(usualKey, usualModifiers, {}, GetApplicationEventTarget(), 0);
-    report.hotKey = taken ? HotKey::held : HotKey::refused;
+    report.hotKey = taken ? HotKeyState::held : HotKeyState::refused;
     return report;
 }
 
@@ -35,19 +35,19 @@ Finding checkHotKey(const std::optional<HostReport>& host) {
     const HostReport report = host ? *host : withoutHost();
     const std::string& keys = report.combination;
     switch (report.hotKey) {
-    case HotKey::none:
+    case HotKeyState::none:
         return {name, Grade::degraded, "none", "The interface has not asked for one: no key captures a text.",
                 "Wait until the interface has started, or have a shortcut of the desktop run: quillmark-host "
                 "--capture"};
-    case HotKey::paused:
+    case HotKeyState::paused:
         return {name, Grade::degraded, keys + ", paused", "Other programs get these keys.",
                 "Run: quillmark-host --pause"};
-    case HotKey::refused: {
+    case HotKeyState::refused: {
         const auto holder = hotKeyHolder(keys);
         return {name, Grade::missing, keys + " belongs to " + holder.value_or("another program"),
                 "Pressing it captures nothing.", mend};
     }
-    case HotKey::held:
+    case HotKeyState::held:
         break;
     }
     if (const auto option = layoutSwitchWithin(keys))

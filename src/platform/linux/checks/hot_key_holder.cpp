@@ -3,7 +3,7 @@
 #include "platform/linux/base/handle.h"
 #include "platform/linux/checks/key_words.h"
 #include "platform/linux/checks/window_manager_check.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <gio/gio.h>
 
@@ -149,7 +149,7 @@ std::optional<std::string> hotKeyHolder(const std::string& keys) {
 
 // The X server keeps the rules of its layout on the root window: five strings, the options last.
 std::optional<std::string> layoutSwitchWithin(const std::string& keys) {
-    auto& connection = *x11::Connection::shared();
+    auto& connection = *x11::XlibConnection::shared();
     const auto rules = connection.text(connection.root(), connection.atom("_XKB_RULES_NAMES")).value_or("");
     const auto held = readKeyWords(keys).modifiers;
     static const std::regex option("grp:\\w+");

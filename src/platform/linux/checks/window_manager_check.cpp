@@ -1,6 +1,6 @@
 #include "platform/linux/checks/window_manager_check.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/windows/properties.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 using Grade = Finding::Grade;
-using x11::Connection;
+using x11::XlibConnection;
 
 // What a window manager lists as supported when it can do it (Extended Window Manager Hints).
 struct Ability {
@@ -29,7 +29,7 @@ constexpr std::array lesserAbilities{
 } // namespace
 
 std::optional<std::string> runningWindowManager() {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     const auto check = connection.values(connection.root(), connection.atom("_NET_SUPPORTING_WM_CHECK"));
     if (check.empty()) return std::nullopt;
     // One that was killed leaves the property behind, not the window.
@@ -39,7 +39,7 @@ std::optional<std::string> runningWindowManager() {
 }
 
 Finding checkWindowManager() {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     const std::string name = "window-manager";
     const auto running = runningWindowManager();
     if (!running)

@@ -20,8 +20,6 @@ std::unique_ptr<MenuItem> MenuItem::separatorItem() {
     return item;
 }
 
-bool MenuItem::isSeparatorItem() const { return separator_; }
-
 MenuItem::~MenuItem() = default;
 
 const std::string& MenuItem::title() const { return title_; }

@@ -1,7 +1,7 @@
 #include "platform/linux/typing/place.h"
 
 #include "platform/linux/accessibility/element.h"
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 
 #include <string_view>
 #include <utility>
@@ -45,7 +45,7 @@ std::optional<std::string> roleOf(const AXUIElementRef& element) {
 }
 
 std::optional<bool> hasFocusSoon(const AXUIElementRef& element, at_spi::Milliseconds time) {
-    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     const at_spi::Object* object = objectOf(element);
     if (bus == nullptr || object == nullptr) return std::nullopt;
     const at_spi::Reply reply = bus->call(at_spi::stateOf(*object), time);
@@ -54,7 +54,7 @@ std::optional<bool> hasFocusSoon(const AXUIElementRef& element, at_spi::Millisec
 }
 
 std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_spi::Milliseconds time) {
-    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (bus == nullptr) return std::nullopt;
     const at_spi::Bus::Budget budget(*bus, time);
     return attribute<std::string>(element, "AXSelectedText");

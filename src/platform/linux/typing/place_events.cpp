@@ -1,13 +1,13 @@
 #include "platform/linux/typing/place_events.h"
 
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 
 #include <utility>
 
 namespace platform::typing {
 
 PlaceEvents::PlaceEvents(const AXUIElementRef& element) {
-    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     const at_spi::Object* object = objectOf(element);
     if (bus == nullptr || object == nullptr) return;
     here_ = *object;
@@ -16,13 +16,13 @@ PlaceEvents::PlaceEvents(const AXUIElementRef& element) {
 
 std::optional<Happened> PlaceEvents::sinceLast() {
     if (!events_) return Happened();
-    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     const auto events = bus != nullptr ? events_->take(*bus) : std::nullopt;
     return events ? std::optional(seenFromHere(*events)) : std::nullopt;
 }
 
 Happened PlaceEvents::sinceLastUnasked() {
-    at_spi::Bus* bus = at_spi::Session::shared().accessibilityBus();
+    at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (!events_ || bus == nullptr) return {};
     return seenFromHere(events_->takeSent(*bus));
 }

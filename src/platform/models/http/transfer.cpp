@@ -6,18 +6,18 @@
 
 namespace platform {
 
-Transfer::Transfer(std::uint64_t number, HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
+HttpTransfer::HttpTransfer(std::uint64_t number, HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
     : number_(number), request_(std::move(request)), receiver_(std::move(receiver)),
       handle_(curl_easy_init()), deadline_(Clock::now() + request_.connectLimit) {
     configure();
 }
 
-Transfer::~Transfer() {
+HttpTransfer::~HttpTransfer() {
     curl_easy_cleanup(handle_);
     curl_slist_free_all(headers_);
 }
 
-void Transfer::configure() {
+void HttpTransfer::configure() {
     const auto set = [this](CURLoption option, auto value) { curl_easy_setopt(handle_, option, value); };
     set(CURLOPT_URL, request_.url.c_str());
     set(CURLOPT_PROTOCOLS_STR, "http,https");
@@ -44,16 +44,16 @@ void Transfer::configure() {
     set(CURLOPT_HTTPHEADER, headers_);
 
     set(CURLOPT_PRIVATE, static_cast<void*>(this));
-    set(CURLOPT_PREREQFUNCTION, &Transfer::onConnected);
+    set(CURLOPT_PREREQFUNCTION, &HttpTransfer::onConnected);
     set(CURLOPT_PREREQDATA, static_cast<void*>(this));
-    set(CURLOPT_HEADERFUNCTION, &Transfer::onHeader);
+    set(CURLOPT_HEADERFUNCTION, &HttpTransfer::onHeader);
     set(CURLOPT_HEADERDATA, static_cast<void*>(this));
-    set(CURLOPT_WRITEFUNCTION, &Transfer::onBody);
+    set(CURLOPT_WRITEFUNCTION, &HttpTransfer::onBody);
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
 }
 
-int Transfer::onConnected(void* self, char*, char*, int, int) {
-    auto& transfer = *static_cast<Transfer*>(self);
+int HttpTransfer::onConnected(void* self, char*, char*, int, int) {
+    auto& transfer = *static_cast<HttpTransfer*>(self);
     transfer.connected_ = true;
     transfer.allow(transfer.request_.headLimit);
     transfer.receiver_->connected();
@@ -61,8 +61,8 @@ int Transfer::onConnected(void* self, char*, char*, int, int) {
 }
 
 // The last line of a head is empty. A head with a status below 200 is not the answer's own.
-std::size_t Transfer::onHeader(char* bytes, std::size_t, std::size_t size, void* self) {
-    auto& transfer = *static_cast<Transfer*>(self);
+std::size_t HttpTransfer::onHeader(char* bytes, std::size_t, std::size_t size, void* self) {
+    auto& transfer = *static_cast<HttpTransfer*>(self);
     if (std::string_view(bytes, size) != "\r\n" && std::string_view(bytes, size) != "\n") return size;
     long status = 0;
     curl_easy_getinfo(transfer.handle_, CURLINFO_RESPONSE_CODE, &status);
@@ -70,24 +70,24 @@ std::size_t Transfer::onHeader(char* bytes, std::size_t, std::size_t size, void*
     return size;
 }
 
-std::size_t Transfer::onBody(char* bytes, std::size_t, std::size_t size, void* self) {
-    auto& transfer = *static_cast<Transfer*>(self);
+std::size_t HttpTransfer::onBody(char* bytes, std::size_t, std::size_t size, void* self) {
+    auto& transfer = *static_cast<HttpTransfer*>(self);
     const auto limit = transfer.receiver_->body({bytes, size});
     transfer.hasEnough_ = !limit;
     if (limit) transfer.allow(*limit);
     return limit ? size : 0; // 0 ends the transfer
 }
 
-void Transfer::timeOut() {
+void HttpTransfer::timeOut() {
     receiver_->finished(connected_ ? HttpEnd::silent : HttpEnd::unanswered,
                         std::generic_category().message(ETIMEDOUT));
 }
 
-void Transfer::finish(CURLcode result) {
+void HttpTransfer::finish(CURLcode result) {
     if (!hasEnough_) receiver_->finished(endFor(result), reasonFor(result));
 }
 
-HttpEnd Transfer::endFor(CURLcode result) const {
+HttpEnd HttpTransfer::endFor(CURLcode result) const {
     switch (result) {
     case CURLE_OK:
         return HttpEnd::complete;
@@ -101,7 +101,7 @@ HttpEnd Transfer::endFor(CURLcode result) const {
 }
 
 // The operating system's words where it has some: they say what was tried.
-std::string Transfer::reasonFor(CURLcode result) const {
+std::string HttpTransfer::reasonFor(CURLcode result) const {
     long error = 0;
     if (result == CURLE_COULDNT_CONNECT) curl_easy_getinfo(handle_, CURLINFO_OS_ERRNO, &error);
     if (error != 0) return std::generic_category().message(static_cast<int>(error));

@@ -13,14 +13,14 @@
 namespace platform {
 
 // One exchange as libcurl carries it out. Used by its loop's thread only.
-class Transfer {
+class HttpTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    Transfer(std::uint64_t number, HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
-    ~Transfer();
-    Transfer(const Transfer&) = delete;
-    Transfer& operator=(const Transfer&) = delete;
+    HttpTransfer(std::uint64_t number, HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
+    ~HttpTransfer();
+    HttpTransfer(const HttpTransfer&) = delete;
+    HttpTransfer& operator=(const HttpTransfer&) = delete;
 
     std::uint64_t number() const { return number_; }
     CURL* handle() const { return handle_; }

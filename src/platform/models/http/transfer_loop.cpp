@@ -49,7 +49,7 @@ void TransferLoop::takeOrders() {
             continue;
         }
         auto transfer =
-            std::make_unique<Transfer>(order.number, std::move(order.request), std::move(order.receiver));
+            std::make_unique<HttpTransfer>(order.number, std::move(order.request), std::move(order.receiver));
         curl_multi_add_handle(multi_, transfer->handle());
         transfers_.emplace(order.number, std::move(transfer));
     }
@@ -59,7 +59,7 @@ void TransferLoop::takeResults() {
     int left = 0;
     while (const auto* message = curl_multi_info_read(multi_, &left)) {
         if (message->msg != CURLMSG_DONE) continue;
-        Transfer* transfer = nullptr;
+        HttpTransfer* transfer = nullptr;
         curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
         transfer->finish(message->data.result);
         end(transfer->number());
@@ -67,7 +67,7 @@ void TransferLoop::takeResults() {
 }
 
 void TransferLoop::timeOut() {
-    const auto now = Transfer::Clock::now();
+    const auto now = HttpTransfer::Clock::now();
     std::vector<std::uint64_t> late;
     for (const auto& [number, transfer] : transfers_)
         if (transfer->deadline() <= now) late.push_back(number);
@@ -80,7 +80,7 @@ void TransferLoop::timeOut() {
 int TransferLoop::millisecondsToWait() const {
     constexpr std::chrono::milliseconds longest = std::chrono::minutes(1); // an order ends the wait anyway
     auto wait = longest;
-    const auto now = Transfer::Clock::now();
+    const auto now = HttpTransfer::Clock::now();
     for (const auto& [number, transfer] : transfers_)
         wait = std::min(wait, std::chrono::ceil<std::chrono::milliseconds>(transfer->deadline() - now));
     return static_cast<int>(std::max(wait.count(), std::chrono::milliseconds::rep{0}));

@@ -39,7 +39,7 @@ private:
     void end(std::uint64_t number);
 
     CURLM* multi_;
-    std::unordered_map<std::uint64_t, std::unique_ptr<Transfer>> transfers_; // the loop's thread only
+    std::unordered_map<std::uint64_t, std::unique_ptr<HttpTransfer>> transfers_; // the loop's thread only
     std::mutex mutex_;
     std::vector<Order> orders_;
     std::uint64_t lastNumber_ = 0;

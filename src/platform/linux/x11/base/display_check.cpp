@@ -2,7 +2,7 @@
 
 #include "platform/linux/base/environment.h"
 #include "platform/linux/base/handle.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput2.h>
@@ -45,7 +45,7 @@ std::optional<std::string> displayProblem() {
     }
     // The host's own connection, which stays: a server that begins anew when its last client goes would
     // refuse the next.
-    const x11::Connection* connection = x11::Connection::shared();
+    const x11::XlibConnection* connection = x11::XlibConnection::shared();
     if (connection == nullptr) {
         return "the display " + name +
                " cannot be opened; check that DISPLAY names a running X server and that you may use it "

@@ -1,8 +1,8 @@
 #include "platform/linux/x11/base/event_listener.h"
 
 #include "platform/linux/base/pause.h"
-#include "platform/linux/x11/base/connection.h"
 #include "platform/linux/x11/base/event_source.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,13 +26,13 @@ struct EventListener::Sources {
 };
 
 EventListener::Sources& EventListener::sources() {
-    static Sources sources(Connection::shared()->display());
+    static Sources sources(XlibConnection::shared()->display());
     return sources;
 }
 
 // A listener may make and destroy others.
 void EventListener::handOut(XEvent event) {
-    Display* display = Connection::shared()->display();
+    Display* display = XlibConnection::shared()->display();
     const bool hasData = event.type == GenericEvent && XGetEventData(display, &event.xcookie) != False;
     for (const EventListener* listener : std::vector(listeners))
         if (std::ranges::find(listeners, listener) != listeners.end()) listener->listener_(event);
@@ -47,7 +47,7 @@ EventListener::EventListener(std::function<void(const XEvent&)> listener) : list
 EventListener::~EventListener() { listeners.erase(std::ranges::find(listeners, this)); }
 
 void EventListener::handlePending() {
-    XSync(Connection::shared()->display(), False);
+    XSync(XlibConnection::shared()->display(), False);
     sources().mainLoop.handlePending();
 }
 

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/base/server_time.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xatom.h>
 
@@ -8,7 +8,7 @@ namespace platform::x11 {
 namespace {
 
 // A window that is never shown: the notice of a change of its property carries the server's time.
-::Window clockWindow(Connection& connection) {
+::Window clockWindow(XlibConnection& connection) {
     static const ::Window window = [&connection] {
         const ::Window created =
             XCreateSimpleWindow(connection.display(), connection.root(), 0, 0, 1, 1, 0, 0, 0);
@@ -21,7 +21,7 @@ namespace {
 } // namespace
 
 ::Time serverTime() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return CurrentTime;
     const ::Window window = clockWindow(*connection);
     XChangeProperty(connection->display(), window, XA_WM_NAME, XA_STRING, 8, PropModeAppend, nullptr, 0);

@@ -27,7 +27,7 @@ constexpr std::array outcomes{
     std::pair{Outcome::refused, 'r'},
 };
 
-void setText(Connection& connection, ::Window window, Atom name, Atom type, const std::string& text) {
+void setText(XlibConnection& connection, ::Window window, Atom name, Atom type, const std::string& text) {
     XChangeProperty(connection.display(), window, name, type, 8, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(text.data()), static_cast<int>(text.size()));
 }
@@ -52,23 +52,23 @@ std::vector<std::string> split(const std::string& words) {
 
 } // namespace
 
-Atom selection(Connection& connection) {
+Atom selection(XlibConnection& connection) {
     return connection.atom(("_QUILLMARK_HOST_" + std::to_string(getuid())).c_str());
 }
 
-Atom target(Connection& connection, InstanceRequest request) {
+Atom target(XlibConnection& connection, InstanceRequest request) {
     for (const auto& [known, name] : targets)
         if (known == request) return connection.atom(name);
     return None;
 }
 
-std::optional<InstanceRequest> request(Connection& connection, Atom target) {
+std::optional<InstanceRequest> request(XlibConnection& connection, Atom target) {
     for (const auto& [known, name] : targets)
         if (connection.atom(name) == target) return known;
     return std::nullopt;
 }
 
-::Window makeWindow(Connection& connection, const InstanceCaller& caller) {
+::Window makeWindow(XlibConnection& connection, const InstanceCaller& caller) {
     const ::Window window =
         XCreateSimpleWindow(connection.display(), connection.root(), -1, -1, 1, 1, 0, 0, 0);
     const auto process = static_cast<unsigned long>(getpid());
@@ -80,12 +80,12 @@ std::optional<InstanceRequest> request(Connection& connection, Atom target) {
     return window;
 }
 
-InstanceCaller callerOf(Connection& connection, ::Window window) {
+InstanceCaller callerOf(XlibConnection& connection, ::Window window) {
     return {connection.text(window, connection.atom("_NET_STARTUP_ID")).value_or(""),
             split(connection.text(window, XA_WM_COMMAND).value_or(""))};
 }
 
-std::optional<pid_t> processOf(Connection& connection, ::Window window) {
+std::optional<pid_t> processOf(XlibConnection& connection, ::Window window) {
     const auto values = connection.values(window, connection.atom("_NET_WM_PID"));
     if (values.empty()) return std::nullopt;
     return static_cast<pid_t>(values.front());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/instance/request.h"
 
 #include <optional>
@@ -11,17 +11,17 @@
 // thread only.
 namespace platform::x11::instance {
 
-Atom selection(Connection& connection);
+Atom selection(XlibConnection& connection);
 
-Atom target(Connection& connection, InstanceRequest request);
+Atom target(XlibConnection& connection, InstanceRequest request);
 // Absent for a target that is no request.
-std::optional<InstanceRequest> request(Connection& connection, Atom target);
+std::optional<InstanceRequest> request(XlibConnection& connection, Atom target);
 
 // A window that is never shown, with `caller` as properties.
-::Window makeWindow(Connection& connection, const InstanceCaller& caller);
-InstanceCaller callerOf(Connection& connection, ::Window window);
+::Window makeWindow(XlibConnection& connection, const InstanceCaller& caller);
+InstanceCaller callerOf(XlibConnection& connection, ::Window window);
 // The process that made the window; absent when it does not say.
-std::optional<pid_t> processOf(Connection& connection, ::Window window);
+std::optional<pid_t> processOf(XlibConnection& connection, ::Window window);
 
 std::string encode(const InstanceAnswer& answer);
 InstanceAnswer decode(const std::string& bytes);

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/instance/running_instance.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/instance/protocol.h"
 
 #include <poll.h>
@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-using x11::Connection;
+using x11::XlibConnection;
 
 // A host that reads a large document does not answer for up to 3.5 seconds.
 constexpr std::chrono::seconds answerDeadline{5};
@@ -33,7 +33,7 @@ std::optional<Atom> awaitAnswer(Display* display, ::Window window, ::Window host
 } // namespace
 
 InstanceCall askRunningInstance(InstanceRequest request, const InstanceCaller& caller) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return {};
     Display* display = connection->display();
     const Atom selection = x11::instance::selection(*connection);

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/instance/sole_instance.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/instance/protocol.h"
 
 #include <utility>
@@ -8,10 +8,10 @@
 namespace platform {
 namespace {
 
-using x11::Connection;
+using x11::XlibConnection;
 
 void notify(const XSelectionRequestEvent& request, Atom property) {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     XEvent reply{};
     reply.xselection.type = SelectionNotify;
     reply.xselection.requestor = request.requestor;
@@ -24,7 +24,7 @@ void notify(const XSelectionRequestEvent& request, Atom property) {
 }
 
 void answer(const XSelectionRequestEvent& request, const InstanceAnswer& answer) {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     const std::string bytes = x11::instance::encode(answer);
     XChangeProperty(connection.display(), request.requestor, request.property, connection.atom("UTF8_STRING"),
                     8, PropModeReplace, reinterpret_cast<const unsigned char*>(bytes.data()),
@@ -35,7 +35,7 @@ void answer(const XSelectionRequestEvent& request, const InstanceAnswer& answer)
 } // namespace
 
 std::unique_ptr<SoleInstance> SoleInstance::take(Handler handler) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return nullptr;
     Display* display = connection->display();
     const ::Window window = x11::instance::makeWindow(*connection, {});
@@ -57,12 +57,12 @@ SoleInstance::SoleInstance(::Window window, Handler handler)
       }) {}
 
 SoleInstance::~SoleInstance() {
-    XDestroyWindow(Connection::shared()->display(), window_);
-    XSync(Connection::shared()->display(), False);
+    XDestroyWindow(XlibConnection::shared()->display(), window_);
+    XSync(XlibConnection::shared()->display(), False);
 }
 
 void SoleInstance::handle(const XSelectionRequestEvent& event) const {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     const auto request = x11::instance::request(connection, event.target);
     if (!request || event.property == None) return notify(event, None);
     handler_(*request, x11::instance::callerOf(connection, event.requestor),

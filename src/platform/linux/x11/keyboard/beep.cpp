@@ -1,4 +1,4 @@
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/windows/highlight.h"
 #include "platform/main_queue.h"
 #include "platform/workspace.h"
@@ -16,7 +16,7 @@ constexpr Seconds highlighted{0.15};
 
 // Most desktops keep the X server's bell silent: without something to see, the hot key would seem dead.
 void beep() {
-    x11::Connection* connection = x11::Connection::shared();
+    x11::XlibConnection* connection = x11::XlibConnection::shared();
     if (connection == nullptr) return;
     XkbBell(connection->display(), None, 0, None);
     XFlush(connection->display());

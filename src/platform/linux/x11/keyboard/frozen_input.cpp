@@ -1,7 +1,7 @@
 #include "platform/linux/x11/keyboard/frozen_input.h"
 
 #include "platform/linux/base/handle.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xlib-xcb.h>
 #include <X11/Xlib.h>
@@ -17,7 +17,7 @@ namespace {
 
 // The server's clock, in milliseconds, as a counter that requests can wait for. None without the extension.
 XSyncCounter serverClock() {
-    Display* display = Connection::shared()->display();
+    Display* display = XlibConnection::shared()->display();
     int ignored = 0;
     if (!XSyncQueryExtension(display, &ignored, &ignored) || !XSyncInitialize(display, &ignored, &ignored))
         return None;
@@ -38,10 +38,10 @@ FrozenInput::FrozenInput() : clock_(static_cast<std::uint32_t>(serverClock())) {
 // ends the grab before it begins.
 void FrozenInput::begin(std::chrono::milliseconds time) const {
     if (clock_ == XCB_NONE) return;
-    xcb_connection_t* connection = XGetXCBConnection(Connection::shared()->display());
+    xcb_connection_t* connection = XGetXCBConnection(XlibConnection::shared()->display());
     // A grab of the pointer stops the keyboard as well. One of the keyboard would take the focus from the
     // program in front.
-    const auto root = static_cast<xcb_window_t>(Connection::shared()->root());
+    const auto root = static_cast<xcb_window_t>(XlibConnection::shared()->root());
     const auto grab = xcb_grab_pointer(connection, 0, root, 0, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_SYNC,
                                        XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
     xcb_discard_reply(connection, grab.sequence);

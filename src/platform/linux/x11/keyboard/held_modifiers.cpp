@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keyboard/held_modifiers.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/keyboard/keyboards.h"
 #include "platform/linux/x11/keyboard/keymap.h"
 #include "platform/linux/x11/keyboard/modifier_keys.h"
@@ -17,7 +17,7 @@ unsigned modifiersOf(Display* display, unsigned keyboard) {
 } // namespace
 
 CGEventFlags heldModifiers() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return 0;
     unsigned held = modifiersOf(connection->display(), coreKeyboard);
     for (const unsigned keyboard : realKeyboards())

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keyboard/hot_keys.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/keyboard/held_modifiers.h"
 #include "platform/linux/x11/keyboard/keyboards.h"
 #include "platform/linux/x11/keyboard/modifier_keys.h"
@@ -62,7 +62,7 @@ std::uint32_t hotKeyModifiers(CGEventFlags held) {
 // program in front sees that release, and Qt 5 and 6 therefore do not open a menu when the user lets go of
 // Alt.
 void giveKeyboardBack(KeyCode key) {
-    Display* display = Connection::shared()->display();
+    Display* display = XlibConnection::shared()->display();
     const RawInput::Posting posting;
     XUngrabKeyboard(display, CurrentTime);
     XTestFakeKeyEvent(display, key, False, CurrentTime);
@@ -89,7 +89,7 @@ std::vector<std::shared_ptr<HotKeyCombination>> HotKeys::combinations() const {
 }
 
 std::shared_ptr<HotKeyCombination> HotKeys::add(KeyCode key, std::uint32_t modifiers) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     const auto map = Keymap::read(coreKeyboard);
     if (connection == nullptr || !map) return nullptr;
     std::erase_if(combinations_, [](const auto& one) { return one.expired(); });

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keyboard/key_grab.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/keyboard/keyboards.h"
 
 #include <X11/extensions/XInput2.h>
@@ -25,7 +25,7 @@ std::vector<unsigned> withEveryLock(unsigned modifiers, unsigned locks) {
 
 // The server does not compare grabs of the core protocol with those of XInput 2, and the latter get the key
 // (GNOME Shell's are). So the same grab is tried there for a moment.
-bool isGrabbedThroughXInput(Connection& connection, KeyCode key, const std::vector<unsigned>& modifiers) {
+bool isGrabbedThroughXInput(XlibConnection& connection, KeyCode key, const std::vector<unsigned>& modifiers) {
     if (!xInputOpcode()) return false;
     std::array<unsigned char, XIMaskLen(XI_KeyPress)> mask{};
     XISetMask(mask.data(), XI_KeyPress);
@@ -43,7 +43,7 @@ bool isGrabbedThroughXInput(Connection& connection, KeyCode key, const std::vect
 } // namespace
 
 void KeyGrab::request(bool grab) const {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     const int mode = following_ == Following::toHost ? GrabModeAsync : GrabModeSync;
     for (const unsigned modifiers : withEveryLock(modifiers_, locks_)) {
         if (grab)
@@ -54,7 +54,7 @@ void KeyGrab::request(bool grab) const {
 }
 
 bool KeyGrab::grab(unsigned modifiers, unsigned locks) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return false;
     release();
     modifiers_ = modifiers;
@@ -66,7 +66,7 @@ bool KeyGrab::grab(unsigned modifiers, unsigned locks) {
 }
 
 void KeyGrab::grabWhatIsFree(unsigned modifiers, unsigned locks) {
-    if (Connection::shared() == nullptr) return;
+    if (XlibConnection::shared() == nullptr) return;
     modifiers_ = modifiers;
     locks_ = locks & ~modifiers;
     held_ = true;
@@ -74,7 +74,7 @@ void KeyGrab::grabWhatIsFree(unsigned modifiers, unsigned locks) {
 }
 
 void KeyGrab::release() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (!held_ || connection == nullptr) return;
     held_ = false;
     request(false);

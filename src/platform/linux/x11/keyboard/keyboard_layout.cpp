@@ -1,6 +1,6 @@
 #include "platform/keyboard_layout.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/keyboard/key_positions.h"
 #include "platform/linux/x11/keyboard/keyboards.h"
 #include "platform/linux/x11/keyboard/keymap.h"
@@ -44,7 +44,7 @@ constexpr std::uint32_t shiftState = 0x02;
 constexpr std::uint32_t capsLockState = 0x04;
 
 unsigned currentGroup() {
-    x11::Connection* connection = x11::Connection::shared();
+    x11::XlibConnection* connection = x11::XlibConnection::shared();
     XkbStateRec state{};
     if (connection == nullptr || XkbGetState(connection->display(), XkbUseCoreKbd, &state) != Success)
         return 0;

@@ -1,7 +1,7 @@
 #include "platform/linux/x11/keyboard/keyboards.h"
 
 #include "platform/linux/base/handle.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/extensions/XInput2.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 // The keyboards attached to a cursor: those that only pass on synthetic keys, or all the others.
 std::vector<unsigned> keyboards(bool synthetic) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || !xInputOpcode()) return {};
     int count = 0;
     const Handle<XIDeviceInfo, XIFreeDeviceInfo> devices(
@@ -33,7 +33,7 @@ std::vector<unsigned> keyboards(bool synthetic) {
 
 std::optional<int> xInputOpcode() {
     static const std::optional<int> opcode = []() -> std::optional<int> {
-        Connection* connection = Connection::shared();
+        XlibConnection* connection = XlibConnection::shared();
         if (connection == nullptr) return std::nullopt;
         int code = 0, ignored = 0;
         // From 2.2 on, raw events reach their watchers while another program has grabbed the keyboard.

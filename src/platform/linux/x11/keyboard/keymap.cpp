@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keyboard/keymap.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/keysym.h>
 
@@ -10,7 +10,7 @@
 namespace platform::x11 {
 
 std::optional<Keymap> Keymap::read(unsigned keyboard) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return std::nullopt;
     XkbDescPtr map =
         XkbGetMap(connection->display(), XkbKeyTypesMask | XkbKeySymsMask | XkbModifierMapMask, keyboard);

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keyboard/keystroke_batch.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/keyboard/held_modifiers.h"
 #include "platform/linux/x11/keyboard/hot_keys.h"
 #include "platform/linux/x11/keyboard/key_positions.h"
@@ -101,7 +101,7 @@ std::vector<Keystroke> keystrokesFor(std::span<const KeyboardEvent> keys, const 
 } // namespace
 
 bool canType() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     int ignored = 0;
     static const bool can =
         connection != nullptr &&
@@ -115,7 +115,7 @@ bool isCopyKeystroke(const KeyboardEvent& key) {
     const auto code = xKeyCode(key.keyCode);
     if (key.flags != kCGEventFlagMaskCommand || !map || !code) return false;
     XkbStateRec state{};
-    XkbGetState(Connection::shared()->display(), XkbUseCoreKbd, &state);
+    XkbGetState(XlibConnection::shared()->display(), XkbUseCoreKbd, &state);
     const auto latin = map->latinGroup(state.group);
     return latin ? map->symbol(*code, *latin) == XK_c : key.keyCode == positionOfC;
 }
@@ -133,7 +133,7 @@ struct KeystrokeBatch::Prepared {
 KeystrokeBatch::KeystrokeBatch(std::span<const KeyboardEvent> keys) {
     auto map = Keymap::read(syntheticKeyboard());
     if (!map || !canType()) return;
-    Display* display = Connection::shared()->display();
+    Display* display = XlibConnection::shared()->display();
     XkbStateRec state{};
     XkbGetState(display, XkbUseCoreKbd, &state);
     auto layout = map->latinGroup(state.group);
@@ -150,7 +150,7 @@ KeystrokeBatch::~KeystrokeBatch() = default;
 
 void KeystrokeBatch::type() const {
     if (!prepared_) return;
-    Display* display = Connection::shared()->display();
+    Display* display = XlibConnection::shared()->display();
     {
         // One batch of requests without waiting for an answer: what a person types comes before or after it.
         const RawInput::Posting posting;

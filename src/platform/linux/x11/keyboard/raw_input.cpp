@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keyboard/raw_input.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/keyboard/keyboards.h"
 
 #include <X11/extensions/XInput2.h>
@@ -23,7 +23,7 @@ struct Requests {
 std::vector<Requests> posted;
 
 void select(bool on) {
-    Connection& connection = *Connection::shared();
+    XlibConnection& connection = *XlibConnection::shared();
     std::array<unsigned char, XIMaskLen(XI_RawButtonPress)> mask{};
     if (on)
         for (const int type : {XI_RawKeyPress, XI_RawKeyRelease, XI_RawButtonPress})
@@ -63,11 +63,11 @@ void RawInput::handle(const XEvent& event) const {
 }
 
 RawInput::Posting::Posting() {
-    if (watches > 0) posted.push_back({XNextRequest(Connection::shared()->display()), ~0UL});
+    if (watches > 0) posted.push_back({XNextRequest(XlibConnection::shared()->display()), ~0UL});
 }
 
 RawInput::Posting::~Posting() {
-    Display* display = Connection::shared()->display();
+    Display* display = XlibConnection::shared()->display();
     if (!posted.empty() && posted.back().end == ~0UL) posted.back().end = XNextRequest(display);
     XNoOp(display); // what others post from now on comes with another number
 }

@@ -151,7 +151,7 @@ void Thread::release() {
     post([](Clipboard& clipboard) { clipboard.owner().release(); });
 }
 
-void Thread::post(Task task) {
+void Thread::post(Work task) {
     {
         const std::lock_guard lock(mutex_);
         if (ending_ || !clipboard_) return;
@@ -182,7 +182,7 @@ void Thread::run() {
 
 bool Thread::runTasks() {
     for (;;) {
-        Task task;
+        Work task;
         {
             const std::lock_guard lock(mutex_);
             if (ending_) return false;

@@ -40,11 +40,11 @@ public:
 
 private:
     Thread();
-    using Task = std::function<void(Clipboard&)>;
+    using Work = std::function<void(Clipboard&)>;
     template <class Result>
     std::optional<Result> call(std::chrono::milliseconds limit,
                                std::function<void(Clipboard&, std::shared_ptr<std::promise<Result>>)> task);
-    void post(Task task);
+    void post(Work task);
     void wake();
     void run();
     bool runTasks();
@@ -57,7 +57,7 @@ private:
     std::uint64_t overdue_ = 0; // the number of the last task that took too long
     std::atomic<std::uint64_t> done_ = 0;
     std::mutex mutex_;
-    std::deque<Task> tasks_;
+    std::deque<Work> tasks_;
     bool ending_ = false;
     std::promise<void> ended_;
     std::thread thread_;

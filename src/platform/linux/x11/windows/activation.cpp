@@ -1,7 +1,7 @@
 #include "platform/linux/x11/windows/activation.h"
 
-#include "platform/linux/x11/base/connection.h"
 #include "platform/linux/x11/base/server_time.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xlib.h>
 
@@ -11,7 +11,7 @@ namespace platform::x11 {
 namespace {
 
 // Sends the window manager a request, as task bars do.
-bool ask(Connection& connection, WindowId window, const char* request, long first, long second) {
+bool ask(XlibConnection& connection, WindowId window, const char* request, long first, long second) {
     XEvent message{};
     message.xclient.type = ClientMessage;
     message.xclient.window = window;
@@ -27,7 +27,7 @@ bool ask(Connection& connection, WindowId window, const char* request, long firs
 
 // Asked to activate a window on another workspace, openbox and metacity only mark it as urgent, and xfwm4
 // moves it to this workspace.
-void goToWorkspaceOf(Connection& connection, WindowId window) {
+void goToWorkspaceOf(XlibConnection& connection, WindowId window) {
     constexpr std::uint32_t everywhere = 0xFFFFFFFF;
     const auto there = connection.values(window, connection.atom("_NET_WM_DESKTOP"));
     const auto here = connection.values(connection.root(), connection.atom("_NET_CURRENT_DESKTOP"));
@@ -40,14 +40,14 @@ void goToWorkspaceOf(Connection& connection, WindowId window) {
 
 // Source 2 says that the user asked for it, so that no rule against stealing the focus applies; metacity
 // refuses it without a current time all the same.
-bool askToActivate(Connection& connection, WindowId window) {
+bool askToActivate(XlibConnection& connection, WindowId window) {
     return ask(connection, window, "_NET_ACTIVE_WINDOW", 2, static_cast<long>(serverTime()));
 }
 
 } // namespace
 
 bool activateWindow(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return false;
     goToWorkspaceOf(*connection, window);
     return askToActivate(*connection, window);

@@ -1,16 +1,16 @@
 #include "platform/linux/x11/windows/front_window.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/windows/window_class.h"
 
 namespace platform::x11 {
 namespace {
 
-bool hasWindowManager(Connection& connection) {
+bool hasWindowManager(XlibConnection& connection) {
     return !connection.values(connection.root(), connection.atom("_NET_SUPPORTING_WM_CHECK")).empty();
 }
 
-bool isInside(Connection& connection, ::Window window, ::Window ancestor) {
+bool isInside(XlibConnection& connection, ::Window window, ::Window ancestor) {
     for (; window != None && window != connection.root(); window = parentWindow(window))
         if (window == ancestor) return true;
     return false;
@@ -19,7 +19,7 @@ bool isInside(Connection& connection, ::Window window, ::Window ancestor) {
 } // namespace
 
 WindowId activeWindow() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return None;
     // xfwm4 answers with two values; the first is the window.
     const auto windows = connection->values(connection->root(), connection->atom("_NET_ACTIVE_WINDOW"));
@@ -27,7 +27,7 @@ WindowId activeWindow() {
 }
 
 WindowId focusedWindow() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return None;
     ::Window focus = None;
     int revertTo = 0;
@@ -36,7 +36,7 @@ WindowId focusedWindow() {
 }
 
 std::optional<FrontWindow> frontWindow() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return std::nullopt;
     ::Window window = activeWindow();
     if (window == None && !hasWindowManager(*connection)) window = programWindow(focusedWindow());

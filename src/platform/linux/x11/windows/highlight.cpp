@@ -1,6 +1,6 @@
 #include "platform/linux/x11/windows/highlight.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/windows/front_window.h"
 
 #include <X11/extensions/shape.h>
@@ -13,7 +13,7 @@ namespace {
 constexpr unsigned thickness = 6; // pixels
 
 // On the screen.
-std::optional<XRectangle> areaOf(Connection& connection, ::Window window) {
+std::optional<XRectangle> areaOf(XlibConnection& connection, ::Window window) {
     ::Window root = 0;
     ::Window child = 0;
     int x = 0;
@@ -41,7 +41,7 @@ unsigned long orange(Display* display) {
 } // namespace
 
 Highlight::Highlight() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     const auto front = frontWindow();
     const auto area = connection && front ? areaOf(*connection, front->window) : std::nullopt;
     if (!area) return;
@@ -63,8 +63,8 @@ Highlight::Highlight() {
 
 Highlight::~Highlight() {
     if (frame_ == 0) return;
-    XDestroyWindow(Connection::shared()->display(), frame_);
-    XFlush(Connection::shared()->display());
+    XDestroyWindow(XlibConnection::shared()->display(), frame_);
+    XFlush(XlibConnection::shared()->display());
 }
 
 } // namespace platform::x11

@@ -1,7 +1,7 @@
 #include "platform/linux/x11/windows/properties.h"
 
 #include "platform/linux/base/handle.h"
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xutil.h>
 #include <X11/extensions/XRes.h>
@@ -32,7 +32,7 @@ std::string validUtf8(const std::string& bytes) {
 } // namespace
 
 std::optional<pid_t> windowProcess(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return std::nullopt;
     if (const auto process = clientProcess(connection->display(), window)) return process;
     const auto claimed = connection->values(window, connection->atom("_NET_WM_PID"));
@@ -41,7 +41,7 @@ std::optional<pid_t> windowProcess(WindowId window) {
 }
 
 std::optional<std::string> windowTitle(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return std::nullopt;
     if (const auto title = connection->text(window, connection->atom("_NET_WM_NAME")))
         return validUtf8(*title);
@@ -59,13 +59,13 @@ std::optional<std::string> windowTitle(WindowId window) {
 }
 
 std::optional<std::string> windowApplicationId(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return std::nullopt;
     return connection->text(window, connection->atom("_GTK_APPLICATION_ID"));
 }
 
 WindowId parentWindow(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return None;
     ::Window root = None;
     ::Window parent = None;

@@ -1,13 +1,13 @@
 #include "platform/linux/x11/windows/stacking.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <algorithm>
 
 namespace platform::x11 {
 
 std::vector<WindowId> stackedWindows() {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return {};
     auto windows = connection->values(connection->root(), connection->atom("_NET_CLIENT_LIST_STACKING"));
     // xfwm4 has no such list before the first window is raised over another.

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/windows/window_class.h"
 
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include <X11/Xatom.h>
 
@@ -9,7 +9,7 @@
 namespace platform::x11 {
 
 std::optional<WindowClass> windowClass(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return std::nullopt;
     const auto bytes = connection->text(window, XA_WM_CLASS);
     if (!bytes) return std::nullopt;
@@ -21,7 +21,7 @@ std::optional<WindowClass> windowClass(WindowId window) {
 }
 
 WindowId programWindow(WindowId window) {
-    Connection* connection = Connection::shared();
+    XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr) return None;
     for (; window != None && window != connection->root(); window = parentWindow(window))
         if (windowClass(window)) return window;

@@ -1,4 +1,4 @@
-#include "platform/linux/application/session.h"
+#include "platform/linux/application/session_client.h"
 
 #include "platform/linux/application/session_membership.h"
 #include "platform/linux/base/environment.h"
@@ -10,7 +10,7 @@
 namespace platform {
 
 // Joining waits for the manager, so it has a thread of its own, which ends with the program at the latest.
-Session::Session(SessionCalls calls, SessionRestart restart)
+SessionClient::SessionClient(SessionCalls calls, SessionRestart restart)
     : calls_(std::move(calls)), restart_(std::move(restart)) {
     if (environmentVariable("SESSION_MANAGER").empty()) return;
     std::thread([this, clientId = restart_.clientId, life = std::weak_ptr(life_)] {
@@ -22,9 +22,9 @@ Session::Session(SessionCalls calls, SessionRestart restart)
     }).detach();
 }
 
-Session::~Session() = default;
+SessionClient::~SessionClient() = default;
 
-void Session::refuse() {
+void SessionClient::refuse() {
     if (membership_) membership_->answer(false);
 }
 

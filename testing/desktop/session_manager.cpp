@@ -1,4 +1,4 @@
-#include "testing/desktop/session.h"
+#include "testing/desktop/session_manager.h"
 
 #include "testing/desktop/wait.h"
 
@@ -26,7 +26,7 @@ bool readable(int descriptor) {
 
 } // namespace
 
-struct Session::Server {
+struct SessionManager::Server {
     std::span<IceListenObj> doors;
     IceConn connection = nullptr;
     SmsConn program = nullptr;
@@ -98,7 +98,7 @@ struct Session::Server {
     }
 };
 
-Session::Session() : server_(std::make_unique<Server>()) {
+SessionManager::SessionManager() : server_(std::make_unique<Server>()) {
     std::array<char, 256> why{};
     const auto anybody = [](char*) { return Bool{True}; };
     int count = 0;
@@ -114,7 +114,7 @@ Session::Session() : server_(std::make_unique<Server>()) {
         IceSetHostBasedAuthProc(door, anybody);
 }
 
-Session::~Session() {
+SessionManager::~SessionManager() {
     if (server_->connection != nullptr) {
         IceSetShutdownNegotiation(server_->connection, False);
         IceCloseConnection(server_->connection);
@@ -122,13 +122,13 @@ Session::~Session() {
     IceFreeListenObjs(static_cast<int>(server_->doors.size()), server_->doors.data());
 }
 
-std::map<std::string, std::string> Session::environment() const {
+std::map<std::string, std::string> SessionManager::environment() const {
     const std::unique_ptr<char, decltype(&std::free)> address{
         IceComposeNetworkIdList(static_cast<int>(server_->doors.size()), server_->doors.data()), std::free};
     return {{"SESSION_MANAGER", address.get()}};
 }
 
-std::string Session::next() {
+std::string SessionManager::next() {
     waitUntil([&] {
         server_->listen();
         return !server_->said.empty();
@@ -139,18 +139,18 @@ std::string Session::next() {
     return next;
 }
 
-std::vector<std::string> Session::property(const std::string& name) {
+std::vector<std::string> SessionManager::property(const std::string& name) {
     server_->listen();
     return server_->properties[name];
 }
 
-void Session::askToEnd(bool mayInteract) {
+void SessionManager::askToEnd(bool mayInteract) {
     SmsSaveYourself(server_->program, SmSaveBoth, True,
                     mayInteract ? SmInteractStyleAny : SmInteractStyleNone, False);
 }
 
-void Session::callOff() { SmsShutdownCancelled(server_->program); }
+void SessionManager::callOff() { SmsShutdownCancelled(server_->program); }
 
-void Session::end() { SmsDie(server_->program); }
+void SessionManager::end() { SmsDie(server_->program); }
 
 } // namespace testbed

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/base/connection.h"
+#include "platform/linux/x11/base/xlib_connection.h"
 
 #include "platform/linux/base/handle.h"
 #include "platform/linux/x11/base/errors.h"
@@ -30,30 +30,30 @@ Property read(Display* display, ::Window window, Atom name) {
 
 } // namespace
 
-Connection* Connection::shared() {
-    static Connection connection(XOpenDisplay(nullptr));
+XlibConnection* XlibConnection::shared() {
+    static XlibConnection connection(XOpenDisplay(nullptr));
     if (connection.display_ == nullptr) return nullptr;
     keepErrors(connection.display_);
     return &connection;
 }
 
-Connection::Connection(Display* display)
+XlibConnection::XlibConnection(Display* display)
     : display_(display), root_(display != nullptr ? DefaultRootWindow(display) : None) {}
 
-Atom Connection::atom(const char* name) {
+Atom XlibConnection::atom(const char* name) {
     for (const auto& [known, value] : atoms_)
         if (known == name) return value;
     return atoms_.emplace_back(name, XInternAtom(display_, name, False)).second;
 }
 
-bool Connection::succeeds(const std::function<void()>& requests) {
+bool XlibConnection::succeeds(const std::function<void()>& requests) {
     const unsigned long first = XNextRequest(display_);
     requests();
     XSync(display_, False);
     return !failedSince(display_, first);
 }
 
-std::vector<unsigned long> Connection::values(::Window window, Atom name) {
+std::vector<unsigned long> XlibConnection::values(::Window window, Atom name) {
     const Property property = read(display_, window, name);
     if (property.format != 32) return {};
     const auto* first =
@@ -61,7 +61,7 @@ std::vector<unsigned long> Connection::values(::Window window, Atom name) {
     return {first, first + property.count};
 }
 
-std::optional<std::string> Connection::text(::Window window, Atom name) {
+std::optional<std::string> XlibConnection::text(::Window window, Atom name) {
     const Property property = read(display_, window, name);
     if (property.format != 8) return std::nullopt;
     return std::string(reinterpret_cast<const char*>(property.data.get()), property.count);

@@ -8,12 +8,12 @@
 
 namespace testbed {
 
-class Session {
+class SessionManager {
 public:
-    Session();
-    ~Session();
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
+    SessionManager();
+    ~SessionManager();
+    SessionManager(const SessionManager&) = delete;
+    SessionManager& operator=(const SessionManager&) = delete;
 
     // What a program of this session has in its environment.
     std::map<std::string, std::string> environment() const;

@@ -1,4 +1,4 @@
-#include "testing/soak/program.h"
+#include "testing/soak/tracked_program.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -57,12 +57,13 @@ std::string part(const std::string& text, std::size_t start, std::size_t end) {
     return text.substr(from, offset(text, end) - from);
 }
 
-Program::Program(testbed::Desktop& desktop, std::string title, std::vector<std::string> kinds, Chance& chance)
+TrackedProgram::TrackedProgram(testbed::Desktop& desktop, std::string title, std::vector<std::string> kinds,
+                               Chance& chance)
     : desktop_(desktop), title_(std::move(title)), kinds_(std::move(kinds)) {
     start(chance);
 }
 
-void Program::start(Chance& chance) {
+void TrackedProgram::start(Chance& chance) {
     expected_.clear();
     std::vector<std::string> fields;
     for (std::size_t field = 0; field < kinds_.size(); ++field) {
@@ -72,12 +73,12 @@ void Program::start(Chance& chance) {
     fields_ = std::make_unique<testbed::Fields>(desktop_, fields, title_);
 }
 
-void Program::restart(Chance& chance) {
+void TrackedProgram::restart(Chance& chance) {
     fields_.reset();
     start(chance);
 }
 
-testbed::WindowId Program::window() {
+testbed::WindowId TrackedProgram::window() {
     std::vector<testbed::WindowId> own;
     // A window manager that has just started has not taken them yet.
     if (!testbed::waitUntil([&] { return !(own = desktop_.windows(pid())).empty(); }))
@@ -85,27 +86,27 @@ testbed::WindowId Program::window() {
     return own.front();
 }
 
-void Program::bringToFront() {
+void TrackedProgram::bringToFront() {
     if (goTo(desktop_, window())) return;
     const auto front = desktop_.activeWindow();
     throw std::runtime_error(title_ + " does not come to the front; there is " +
                              (front ? '"' + desktop_.title(*front) + '"' : "nothing") + ".");
 }
 
-void Program::focus(std::size_t field) { fields_->command("focus " + std::to_string(field)); }
+void TrackedProgram::focus(std::size_t field) { fields_->command("focus " + std::to_string(field)); }
 
-void Program::select(std::size_t field, std::size_t start, std::size_t end) {
+void TrackedProgram::select(std::size_t field, std::size_t start, std::size_t end) {
     focus(field);
     fields_->command("select " + std::to_string(field) + ' ' + std::to_string(start) + ' ' +
                      std::to_string(end));
 }
 
-void Program::setText(std::size_t field, const std::string& text) {
+void TrackedProgram::setText(std::size_t field, const std::string& text) {
     fields_->command("text " + std::to_string(field) + ' ' + escaped(text));
     expect(field, {text});
 }
 
-std::vector<std::string> Program::texts() {
+std::vector<std::string> TrackedProgram::texts() {
     const std::string dump = fields_->dump();
     constexpr std::string_view key = "\"text\": \"";
     std::vector<std::string> texts;
@@ -116,7 +117,7 @@ std::vector<std::string> Program::texts() {
     return texts;
 }
 
-std::vector<std::string> Program::faults() {
+std::vector<std::string> TrackedProgram::faults() {
     std::vector<std::string> now;
     const auto isRight = [&](std::size_t field) {
         return std::ranges::find(expected_[field], now[field]) != expected_[field].end();

@@ -25,16 +25,16 @@ struct SessionRestart {
 // management protocol: those of GNOME, KDE Plasma, Xfce, MATE and Cinnamon do. The manager asks its programs
 // before the session ends, starts this one again when it crashes, and at the next login if it was running.
 // Without a manager no call comes. Main thread only.
-class Session {
+class SessionClient {
 public:
     // Joins the session, in the background: a manager that hangs does not hold up the host. The calls come
     // from the main queue.
-    Session(SessionCalls calls, SessionRestart restart);
+    SessionClient(SessionCalls calls, SessionRestart restart);
     // Leaves it. If the question is whether it may end, the answer is yes, and the program waits until it
     // does end: a minute at most.
-    ~Session();
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
+    ~SessionClient();
+    SessionClient(const SessionClient&) = delete;
+    SessionClient& operator=(const SessionClient&) = delete;
 
     // The session shall go on. Does nothing when there is no question to answer.
     void refuse();

@@ -1,4 +1,4 @@
-#include "platform/linux/at_spi/session.h"
+#include "platform/linux/at_spi/accessibility_bus.h"
 
 #include "platform/linux/at_spi/object.h"
 #include "platform/linux/at_spi/session_bus.h"
@@ -54,14 +54,14 @@ bool hasOwner(const Signal& change) {
 
 } // namespace
 
-Session& Session::shared() {
-    static Session session;
-    return session;
+AccessibilityBus& AccessibilityBus::shared() {
+    static AccessibilityBus bus;
+    return bus;
 }
 
-Session::Session() : deadline_(startDeadline) {}
+AccessibilityBus::AccessibilityBus() : deadline_(startDeadline) {}
 
-void Session::disconnect() {
+void AccessibilityBus::disconnect() {
     changes_.clear();
     focusHistory_.reset();
     applications_ = {}; // the next bus gives the same names to other programs
@@ -70,7 +70,7 @@ void Session::disconnect() {
     enabledIsKnown_ = false;
 }
 
-bool Session::connect() {
+bool AccessibilityBus::connect() {
     disconnect();
     const std::string address = sessionBusAddress();
     if (!address.empty()) session_ = Bus::connect(address, deadline_);
@@ -93,18 +93,18 @@ bool Session::connect() {
     return true;
 }
 
-Bus* Session::accessibilityBus() {
+Bus* AccessibilityBus::bus() {
     if (!isConnected() && Clock::now() >= nextAttempt_) attemptToConnect();
     if (isConnected()) return accessibility_.get();
     if (listening_) tryAgainLater();
     return nullptr;
 }
 
-bool Session::isConnected() const {
+bool AccessibilityBus::isConnected() const {
     return session_ && accessibility_ && !session_->isClosed() && !accessibility_->isClosed();
 }
 
-void Session::attemptToConnect() {
+void AccessibilityBus::attemptToConnect() {
     const auto begin = Clock::now();
     if (connect()) {
         if (listening_) registerEvents();
@@ -116,7 +116,7 @@ void Session::attemptToConnect() {
 }
 
 // Programs that start rely on the switch and on what they are told, long before the person wants a text.
-void Session::tryAgainLater() {
+void AccessibilityBus::tryAgainLater() {
     if (std::exchange(attemptIsDue_, true)) return;
     MainQueue::asyncAfter(pauseBetweenAttempts, life_, [this] {
         attemptIsDue_ = false;
@@ -124,15 +124,15 @@ void Session::tryAgainLater() {
     });
 }
 
-std::optional<bool> Session::readSwitch() {
+std::optional<bool> AccessibilityBus::readSwitch() {
     const Reply reply = session_->call(property({launcher, launcherPath}, statusInterface, "IsEnabled"));
     if (reply.failure != Failure::gone) return boolPropertyIn(reply);
     start(*session_, launcher, deadline_); // it has ended, and the bus lives on
     return boolPropertyIn(session_->call(property({launcher, launcherPath}, statusInterface, "IsEnabled")));
 }
 
-bool Session::isEnabled() {
-    if (accessibilityBus() == nullptr) return false;
+bool AccessibilityBus::isEnabled() {
+    if (bus() == nullptr) return false;
     // Before the call: a change that comes after the reply makes it unknown again.
     if (enabledIsKnown_.exchange(true)) return enabled_;
     const auto found = readSwitch();
@@ -141,9 +141,9 @@ bool Session::isEnabled() {
     return enabled_;
 }
 
-bool Session::enable() {
+bool AccessibilityBus::enable() {
     if (isEnabled()) return true;
-    if (accessibilityBus() == nullptr) return false;
+    if (bus() == nullptr) return false;
     const Reply reply =
         session_->call({launcher, launcherPath, "org.freedesktop.DBus.Properties", "Set", "()",
                         arguments("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE))});
@@ -151,7 +151,7 @@ bool Session::enable() {
     return reply.failure == Failure::none;
 }
 
-void Session::watchServices() {
+void AccessibilityBus::watchServices() {
     const auto watch = [this](Bus& bus, SignalRule rule, Subscription::Handler handler) {
         changes_.push_back(std::make_unique<Subscription>(bus, std::move(rule), std::move(handler)));
     };
@@ -168,19 +168,19 @@ void Session::watchServices() {
 
 // A launcher that was started again starts a bus of its own. The old bus lives on with the programs that are
 // on it; those that start from now on are on the new one.
-void Session::followLauncher() {
+void AccessibilityBus::followLauncher() {
     if (!session_ || accessibilityBusAddress(*session_, deadline_) == address_) return;
     disconnect();
-    accessibilityBus();
+    bus();
 }
 
-void Session::keepListening() {
+void AccessibilityBus::keepListening() {
     listening_ = true;
     const bool wasConnected = isConnected();
-    if (accessibilityBus() != nullptr && wasConnected) registerEvents();
+    if (bus() != nullptr && wasConnected) registerEvents();
 }
 
-void Session::registerEvents() {
+void AccessibilityBus::registerEvents() {
     if (!focusHistory_) focusHistory_ = std::make_unique<FocusHistory>(*accessibility_);
     std::vector<Call> calls;
     for (const char* event : {"object:state-changed:focused", "window:activate"})

@@ -10,13 +10,13 @@
 // The connection to this desktop session's accessibility bus, and the bus's switch. Main thread only.
 namespace platform::at_spi {
 
-class Session {
+class AccessibilityBus {
 public:
-    // The one session; connected at first use, and again when a connection was lost.
-    static Session& shared();
+    // The only one; connected at first use, and again when the connection was lost.
+    static AccessibilityBus& shared();
 
     // The bus that programs show their objects on; null when there is none, and `whyNot` says so.
-    Bus* accessibilityBus();
+    Bus* bus();
     // What is known of the programs on that bus.
     Applications& applications() { return applications_; }
     // Null while nobody listens, and without a bus.
@@ -36,7 +36,7 @@ public:
     void keepListening();
 
 private:
-    Session();
+    AccessibilityBus();
     bool isConnected() const;
     void attemptToConnect();
     bool connect();

@@ -10,10 +10,11 @@
 
 namespace soak {
 
-class Program {
+class TrackedProgram {
 public:
     // Kinds as in gtk_fields.cpp; the texts are drawn.
-    Program(testbed::Desktop& desktop, std::string title, std::vector<std::string> kinds, Chance& chance);
+    TrackedProgram(testbed::Desktop& desktop, std::string title, std::vector<std::string> kinds,
+                   Chance& chance);
 
     const std::string& title() const { return title_; }
     pid_t pid() const { return fields_->process().pid(); }

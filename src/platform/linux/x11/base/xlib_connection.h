@@ -13,10 +13,10 @@
 // connection in order.
 namespace platform::x11 {
 
-class Connection {
+class XlibConnection {
 public:
     // The one connection, opened at first use and for the host's life. Null when there is no X server.
-    static Connection* shared();
+    static XlibConnection* shared();
 
     Display* display() const { return display_; }
     ::Window root() const { return root_; }
@@ -34,7 +34,7 @@ public:
     std::optional<std::string> text(::Window window, Atom property);
 
 private:
-    explicit Connection(Display* display);
+    explicit XlibConnection(Display* display);
 
     Display* display_;
     ::Window root_;
