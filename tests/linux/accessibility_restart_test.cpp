@@ -74,7 +74,9 @@ struct AccessibilityServices : testing::Test {
     }
 
     void expectToReadAndHear(const char* text) {
-        EXPECT_TRUE(AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true}));
+        // On a busy machine a service takes longer to start than the host waits for it.
+        EXPECT_TRUE(
+            runUntil([] { return AXIsProcessTrustedWithOptions({.kAXTrustedCheckOptionPrompt = true}); }));
         testbed::Fields program(desktop, {std::string("entry=") + text, "entry=other"});
         EXPECT_TRUE(runUntil([&] { return focusedText(program) == text; })) << focusedText(program);
         EXPECT_TRUE(runUntil([&] {
