@@ -1,8 +1,13 @@
 // The settings, changed as a person changes them; what is chosen counts at once and after a restart.
 #include "interface/writer.h"
+#include "testing/desktop/host.h"
 #include "testing/desktop/key_grab.h"
 
 #include <X11/X.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
 
 namespace testbed {
 namespace {
@@ -97,6 +102,29 @@ TEST_F(SettingsPage, SpeaksAnotherLanguageAtOnce) {
     EXPECT_TRUE(screen().shows("push button", "도움말"));
     EXPECT_TRUE(screen().shows("menu", "편집"));
     EXPECT_TRUE(kept("language=ko"));
+}
+
+// What the desktop's menu runs: the command of that action in the desktop entry.
+std::string commandOfAction(const std::string& action) {
+    std::istringstream entry(readFile(DESKTOP_ENTRY));
+    std::string line;
+    while (std::getline(entry, line) && line != "[Desktop Action " + action + "]") {
+    }
+    while (std::getline(entry, line) && !line.starts_with("Exec=")) {
+    }
+    return line.substr(std::min(line.size(), sizeof "Exec=" - 1));
+}
+
+TEST_F(SettingsPage, OpensFromTheDesktopsMenuWhileTheWindowIsHidden) {
+    screen().press("push button", "Back");
+    ASSERT_TRUE(comes([&] { return !screen().shows("push button", "Help", milliseconds(0)); }));
+    Process(std::vector<std::string>{hostProgram(), "--hide"}).exitStatus();
+    ASSERT_TRUE(comes([&] { return isHidden(); }));
+    const auto programs = std::filesystem::path(hostProgram()).parent_path().string();
+    Process menu({"sh", "-c", commandOfAction("Settings")}, {{"PATH", programs + ":" + std::getenv("PATH")}});
+    EXPECT_EQ(menu.exitStatus(), 0) << menu.output();
+    EXPECT_TRUE(screen().shows("push button", "Help"));
+    EXPECT_TRUE(comes([&] { return isInFront(); }));
 }
 
 TEST_F(SettingsPage, ABrokenFileIsSetAside) {
