@@ -4,11 +4,11 @@
 #include "language/settings_phrases.h"
 #include "language/system_phrases.h"
 #include "settings/login.h"
+#include "system/close_gesture.h"
 #include "system/help_page.h"
 #include "system/host_command.h"
 #include "system/icon_place.h"
 #include "system/installed_programs.h"
-#include "system/title_bar.h"
 #include "views/hot_key_name.h"
 
 #include <glibmm/main.h>
@@ -16,6 +16,17 @@
 #include <utility>
 
 namespace quillmark {
+
+namespace {
+
+void lookAtDesktop(SettingsActions::Checked done) {
+    runHost({"--check", "--json"}, [done = std::move(done)](const HostAnswer& answer) {
+        const auto findings = readFindings(answer.output);
+        done(findings, findings ? std::string() : problemOf(answer));
+    });
+}
+
+} // namespace
 
 Application::Application(Connection& connection, unsigned long view)
     : preferences_(settingsFile(), [this](const Settings& before) { settingsChanged(before); }), view_(view),
@@ -68,7 +79,7 @@ void Application::useStatusIcon() {
     icon_.reset();
     if (!preferences_.settings().statusIcon) return;
     icon_ = std::make_unique<StatusIcon>(StatusIcon::Actions{.show = [this] { show(); },
-                                                             .pause = [](bool) { runHost({"--pause"}); },
+                                                             .pause = [] { runHost({"--pause"}); },
                                                              .settings = [this] { showSettings(); },
                                                              .quit = [this] { closing_.quit(); }});
 }
@@ -159,7 +170,7 @@ void Application::after(std::chrono::milliseconds delay, std::function<void()> w
 }
 
 void Application::askedToQuit() {
-    if (pointerIsOnTitleBar(view_))
+    if (personClosesWindow(view_))
         closing_.close();
     else
         closing_.quit();
@@ -222,6 +233,14 @@ SettingsActions Application::settingsActions() {
         .setStartsAtLogin =
             [](bool starts) { return quillmark::setStartsAtLogin(loginFile(), starts, hostProgram()); },
         .hasPlaceForIcon = [] { return hasPlaceForIcon(); },
+        .check = [](SettingsActions::Checked done) { lookAtDesktop(std::move(done)); },
+        .copy =
+            [this](const std::string& text, std::function<void(bool)> done) {
+                desktop_.paste(text, {},
+                               [done = std::move(done)](bool, const std::optional<std::string>& failure) {
+                                   done(!failure);
+                               });
+            },
         .help = [this] { showHelp(); }};
 }
 

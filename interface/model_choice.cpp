@@ -1,6 +1,5 @@
 #include "model_choice.h"
 
-#include "language/settings_phrases.h"
 #include "model/chosen_server.h"
 #include "system/host_command.h"
 
@@ -11,16 +10,6 @@ namespace quillmark {
 namespace {
 
 constexpr auto option = "--language-model", asJson = "--json", foundByItself = "automatic";
-
-// Why the host said nothing of the model: in its own words, without its name in front.
-std::string problemOf(const HostAnswer& answer) {
-    if (answer.status < 0) return say(phrases::hostNotFound, {answer.error});
-    auto words = answer.error;
-    while (words.ends_with('\n'))
-        words.pop_back();
-    constexpr std::string_view name = "quillmark-host: ";
-    return words.starts_with(name) ? words.substr(name.size()) : words;
-}
 
 } // namespace
 

@@ -55,8 +55,6 @@ inline constexpr Phrase useServer{"Use this server", "이 서버 쓰기"};
 inline constexpr Phrase lookingForServer{"Looking …", "찾는 중 …"};
 inline constexpr Phrase lookAgain{"Look again", "다시 찾기"};
 inline constexpr Phrase otherServers{"Where was it looked for?", "어디에서 찾았나요?"};
-inline constexpr Phrase hostNotFound{"The host's own program could not be run: %1",
-                                     "호스트 프로그램을 실행할 수 없습니다: %1"};
 
 // Instructions.
 inline constexpr Phrase instructionsExplained{

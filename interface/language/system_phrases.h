@@ -1,4 +1,4 @@
-// What is said outside the window: notices, the status icon, the host's menu.
+// What is said outside the window, in notices, the status icon and the host's menu, and of the host itself.
 #pragma once
 
 #include "language/phrase.h"
@@ -8,7 +8,7 @@ namespace quillmark::phrases {
 inline constexpr Phrase showWindow{"Show", "창 열기"};
 inline constexpr Phrase copyRewrite{"Copy", "복사"};
 
-inline constexpr Phrase pauseHotKey{"Pause the hot key", "단축키 잠시 멈춤"};
+inline constexpr Phrase pauseHotKey{"Pause or resume the hot key", "단축키 멈추기 또는 다시 쓰기"};
 inline constexpr Phrase settingsMenu{"Settings …", "설정 …"};
 inline constexpr Phrase quitMenu{"Quit", "끝내기"};
 
@@ -19,6 +19,11 @@ inline constexpr Phrase stillRunningTitle{"Quillmark goes on running", "Quillmar
 inline constexpr Phrase stillRunning{
     "The hot key still works. The status icon brings the window back and quits.",
     "단축키는 계속 쓸 수 있습니다. 상태 아이콘에서 창을 다시 열거나 끝낼 수 있습니다."};
+
+inline constexpr Phrase hostNotFound{"The host's own program could not be run: %1",
+                                     "호스트 프로그램을 실행할 수 없습니다: %1"};
+inline constexpr Phrase tookTooLong{"it did not answer in time. Try again.",
+                                    "제때 답하지 않았습니다. 다시 해 보세요."};
 
 // The host's menu (docs/channels.md, localize), by the keys of its items.
 struct MenuLabel {

@@ -29,9 +29,8 @@ struct StatusIcon::Indicator {
 StatusIcon::StatusIcon(Actions actions)
     : actions_(std::move(actions)), indicator_(std::make_unique<Indicator>()) {
     add(menu_, phrases::showWindow, actions_.show);
-    auto* pause = Gtk::make_managed<Gtk::CheckMenuItem>(say(phrases::pauseHotKey));
-    pause->signal_toggled().connect([this, pause] { actions_.pause(pause->get_active()); });
-    menu_.append(*pause);
+    // Without a tick: other programs pause the hot key too, and the host does not tell.
+    add(menu_, phrases::pauseHotKey, actions_.pause);
     add(menu_, phrases::settingsMenu, actions_.settings);
     add(menu_, phrases::quitMenu, actions_.quit);
     menu_.show_all();

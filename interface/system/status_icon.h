@@ -1,7 +1,6 @@
 // The icon among those of the desktop, with a menu (StatusNotifierItem). Main thread only.
 #pragma once
 
-#include <gtkmm/checkmenuitem.h>
 #include <gtkmm/menu.h>
 
 #include <functional>
@@ -13,7 +12,7 @@ class StatusIcon {
 public:
     struct Actions {
         std::function<void()> show;
-        std::function<void(bool paused)> pause;
+        std::function<void()> pause; // or goes on, where the hot key is paused
         std::function<void()> settings;
         std::function<void()> quit;
     };

@@ -1,5 +1,6 @@
 #include "views/settings_page.h"
 
+#include "language/check_phrases.h"
 #include "language/main_phrases.h"
 #include "language/settings_phrases.h"
 #include "views/keys.h"
@@ -26,7 +27,8 @@ SettingsPage::SettingsPage(SettingsActions actions)
           });
           excluded_.show();
           goHome();
-      }) {
+      }),
+      check_(actions_) {
     set_border_width(12);
     addClass(title_, look::heading);
     auto* top = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
@@ -37,14 +39,14 @@ SettingsPage::SettingsPage(SettingsActions actions)
     help_.signal_clicked().connect([this] { actions_.help(); });
 
     auto* way = Gtk::make_managed<WaySection>(actions_);
-    auto* general = Gtk::make_managed<GeneralSection>(actions_);
+    auto* general = Gtk::make_managed<GeneralSection>(actions_, [this] { check(); });
     for (Gtk::Widget* section :
          std::initializer_list<Gtk::Widget*>{&hotKey_, way, &model_, &instructions_, &excluded_, general})
         sections_.pack_start(*section, Gtk::PACK_SHRINK);
     sections_.set_border_width(4);
     all_.add(sections_);
     sections_.set_focus_vadjustment(all_.get_vadjustment());
-    for (Gtk::Widget* page : std::initializer_list<Gtk::Widget*>{&all_, &form_, &programs_})
+    for (Gtk::Widget* page : std::initializer_list<Gtk::Widget*>{&all_, &form_, &programs_, &check_})
         pages_.add(*page);
     pages_.set_vhomogeneous(false);
     pages_.set_hhomogeneous(false);
@@ -114,6 +116,12 @@ void SettingsPage::saved(const Instruction& instruction) {
 void SettingsPage::pickProgram() {
     go(programs_, say(phrases::excludedPrograms));
     programs_.show(actions_.recentPrograms(), actions_.installedPrograms());
+}
+
+void SettingsPage::check() {
+    go(check_, say(phrases::checkTitle));
+    back_.grab_focus();
+    check_.look();
 }
 
 } // namespace quillmark

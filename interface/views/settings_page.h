@@ -5,6 +5,7 @@
 #include "views/banner.h"
 #include "views/column.h"
 #include "views/scroller.h"
+#include "views/settings/check_page.h"
 #include "views/settings/excluded_section.h"
 #include "views/settings/hot_key_section.h"
 #include "views/settings/instruction_form.h"
@@ -37,6 +38,7 @@ private:
     void edit(std::size_t instruction);
     void saved(const Instruction& instruction);
     void pickProgram();
+    void check();
 
     SettingsActions actions_;
     ActionButton back_, help_;
@@ -51,6 +53,7 @@ private:
     ExcludedSection excluded_;
     InstructionForm form_;
     ProgramChooser programs_;
+    CheckPage check_;
     std::size_t edited_ = 0;
 };
 

@@ -11,13 +11,19 @@ namespace testbed {
 namespace {
 
 struct Closing : Writer {
+    void TearDown() override {
+        putPointer(0, 0);
+        Writer::TearDown();
+    }
+    void putPointer(int x, int y) {
+        auto* display = desktop.keyboard.display();
+        XWarpPointer(display, None, DefaultRootWindow(display), 0, 0, 0, 0, x, y);
+        XSync(display, False);
+    }
     // With the pointer on it, as it is for who presses it.
     void pressCloseButton() {
-        auto* display = desktop.keyboard.display();
         const auto place = desktop.place(window());
-        XWarpPointer(display, None, DefaultRootWindow(display), 0, 0, 0, 0, place.x + place.width - 20,
-                     place.y + 16);
-        XSync(display, False);
+        putPointer(place.x + place.width - 20, place.y + 16);
         desktop.close(window());
     }
 };
@@ -43,13 +49,15 @@ TEST_F(Closing, HidesToTheStatusIconAndSaysSoOnce) {
 
     icons.choose("Show");
     EXPECT_TRUE(comes([&] { return isInFront(); }));
-    pressCloseButton();
-    EXPECT_TRUE(comes([&] { return isHidden(); }));
+    putPointer(0, 0);
+    desktop.keyboard.hold("Alt+F4");
+    EXPECT_TRUE(comes([&] { return isHidden(); })) << "closed with the window manager's keys";
+    desktop.keyboard.letGoAll();
     icons.choose("Settings …");
     EXPECT_TRUE(screen().shows("push button", "Help"));
     EXPECT_FALSE(notices.next(milliseconds(0))) << "said twice";
 
-    icons.choose("Pause the hot key");
+    icons.choose("Pause or resume the hot key");
     EXPECT_TRUE(comes(hotKeyIsFree));
     icons.choose("Quit");
     EXPECT_EQ(host->exitStatus(), 0) << host->output();

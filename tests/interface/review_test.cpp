@@ -1,6 +1,10 @@
 // The main view as a writer works with it: the hot key shows the window, the writer applies.
 #include "interface/writer.h"
 #include "testing/desktop/host.h"
+#include "testing/desktop/temporary_folder.h"
+
+#include <cstdlib>
+#include <filesystem>
 
 namespace testbed {
 namespace {
@@ -8,7 +12,23 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-using Review = Writer;
+struct Review : Writer {
+    // Of those that host, interface and desktop write.
+    void expectInNoFile(const std::vector<std::string>& texts) {
+        std::vector<std::filesystem::path> roots{folder / "config", folder / "state"};
+        for (const char* name : {"XDG_CACHE_HOME", "XDG_DATA_HOME", "QUILLMARK_DESKTOP_LOG"})
+            if (const char* root = std::getenv(name)) roots.emplace_back(root);
+        int files = 0;
+        for (const auto& root : roots)
+            for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+                if (!entry.is_regular_file()) continue;
+                ++files;
+                for (const auto& text : texts)
+                    EXPECT_THAT(readFile(entry.path()), testing::Not(HasSubstr(text))) << entry.path();
+            }
+        EXPECT_GT(files, 1) << "nothing was looked at";
+    }
+};
 
 TEST_F(Review, ShowsARewriteAndPutsItIn) {
     start();
@@ -141,6 +161,7 @@ TEST_F(Review, QuittingAsksWhileWorkIsUnfinished) {
     press("space");
     EXPECT_EQ(host->exitStatus(), 0) << host->output();
     EXPECT_THAT(host->output(), testing::Not(HasSubstr("know"))) << "a writer's text was printed";
+    expectInNoFile({"I know it", "i knwo it"});
 }
 
 } // namespace

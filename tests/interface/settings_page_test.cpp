@@ -94,6 +94,21 @@ TEST_F(SettingsPage, ExcludesAProgramThatWasUsedLately) {
     EXPECT_TRUE(kept("_fields;"));
 }
 
+TEST_F(SettingsPage, ShowsWhatIsMissingOnThisDesktop) {
+    screen().press("push button", "Check what Quillmark needs …");
+    ASSERT_TRUE(screen().shows("list item", "Window manager · good"));
+    EXPECT_TRUE(screen().shows("list item", "Clipboard manager · degraded"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
+    screen().press("push button", "Copy for a report");
+    EXPECT_TRUE(comes([&] {
+        return desktop.text("CLIPBOARD").value_or("").find("\nhot-key: good: ") != std::string::npos;
+    }));
+    screen().press("push button", "Look again");
+    EXPECT_TRUE(screen().shows("list item", "Language model · good"));
+    press("Escape");
+    EXPECT_TRUE(screen().shows("push button", "Excluded programs: Add …"));
+}
+
 TEST_F(SettingsPage, SpeaksAnotherLanguageAtOnce) {
     screen().press("combo box", "Language");
     ASSERT_TRUE(screen().shows("menu item", "한국어"));

@@ -3,6 +3,7 @@
 #include "testing/desktop/host.h"
 
 #include <filesystem>
+#include <iostream>
 
 namespace testbed {
 
@@ -17,11 +18,16 @@ void Writer::start(const std::string& settings, const std::map<std::string, std:
     std::filesystem::create_directories(folder / "config/quillmark");
     if (!settings.empty()) writeFile(folder / "config/quillmark/interface.conf", settings);
     const auto interface = std::filesystem::path(hostProgram()).parent_path() / "quillmark-interface";
-    host.emplace(std::vector<std::string>{hostProgram(), interface.string()}, all);
+    host.emplace(std::vector<std::string>{hostProgram(), "--trace", interface.string()}, all);
     screen_.emplace(host->pid());
     ASSERT_TRUE(comes([&] { return screen().isFocused("text", ""); })) << host->output();
     ASSERT_TRUE(comes([&] { return !desktop.windows(host->pid()).empty(); }));
     window_ = desktop.windows(host->pid()).front();
+}
+
+// Host and interface have said to each other what explains a failure.
+void Writer::TearDown() {
+    if (HasFailure() && host) std::cout << host->output();
 }
 
 void Writer::end() {

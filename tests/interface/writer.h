@@ -21,6 +21,8 @@ class Writer : public testing::Test {
 protected:
     using Manner = RewritingModel::Manner;
 
+    void TearDown() override;
+
     // Starts host and interface; `settings` as the interface keeps them.
     void start(const std::string& settings = known,
                const std::map<std::string, std::string>& environment = {});

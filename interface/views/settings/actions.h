@@ -1,6 +1,7 @@
 // What the settings pages ask of the program. What is changed takes effect at once.
 #pragma once
 
+#include "check/finding.h"
 #include "model/chosen_server.h"
 #include "model/consent.h"
 #include "settings/programs.h"
@@ -38,6 +39,13 @@ struct SettingsActions {
     std::function<bool()> startsAtLogin;
     std::function<std::optional<std::string>(bool)> setStartsAtLogin; // the system's words on why not
     std::function<bool()> hasPlaceForIcon;
+
+    // What there is on this desktop; absent with a sentence on why it could not be looked at.
+    using Checked =
+        std::function<void(const std::optional<std::vector<Finding>>&, const std::string& problem)>;
+    std::function<void(Checked)> check;
+    // To the pasteboard; not while a text is being put in.
+    std::function<void(const std::string& text, std::function<void(bool copied)>)> copy;
 
     std::function<void()> help;
     std::function<void()> back = {}; // the window sets it

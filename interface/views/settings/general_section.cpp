@@ -1,5 +1,6 @@
 #include "views/settings/general_section.h"
 
+#include "language/check_phrases.h"
 #include "language/settings_phrases.h"
 #include "views/look.h"
 
@@ -9,11 +10,15 @@
 
 namespace quillmark {
 
-GeneralSection::GeneralSection(const SettingsActions& actions)
+GeneralSection::GeneralSection(const SettingsActions& actions, const std::function<void()>& check)
     : Section(say(phrases::general)), actions_(actions) {
     addLanguage();
     addLogin();
     addStatusIcon();
+    auto* button = Gtk::make_managed<Gtk::Button>(say(phrases::check));
+    button->set_halign(Gtk::ALIGN_START);
+    button->signal_clicked().connect(check);
+    addRow(button);
 }
 
 void GeneralSection::addLanguage() {

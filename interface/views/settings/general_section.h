@@ -1,4 +1,4 @@
-// Language, start at login, status icon.
+// Language, start at login, status icon, and the way to the page that checks the desktop.
 #pragma once
 
 #include "views/settings/actions.h"
@@ -8,7 +8,7 @@ namespace quillmark {
 
 class GeneralSection : public Section {
 public:
-    explicit GeneralSection(const SettingsActions& actions);
+    GeneralSection(const SettingsActions& actions, const std::function<void()>& check);
 
 private:
     void addLanguage();

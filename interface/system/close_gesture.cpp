@@ -1,5 +1,6 @@
-#include "system/title_bar.h"
+#include "system/close_gesture.h"
 
+#include <X11/XKBlib.h>
 #include <gdk/gdkx.h>
 
 #include <array>
@@ -32,21 +33,30 @@ std::array<int, 2> positionOf(Display* display, Window window) {
     return place;
 }
 
-} // namespace
-
-bool pointerIsOnTitleBar(unsigned long view) {
-    auto* gdk = gdk_display_get_default();
-    auto* display = gdk_x11_get_default_xdisplay();
-    gdk_x11_display_error_trap_push(gdk);
+bool pointerIsOnTitleBar(Display* display, Window view) {
     const Window frame = outermost(display, view);
     Window root = None, child = None;
     int x = 0, y = 0, unused = 0;
     unsigned buttons = 0;
     XQueryPointer(display, DefaultRootWindow(display), &root, &child, &x, &y, &unused, &unused, &buttons);
+    if (child != frame) return false;
     const int top = positionOf(display, frame)[1], bottom = positionOf(display, view)[1];
-    if (gdk_x11_display_error_trap_pop(gdk) != 0 || child != frame) return false;
     // Above the view are the title bar and, lower, the menu bar.
     return y < top + (bottom - top) / 2;
+}
+
+} // namespace
+
+bool personClosesWindow(unsigned long view) {
+    auto* gdk = gdk_display_get_default();
+    auto* display = gdk_x11_get_default_xdisplay();
+    XkbStateRec keyboard{};
+    XkbGetState(display, XkbUseCoreKbd, &keyboard);
+    if ((keyboard.mods & ControlMask) != 0) return false;
+    if ((keyboard.mods & (Mod1Mask | Mod4Mask)) != 0) return true;
+    gdk_x11_display_error_trap_push(gdk);
+    const bool onTitleBar = pointerIsOnTitleBar(display, view);
+    return gdk_x11_display_error_trap_pop(gdk) == 0 && onTitleBar;
 }
 
 } // namespace quillmark

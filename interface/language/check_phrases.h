@@ -1,0 +1,71 @@
+// What the page says that shows what Quillmark needs on this desktop.
+#pragma once
+
+#include "language/phrase.h"
+
+#include <array>
+#include <string_view>
+
+namespace quillmark::phrases {
+
+inline constexpr Phrase checkTitle{"What Quillmark needs", "Quillmark에 필요한 것"};
+inline constexpr Phrase check{"Check what Quillmark needs …", "필요한 것이 갖추어졌는지 살펴보기 …"};
+inline constexpr Phrase checking{"Looking at this desktop …", "데스크톱을 살펴보는 중 …"};
+inline constexpr Phrase checkAgain{"Look again", "다시 살펴보기"};
+inline constexpr Phrase copyReport{"Copy for a report", "신고용으로 복사"};
+inline constexpr Phrase reportCopied{
+    "The report is on the clipboard. It names programs and folders of yours, and no text.",
+    "신고할 내용이 클립보드에 있습니다. 프로그램과 폴더의 이름은 들어 있고, 쓰신 글은 없습니다."};
+inline constexpr Phrase allGood{"Nothing is missing.", "모두 갖추어져 있습니다."};
+inline constexpr Phrase notAllGood{"Missing: %1, degraded: %2", "없음: %1, 부족함: %2"};
+
+// In the order of Grade.
+inline constexpr std::array grades{Phrase{"good", "좋음"}, Phrase{"degraded", "부족함"},
+                                   Phrase{"missing", "없음"}};
+
+// One thing that is needed, under the host's name for it. The host says in English what it means when it is
+// not there; `explained` says so in Korean.
+struct Need {
+    std::string_view name;
+    Phrase title;
+    const char* explained;
+};
+
+inline constexpr std::array needs{
+    Need{"display-server",
+         {"Display server", "화면 서버"},
+         "X 서버를 쓸 수 없으면 시작되지 않습니다. X11(Xorg) 세션으로 로그인하세요."},
+    Need{"host",
+         {"Quillmark itself", "Quillmark"},
+         "실행 중인 Quillmark가 답하지 않습니다. 끝내고 다시 시작하세요."},
+    Need{"window-manager",
+         {"Window manager", "창 관리자"},
+         "프로그램을 앞으로 가져오지 못하는 창 관리자에서는 고친 글이 클립보드에서 기다립니다. "
+         "다른 창 관리자를 쓰세요."},
+    Need{"session-bus",
+         {"Session bus", "세션 버스"},
+         "다른 프로그램의 글을 읽을 수 없습니다. 데스크톱 세션으로 로그인하세요."},
+    Need{"accessibility",
+         {"Accessibility", "접근성"},
+         "다른 프로그램의 글을 읽을 수 없습니다. at-spi2-core를 설치하고, 먼저 실행되던 프로그램은 다시 "
+         "시작하세요."},
+    Need{"hot-key",
+         {"Hot key", "단축키"},
+         "단축키를 눌러도 글을 가져오지 못할 수 있습니다. 설정에서 다른 키를 고르거나, 데스크톱의 단축키로 "
+         "quillmark-host --capture를 실행하세요."},
+    Need{"clipboard-manager",
+         {"Clipboard manager", "클립보드 관리자"},
+         "Quillmark를 끝내면 클립보드에 넣은 글이 사라집니다. 클립보드 관리자를 설치하고 로그인할 때 "
+         "시작되게 하세요."},
+    Need{"language-model",
+         {"Language model", "언어 모델"},
+         "맞춤법만 고칩니다. 이 컴퓨터에서 언어 모델 서버를 시작하거나, 설정에서 서버를 고르세요."},
+    Need{"interface",
+         {"This window", "이 창"},
+         "이 창의 프로그램을 시작할 수 없습니다. Quillmark를 다시 설치하세요."},
+    Need{"files",
+         {"Files", "파일"},
+         "설정과 창의 위치를 저장할 수 없거나, 다른 사람이 바꿀 수 있습니다. 폴더의 권한을 살펴보세요."},
+};
+
+} // namespace quillmark::phrases
