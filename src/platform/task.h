@@ -42,7 +42,7 @@ private:
 };
 
 // For operations that tasks wait for. Such an operation gets the waiting task as `Suspended`, learns of a
-// cancellation through `cancellation()`, and resumes the task on the executor, or destroys it when the
+// cancellation through `cancellation()`, and resumes the task in the background, or destroys it when the
 // program ends. An error that leaves the task ends the program.
 class Task::promise_type {
 public:

@@ -1,8 +1,10 @@
 #include "platform/main_queue.h"
 
+#include "platform/linux/base/file_descriptor.h"
 #include "platform/never_destroyed.h"
 
 #include <glib.h>
+#include <sys/eventfd.h>
 
 #include <algorithm>
 #include <deque>
@@ -25,31 +27,35 @@ bool later(const Timer& left, const Timer& right) {
     return left.due != right.due ? left.due > right.due : left.order > right.order;
 }
 
-// One source of the main loop for all entries and timers. Its ready time wakes the loop: at once while
-// entries wait, else when the next timer falls due. GLib does not dispatch a source from inside its own
-// dispatch, so entries wait while one of them runs a main loop of its own.
+// One source of the main loop for all entries and timers. An event descriptor wakes the loop for what another
+// thread adds, its ready time while entries are left and when the next timer falls due. (GLib's own way to
+// wake a loop holds its lock meanwhile, and the main thread, awake at once, would have to wait for it.) GLib
+// does not dispatch a source from inside its own dispatch, so entries wait while one of them runs a main loop
+// of its own.
 class Queue {
 public:
-    Queue() {
+    Queue() : wakes_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         static GSourceFuncs functions{nullptr, nullptr, &Queue::dispatch, nullptr, nullptr, nullptr};
         source_ = g_source_new(&functions, sizeof(GSource));
         g_source_set_static_name(source_, "main queue");
         // GTK draws at this priority too, so it gets turns however many entries arrive.
         g_source_set_priority(source_, G_PRIORITY_HIGH_IDLE + 20);
+        g_source_add_unix_fd(source_, wakes_.number(), G_IO_IN);
         g_source_attach(source_, nullptr);
     }
 
     void add(Work work) {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
         arrived_.push_back(std::move(work));
-        wakeAt(0);
+        wake(std::move(lock));
     }
 
     void addTimer(TimePoint due, Work work) {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
+        const bool isNext = timers_.empty() || due < timers_.front().due;
         timers_.push_back({due, nextOrder_++, std::move(work)});
         std::push_heap(timers_.begin(), timers_.end(), later);
-        wakeAt(microseconds(timers_.front().due));
+        if (isNext) wake(std::move(lock));
     }
 
     // Never destroyed, so that a thread that outlives the main loop may still post.
@@ -69,10 +75,10 @@ private:
         return std::chrono::ceil<std::chrono::microseconds>(time.time_since_epoch()).count();
     }
 
-    void wakeAt(std::int64_t time) {
-        if (readyTime_ != never && readyTime_ <= time) return;
-        readyTime_ = time;
-        g_source_set_ready_time(source_, time);
+    void wake(std::unique_lock<std::mutex> lock) {
+        if (std::exchange(isAwake_, true)) return;
+        lock.unlock();
+        eventfd_write(wakes_.number(), 1);
     }
 
     static gboolean dispatch(GSource*, GSourceFunc, gpointer) noexcept {
@@ -93,8 +99,10 @@ private:
     }
 
     void takeBatch() {
+        eventfd_t count = 0;
+        eventfd_read(wakes_.number(), &count); // before the look at what has arrived
         const std::lock_guard lock(mutex_);
-        readyTime_ = 0; // while the batch runs, other threads need not wake the loop
+        isAwake_ = true;
         for (const TimePoint time = now(); !timers_.empty() && timers_.front().due <= time;) {
             std::pop_heap(timers_.begin(), timers_.end(), later);
             arrived_.push_back(std::move(timers_.back().work));
@@ -104,13 +112,14 @@ private:
     }
 
     void sleepUntilNeeded() {
-        const std::lock_guard lock(mutex_);
-        if (batch_.empty() && arrived_.empty()) {
-            readyTime_ = timers_.empty() ? never : microseconds(timers_.front().due);
-        }
-        g_source_set_ready_time(source_, readyTime_);
+        std::unique_lock lock(mutex_);
+        isAwake_ = !batch_.empty() || !arrived_.empty();
+        const auto next = isAwake_ ? 0 : timers_.empty() ? never : microseconds(timers_.front().due);
+        lock.unlock();
+        g_source_set_ready_time(source_, next);
     }
 
+    FileDescriptor wakes_;
     GSource* source_ = nullptr;
     std::deque<Work> batch_; // main thread only
 
@@ -118,7 +127,7 @@ private:
     std::deque<Work> arrived_;
     std::vector<Timer> timers_; // a heap, the next one first
     std::uint64_t nextOrder_ = 0;
-    std::int64_t readyTime_ = never;
+    bool isAwake_ = false; // a turn is under way or will come, and looks at everything above
 };
 
 } // namespace

@@ -13,7 +13,9 @@ void Answer::add(std::string_view text) {
     if (state_ != State::growing || !wanted_) return;
     text_ += text;
     hasNewText_ = true;
-    wake(std::move(lock));
+    const auto task = takeReadyTask();
+    lock.unlock();
+    if (task) task.resume();
 }
 
 void Answer::startOver() {
@@ -122,10 +124,13 @@ void Answer::cancel() {
 }
 
 void Answer::wake(std::unique_lock<std::mutex> lock) {
-    if (!isReadyLocked(waitingUntil_)) return;
-    const auto task = std::exchange(waiting_, nullptr);
+    const auto task = takeReadyTask();
     lock.unlock();
     if (task) resumeInBackground(task);
+}
+
+Task::Suspended Answer::takeReadyTask() {
+    return isReadyLocked(waitingUntil_) ? std::exchange(waiting_, nullptr) : nullptr;
 }
 
 } // namespace platform

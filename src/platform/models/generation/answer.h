@@ -17,6 +17,8 @@ namespace platform {
 class Answer {
 public:
     // The maker's side. Only the first end, refusal or failure counts; what comes behind it is dropped.
+    // Text is added on a background thread, and a task that waits for it goes on inside the call: another
+    // thread would have to wake up first.
     void add(std::string_view text);
     // What has been added was no part of the answer.
     void startOver();
@@ -50,6 +52,7 @@ private:
     void finish(State state, std::string sentence, std::optional<std::int64_t> tokens = std::nullopt);
     void throwIfWithoutEnd() const;
     void wake(std::unique_lock<std::mutex> lock);
+    Task::Suspended takeReadyTask();
 
     mutable std::mutex mutex_;
     std::string text_;
