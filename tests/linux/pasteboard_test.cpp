@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
 #include <signal.h>
+#include <xcb/xfixes.h>
 
 #include <algorithm>
 #include <chrono>
@@ -154,6 +155,46 @@ TEST_F(PasteboardTest, AClearedPasteboardIsEmptyButOwned) {
     EXPECT_EQ(given("x-kde-passwordManagerHint")->bytes, "secret");
     EXPECT_THAT(pasteboard().pasteboardItems(), Optional(testing::IsEmpty()));
     EXPECT_EQ(hostText(), std::nullopt);
+}
+
+TEST_F(PasteboardTest, AnAnswerIsAboutTheOwnerOfWhichTheProgramHasHeardLast) {
+    constexpr int rounds = 300;
+    ASSERT_TRUE(pasteboard().setString("text", PasteboardTypeString));
+    RawClient other;
+    auto* xcb = other.xcb();
+    free(xcb_xfixes_query_version_reply(xcb, xcb_xfixes_query_version(xcb, 5, 0), nullptr));
+    const std::uint8_t ownerChange = xcb_get_extension_data(xcb, &xcb_xfixes_id)->first_event;
+    xcb_xfixes_select_selection_input(xcb, other.window(), other.atom("CLIPBOARD"),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+    const xcb_atom_t target = other.atom("UTF8_STRING");
+    int owners = 0, wrong = 0;
+    std::jthread program([&] {
+        while (owners < 2 * rounds) {
+            bool answered = false;
+            const auto hear = [&](const xcb_generic_event_t& event) {
+                if ((event.response_type & 0x7F) == ownerChange) ++owners;
+                if ((event.response_type & 0x7F) != XCB_SELECTION_NOTIFY) return;
+                answered = true;
+                const bool hasText =
+                    reinterpret_cast<const xcb_selection_notify_event_t&>(event).property != XCB_NONE;
+                wrong += hasText != (owners % 2 == 0); // every other owner is an empty one
+            };
+            xcb_convert_selection(xcb, other.window(), other.atom("CLIPBOARD"), target, target,
+                                  XCB_CURRENT_TIME);
+            xcb_flush(xcb);
+            while (!answered) {
+                const std::unique_ptr<xcb_generic_event_t, decltype(&free)> event(xcb_wait_for_event(xcb),
+                                                                                  free);
+                hear(*event);
+            }
+        }
+    });
+    for (int round = 0; round < rounds; ++round) {
+        pasteboard().clearContents();
+        pasteboard().setString("text", PasteboardTypeString);
+    }
+    program.join();
+    EXPECT_EQ(wrong, 0);
 }
 
 TEST_F(PasteboardTest, StoppedOwnerIsWaitedForOnce) {

@@ -16,6 +16,11 @@ std::optional<T> attribute(const AXUIElementRef& element, std::string_view name)
     return wanted ? std::optional<T>(std::move(*wanted)) : std::nullopt;
 }
 
+// Null for an element that is not on the accessibility bus.
+const AXUIElement::Accessible* accessibleOf(const AXUIElementRef& element) {
+    return element ? std::get_if<AXUIElement::Accessible>(&element.get()->what) : nullptr;
+}
+
 } // namespace
 
 bool Place::operator==(const Place& other) const {
@@ -60,9 +65,14 @@ std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_sp
     return attribute<std::string>(element, "AXSelectedText");
 }
 
+bool tellsLate(const AXUIElementRef& element) {
+    const auto* accessible = accessibleOf(element);
+    return accessible != nullptr && accessible->seen.toolkit == at_spi::Toolkit::chromium;
+}
+
 const at_spi::Object* objectOf(const AXUIElementRef& element) {
-    const auto* object = element ? std::get_if<AXUIElement::Accessible>(&element.get()->what) : nullptr;
-    return object ? &object->seen.object : nullptr;
+    const auto* accessible = accessibleOf(element);
+    return accessible != nullptr ? &accessible->seen.object : nullptr;
 }
 
 } // namespace platform::typing

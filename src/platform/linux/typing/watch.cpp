@@ -110,7 +110,9 @@ bool KeystrokeGuard::Watch::mayPaste() {
     // LibreOffice removes the selected text and then asks for what is to replace it.
     if (happened.removed)
         return selectsAll ? happened.removed->location == 0 : happened.removed == place_.selection;
-    return !happened.toText && (selectsAll ? allIsSelected() : !happened.toSelection);
+    if (happened.toText) return false;
+    if (!selectsAll) return !happened.toSelection;
+    return (!happened.toSelection && typing::tellsLate(place_.element)) || allIsSelected();
 }
 
 // Qt, Chromium and Firefox answer nothing while they wait for the pasteboard, and do nothing else either.

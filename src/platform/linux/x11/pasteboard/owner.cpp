@@ -43,9 +43,12 @@ void Owner::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
         offers_ = std::exchange(claimedOffers_, {});
         ownedSince_ = time;
     }
+    for (const auto& request : std::exchange(early_, {}))
+        answer(request);
 }
 
 void Owner::answer(const xcb_selection_request_event_t& request) {
+    if (claiming()) return early_.push_back(request);
     if (!mustWait(request)) return reply(request, true);
     hold_->requests.push_back(request);
     hold_->arrived();

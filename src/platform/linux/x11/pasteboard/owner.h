@@ -15,8 +15,9 @@ namespace platform::selection {
 // thread.
 //
 // The server's events say when the host owns the selection. Contents are delivered from the event that says
-// that the host is the owner to the event that says that another is, so what is delivered always belongs to
-// the time it was asked for.
+// that the host is the owner to the event that says that another is. What is asked for between a claim and
+// its event is answered after it: programs get that event before any answer, and would take an answer about
+// the contents before for one about the new ones (LibreOffice 7.4 then found nothing to paste).
 class Owner {
 public:
     explicit Owner(XcbConnection& connection);
@@ -64,6 +65,7 @@ private:
     XcbConnection& connection_;
     SharedContents claimed_; // not yet granted
     std::vector<Offer> claimedOffers_;
+    std::vector<xcb_selection_request_event_t> early_; // that have come since the claim
     SharedContents contents_;
     std::vector<Offer> offers_;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
