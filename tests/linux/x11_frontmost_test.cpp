@@ -42,6 +42,23 @@ TEST_F(Frontmost, IsAbsentWhileTheFocusIsNotWithTheActiveWindow) {
     XDestroyWindow(connection->display(), popup);
 }
 
+TEST_F(Frontmost, IsNeverAbsentWhileTheFocusMovesToAnotherProgram) {
+    const testbed::Fields first(desktop, {"entry"});
+    const auto firstApplication = front();
+    const testbed::Fields second(desktop, {"entry"});
+    const auto secondApplication = front();
+    ASSERT_TRUE(firstApplication && secondApplication);
+    for (int turn = 0; turn < 20; ++turn) {
+        const auto& next = turn % 2 == 0 ? *firstApplication : *secondApplication;
+        next.activateFromApplication(RunningApplication::currentApplication());
+        EXPECT_TRUE(runUntil([&] {
+            const auto application = front();
+            EXPECT_TRUE(application) << turn;
+            return application == next;
+        }));
+    }
+}
+
 TEST_F(Frontmost, IsKnownByItsDesktopFile) {
     const char* data = std::getenv("XDG_DATA_HOME");
     ASSERT_TRUE(data) << "it would write into the user's own folder: use script/virtual-desktop";

@@ -5,9 +5,17 @@
 #include "platform/linux/programs/process.h"
 #include "platform/linux/x11/windows/front_window.h"
 
+#include <chrono>
 #include <memory>
 
 namespace platform {
+namespace {
+
+// A hot key pressed right after a click on another window means that window. openbox 3.6.1 names it up to 25 ms
+// after the click on a busy machine.
+constexpr std::chrono::milliseconds longestMoveOfTheFocus{100};
+
+} // namespace
 
 Workspace& Workspace::sharedWorkspace() {
     static Workspace workspace;
@@ -15,7 +23,7 @@ Workspace& Workspace::sharedWorkspace() {
 }
 
 std::optional<RunningApplication> Workspace::frontmostApplication() const {
-    const auto front = x11::frontWindow();
+    const auto front = x11::settledFrontWindow(longestMoveOfTheFocus);
     if (!front) return std::nullopt;
     if (isOwnProcess(front->process)) return RunningApplication::currentApplication();
     // A paste asks every few milliseconds; the process and the window's properties are read again only when

@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <optional>
 
 namespace platform::x11 {
@@ -26,5 +27,9 @@ WindowId focusedWindow();
 // there. Absent while only one of the two has moved to another program yet, and when no program has the
 // focus.
 std::optional<FrontWindow> frontWindow();
+
+// The same; while only one of the two has moved, waits for the other, at most that long. Launchers take the
+// focus without becoming active, so it may never come.
+std::optional<FrontWindow> settledFrontWindow(std::chrono::milliseconds limit);
 
 } // namespace platform::x11
