@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-// A hot key pressed right after a click on another window means that window. openbox 3.6.1 names it up to 25 ms
-// after the click on a busy machine.
+// A hot key pressed right after a click on another window means that window. On a busy machine openbox 3.6.1
+// names it up to 25 ms later.
 constexpr std::chrono::milliseconds longestMoveOfTheFocus{100};
 
 } // namespace
