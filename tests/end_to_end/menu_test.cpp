@@ -2,6 +2,7 @@
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 #include "testing/desktop/host.h"
+#include "testing/desktop/screen_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -71,6 +72,23 @@ TEST_F(HostMenu, FullScreenAndBackByKeyAndByItemRelabelsTheItemEachTime) {
     EXPECT_TRUE(viewMenuIs(50, 180)) << "it still says how to leave";
     choose(3, 0);
     EXPECT_TRUE(waitUntil([&] { return desktop.isHidden(window); }));
+}
+
+TEST_F(HostMenu, ZoomsAndBackAndTellsWhatTheProgramIs) {
+    const auto fillsTheDesktop = [&] { return desktop.hasState(window, "_NET_WM_STATE_MAXIMIZED_VERT"); };
+    choose(3, 1);
+    EXPECT_TRUE(waitUntil(fillsTheDesktop));
+    choose(3, 1);
+    EXPECT_TRUE(waitUntil([&] { return !fillsTheDesktop(); }));
+
+    ScreenReader screen(host.process().pid());
+    for (int time = 0; time < 2; ++time) {
+        choose(0, 0);
+        ASSERT_TRUE(screen.shows("dialog", "About Quillmark") &&
+                    waitUntil([&] { return desktop.activeWindow() != window; }));
+        desktop.keyboard.press("Escape");
+        EXPECT_TRUE(waitUntil([&] { return desktop.activeWindow() == window; })) << "the panel stays";
+    }
 }
 
 } // namespace

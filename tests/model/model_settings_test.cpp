@@ -1,5 +1,7 @@
 // The user's choice of a model: addresses, the file, the environment.
+#include "platform/models/language_model_command.h"
 #include "platform/models/settings/settings_file.h"
+#include "testing/model_server/scripted_server.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +14,9 @@ namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 TEST(ServerAddresses, AreReadAsPeopleWriteThem) {
     const std::pair<const char*, const char*> table[] = {
@@ -99,6 +103,41 @@ TEST_F(OwnSettings, ComeBackAsTheyWereWrittenAndAreForThisUserAlone) {
 
     std::ofstream(file) << "address=http://192.168.0.2:8080\n";
     EXPECT_THAT(readModelSettings().problem, HasSubstr("begins with https://"));
+}
+
+// What the command prints, to either stream, and its status.
+std::string command(const std::vector<std::string>& words) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int status = languageModelCommand(words);
+    return std::to_string(status) + " " + testing::internal::GetCapturedStdout() +
+           testing::internal::GetCapturedStderr();
+}
+
+TEST_F(OwnSettings, AreWrittenByTheCommandThatSaysWhatComesOfThem) {
+    const ScriptedServer server;
+    EXPECT_EQ(
+        writeSettingsFile(modelSettingsFile(), {readServerAddress("https://example.org"), "m", "secret"}),
+        "");
+    EXPECT_THAT(command({"--json", server.url(), "m"}),
+                AllOf(StartsWith("0 {\"state\":\"available\""), HasSubstr(server.url())));
+    const auto chosen = readModelSettings().settings;
+    EXPECT_EQ(chosen.address->url(), server.url());
+    EXPECT_EQ(chosen.model, "m");
+    EXPECT_EQ(chosen.key, "") << "a key went to another server";
+    EXPECT_THAT(command({}), StartsWith("0 The model m answers"));
+    EXPECT_THAT(command({server.url(), "other"}),
+                AllOf(StartsWith("1 "), HasSubstr("has no model \"other\"")));
+
+    EXPECT_THAT(command({"nowhere at all"}),
+                StartsWith("2 quillmark-host: nowhere at all is not the address"));
+    EXPECT_THAT(command({"http://example.org"}), AllOf(StartsWith("2 "), HasSubstr("https://")));
+    EXPECT_THAT(command({"--jsn"}),
+                AllOf(StartsWith("2 "), HasSubstr("come an address, a model and --json")));
+    EXPECT_THAT(command({"a", "b", "c"}), StartsWith("2 "));
+    EXPECT_EQ(readModelSettings().settings.model, "other") << "what is unclear must change nothing";
+    command({"automatic"});
+    EXPECT_EQ(readModelSettings().settings, ModelSettings());
 }
 
 TEST_F(OwnSettings, CountUnlessTheEnvironmentIsAskedFor) {
