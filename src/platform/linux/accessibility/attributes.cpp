@@ -4,21 +4,19 @@
 #include "platform/linux/at_spi/embedded_objects.h"
 #include "platform/linux/at_spi/text_quirks.h"
 
+#include <utility>
+
 namespace platform::ax {
 namespace {
 
-using namespace std::chrono_literals;
 using at_spi::Bus;
 using at_spi::FocusedObject;
 using at_spi::Role;
 using at_spi::State;
 
-// How long what was read of an element is used again: a capture finds an element and then reads one attribute
-// after the other, within a few milliseconds. Not for longer: texts change, and "show the password" turns a
-// password entry into a plain one and back, as the same object (GTK 3).
-constexpr auto mostAge = 20ms;
-
-bool isFresh(AXUIElement::Accessible::Time time) { return std::chrono::steady_clock::now() - time < mostAge; }
+bool isFresh(AXUIElement::Accessible::Time time) {
+    return std::chrono::steady_clock::now() - time < at_spi::mostAge;
+}
 
 // Reads role, states and interfaces, unless they were read just now. False when the program does not reply.
 bool look(Bus& bus, AXUIElement::Accessible& accessible) {
@@ -35,10 +33,19 @@ bool look(Bus& bus, AXUIElement::Accessible& accessible) {
 
 const at_spi::TextReading& text(Bus& bus, AXUIElement::Accessible& accessible) {
     if (!isFresh(accessible.textAt)) {
-        accessible.text = readText(bus, accessible.seen.object, accessible.seen.toolkit);
+        accessible.text =
+            readText(bus, accessible.seen.object, accessible.seen.toolkit, accessible.seen.selection);
         accessible.textAt = std::chrono::steady_clock::now();
     }
     return accessible.text;
+}
+
+std::optional<std::string> title(Bus& bus, AXUIElement::Accessible& accessible) {
+    const auto title = std::exchange(accessible.title, nullptr);
+    if (!title || !isFresh(accessible.titleAskedAt))
+        return stringPropertyIn(bus.call(nameOf(accessible.seen.object)));
+    bus.wait({title});
+    return stringPropertyIn(title->reply);
 }
 
 // GTK 4.8 does not tell an entry that hides its text from others, but gives dots in place of the text.
@@ -102,7 +109,7 @@ std::optional<AXAttributeValue> attribute(AXUIElement::Accessible& accessible, s
     Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (bus == nullptr) return std::nullopt;
     const Bus::Budget budget(*bus, queryDeadline);
-    if (name == "AXTitle") return stringPropertyIn(bus->call(nameOf(accessible.seen.object)));
+    if (name == "AXTitle") return title(*bus, accessible);
     if (!look(*bus, accessible)) return std::nullopt;
     const FocusedObject& seen = accessible.seen;
     if (name == "AXRole") return role(*bus, seen);

@@ -39,8 +39,11 @@ AXUIElementRef bareWindow(pid_t process) {
     return reference(AXUIElement::BareWindow{window, process});
 }
 
-AXUIElementRef windowReference(at_spi::Object window) {
+// A capture wants the window's title after the texts: the program can reply to all of that together.
+AXUIElementRef windowReference(Bus& bus, at_spi::Object window) {
     AXUIElement::Accessible accessible; // its role and states are read when they are asked for
+    accessible.title = bus.send(nameOf(window));
+    accessible.titleAskedAt = std::chrono::steady_clock::now();
     accessible.seen.object = std::move(window);
     return reference(std::move(accessible));
 }
@@ -138,9 +141,10 @@ AXUIElementRef focusedWindow(pid_t process) {
     if (bus == nullptr || isOwnProcess(process)) return {};
     const Bus::Budget budget(*bus, queryDeadline);
     auto window = firstAmong(*bus, process, [&](Application& program) {
-        auto object = at_spi::activeWindow(*bus, program);
+        auto object = at_spi::activeWindowJustSeen(program);
+        if (!object) object = at_spi::activeWindow(*bus, program);
         if (!object && !isActive(process)) object = at_spi::lastActiveWindow(*bus, program);
-        return object ? windowReference(std::move(*object)) : AXUIElementRef();
+        return object ? windowReference(*bus, std::move(*object)) : AXUIElementRef();
     });
     return window ? window : bareWindow(process);
 }

@@ -19,7 +19,8 @@ struct Application {
     pid_t process = 0;
     bool behindProxy = false; // the bus took a sandbox's proxy for its process
     std::optional<Toolkit> toolkit;
-    std::optional<Object> activeWindow;   // the one last found active
+    std::optional<Object> activeWindow; // the one last found active
+    std::chrono::steady_clock::time_point activeAt{};
     std::optional<Object> focusedElement; // the one last found in it
     struct Search {
         Object top;

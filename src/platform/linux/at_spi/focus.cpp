@@ -1,6 +1,7 @@
 #include "platform/linux/at_spi/focus.h"
 
 #include "platform/linux/at_spi/focus_search.h"
+#include "platform/linux/at_spi/text.h"
 #include "platform/linux/at_spi/windows.h"
 
 #include <algorithm>
@@ -17,25 +18,33 @@ std::vector<Object> latest(const FocusHistory* history, const Application& appli
     return history != nullptr ? history->of(application.name) : std::vector<Object>();
 }
 
+bool anotherGainedFocus(const Application& application, const FocusHistory* history) {
+    const auto objects = latest(history, application);
+    return !objects.empty() && objects.front() != application.focusedElement;
+}
+
 // Whether the object that was found last may still be the focused one, if it has the state FOCUSED. In
 // Chromium a field of the page keeps that state while the user types into the address bar.
 bool isLatest(const FocusedObject& element, const FocusHistory* history, const Application& application) {
-    const auto objects = latest(history, application);
-    if (!objects.empty()) return objects.front() == element.object && rankOf(element) != Rank::none;
+    if (anotherGainedFocus(application, history)) return false;
+    if (!latest(history, application).empty()) return rankOf(element) != Rank::none;
     return toolkitOf(application) != Toolkit::chromium && rankOf(element) == Rank::field;
 }
 
 // The element found last, if it still has the focus: the only round trip of most captures.
-std::optional<FocusedObject> sameAsLast(Bus& bus, const Application& application,
-                                        const FocusHistory* history) {
+std::optional<FocusedObject> sameAsLast(Bus& bus, Application& application, const FocusHistory* history) {
     if (!application.activeWindow || !application.focusedElement || !application.toolkit) return std::nullopt;
+    if (anotherGainedFocus(application, history)) return std::nullopt;
     std::vector<Call> calls;
     calls.push_back(stateOf(*application.activeWindow));
     addLook(*application.focusedElement, calls);
+    calls.push_back(selectionOf(*application.focusedElement)); // no text, which a password field may hold
     const auto replies = bus.call(std::move(calls));
     if (!statesIn(replies[0]).has(State::active)) return std::nullopt;
+    noteActive(application, *application.activeWindow);
     auto element = seenIn(&replies[1], *application.focusedElement, toolkitOf(application));
     if (!element.states.has(State::focused) || !isLatest(element, history, application)) return std::nullopt;
+    element.selection = rangeIn(replies.back());
     return element;
 }
 
@@ -54,7 +63,8 @@ bool mayBeFocusedByMistake(const FocusedObject& element) {
 // The object in `window` that gained the focus last and still has it.
 std::optional<FocusedObject> latestIn(Bus& bus, const Object& window, const std::vector<Object>& windows,
                                       const Application& application, const FocusHistory* history) {
-    for (FocusedObject& element : look(bus, latest(history, application), toolkitOf(application))) {
+    for (const Object& object : latest(history, application)) {
+        auto element = look(bus, object, toolkitOf(application)); // mostly the first is the one
         if (!element.states.has(State::focused) || !isInside(bus, element.object, window, windows)) continue;
         if (mayBeFocusedByMistake(element)) continue;
         return isFinal(element) ? std::optional(std::move(element)) : std::nullopt;
@@ -86,7 +96,7 @@ std::optional<FocusedObject> focusedElement(Bus& bus, Application& application, 
     if (auto same = sameAsLast(bus, application, history)) return same;
     const auto windows = windowsOf(bus, application);
     const auto window = activeAmong(bus, windows);
-    if (window) application.activeWindow = window;
+    if (window) noteActive(application, *window);
     auto found = window ? latestIn(bus, *window, windows, application, history) : std::nullopt;
     if (!found) {
         const Object top = window ? *window : rootOf(application.name);
@@ -100,8 +110,10 @@ std::optional<FocusedObject> lastFocusedElement(Bus& bus, Application& applicati
                                                 const FocusHistory* history) {
     auto objects = latest(history, application);
     if (application.focusedElement) objects.push_back(*application.focusedElement);
-    for (FocusedObject& element : look(bus, objects, toolkitOf(application)))
-        if (isOnScreen(element.states, element.toolkit) && isFinal(element)) return std::move(element);
+    for (const Object& object : objects) {
+        auto element = look(bus, object, toolkitOf(application));
+        if (isOnScreen(element.states, element.toolkit) && isFinal(element)) return element;
+    }
     return std::nullopt;
 }
 

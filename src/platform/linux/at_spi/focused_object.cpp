@@ -47,6 +47,10 @@ std::vector<FocusedObject> look(Bus& bus, const std::vector<Object>& objects, To
     return elements;
 }
 
+FocusedObject look(Bus& bus, const Object& object, Toolkit toolkit) {
+    return std::move(look(bus, std::vector{object}, toolkit).front());
+}
+
 void addLook(const Object& object, std::vector<Call>& calls) {
     calls.push_back(stateOf(object));
     calls.push_back(roleOf(object));

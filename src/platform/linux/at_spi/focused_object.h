@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/accessibility.h"
 #include "platform/linux/at_spi/object.h"
 
+#include <optional>
 #include <vector>
 
 // Objects that may have the keyboard focus. Main thread only.
@@ -14,6 +16,8 @@ struct FocusedObject {
     States states;
     bool text = false; // it has the Text interface
     Toolkit toolkit = Toolkit::other;
+    // Where it said meanwhile that its selection is, to be asked for again with the text; may be absent.
+    std::optional<CFRange> selection = {};
 };
 
 // How likely it is that the user types into it.
@@ -30,6 +34,8 @@ bool isContainer(Role role);
 
 // Reads each of `objects`, in one round trip.
 std::vector<FocusedObject> look(Bus& bus, const std::vector<Object>& objects, Toolkit toolkit);
+
+FocusedObject look(Bus& bus, const Object& object, Toolkit toolkit);
 
 // The calls of `look`, to be made together with others: three for each object.
 void addLook(const Object& object, std::vector<Call>& calls);

@@ -91,6 +91,11 @@ inline constexpr const char* selection = "org.a11y.atspi.Selection";
 inline constexpr const char* text = "org.a11y.atspi.Text";
 } // namespace interfaces
 
+// How long what was read of an object is used again: a capture finds an element and then reads one attribute
+// after the other, within a few milliseconds. Not for longer: texts change, and "show the password" turns a
+// password entry into a plain one and back, as the same object (GTK 3).
+inline constexpr Milliseconds mostAge{20};
+
 // The object that stands for a program as a whole.
 Object rootOf(std::string program);
 

@@ -9,6 +9,10 @@ Call textCall(const Object& object, const char* method, const char* replyTypes, 
     return {object.program, object.path, interfaces::text, method, replyTypes, std::move(values)};
 }
 
+Call textIn(const Object& object, CFRange range) {
+    return textBetween(object, range.location, range.location + range.length);
+}
+
 std::string clean(std::string text, Toolkit toolkit) {
     return toolkit == Toolkit::gecko ? withoutFillers(std::move(text)) : text;
 }
@@ -20,23 +24,16 @@ std::optional<std::string> textByLength(Bus& bus, const Object& object) {
     return count && *count > 0 ? stringIn(bus.call(textBetween(object, 0, *count))) : "";
 }
 
-// The reply to GetSelection(0): two offsets, in either order.
-std::optional<CFRange> rangeIn(const Reply& reply) {
-    if (!reply.value) return std::nullopt;
-    gint32 start = 0, end = 0;
-    g_variant_get(reply.value.get(), "(ii)", &start, &end);
-    if (end < start) std::swap(start, end);
-    return start < 0 ? std::nullopt : std::optional(CFRange{start, std::int64_t{end} - start});
-}
-
 } // namespace
 
-TextReading readText(Bus& bus, const Object& object, Toolkit toolkit) {
+TextReading readText(Bus& bus, const Object& object, Toolkit toolkit, std::optional<CFRange> expected) {
     std::vector<Call> calls;
     calls.push_back(allText(object));
     calls.push_back(textCall(object, "GetNSelections", "(i)"));
     calls.push_back(selectionOf(object));
     calls.push_back(property(object, interfaces::text, "CaretOffset"));
+    const bool expectsText = expected && expected->length > 0;
+    if (expectsText) calls.push_back(textIn(object, *expected));
     const auto replies = bus.call(std::move(calls));
 
     TextReading reading;
@@ -49,6 +46,7 @@ TextReading readText(Bus& bus, const Object& object, Toolkit toolkit) {
         reading.range = rangeIn(replies[2]);
         if (toolkit == Toolkit::chromium && reading.range)
             reading.range = text ? trueRange(*text, *reading.range, caret) : std::nullopt;
+        if (expectsText && reading.range == expected) reading.selected = stringIn(replies[4]);
     } else if (reading.hasSelection && caret >= 0) {
         // Not what GetSelection(0) says: (caret, caret), (0, 0), (-1, -1) or an error, depending on the
         // toolkit.
@@ -62,13 +60,23 @@ std::optional<std::string> selectedText(Bus& bus, const Object& object, const Te
                                         Toolkit toolkit) {
     if (!reading.hasSelection || (*reading.hasSelection && !reading.range)) return std::nullopt;
     if (!*reading.hasSelection || reading.range->length == 0) return "";
-    const auto [start, length] = *reading.range;
-    auto text = stringIn(bus.call(textBetween(object, start, start + length)));
+    // Empty: what Firefox replied first (above).
+    const bool isRead = reading.selected && !reading.selected->empty();
+    auto text = isRead ? reading.selected : stringIn(bus.call(textIn(object, *reading.range)));
     return text ? std::optional(clean(std::move(*text), toolkit)) : std::nullopt;
 }
 
 Call selectionOf(const Object& object) {
     return textCall(object, "GetSelection", "(ii)", arguments("(i)", 0));
+}
+
+// Two offsets, in either order.
+std::optional<CFRange> rangeIn(const Reply& selection) {
+    if (!selection.value) return std::nullopt;
+    gint32 start = 0, end = 0;
+    g_variant_get(selection.value.get(), "(ii)", &start, &end);
+    if (end < start) std::swap(start, end);
+    return start < 0 ? std::nullopt : std::optional(CFRange{start, std::int64_t{end} - start});
 }
 
 Call allText(const Object& object) { return textBetween(object, 0, -1); }

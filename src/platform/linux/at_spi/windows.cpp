@@ -38,8 +38,18 @@ std::optional<Object> activeWindow(Bus& bus, Application& application) {
     if (application.activeWindow && activeAmong(bus, {*application.activeWindow}))
         return application.activeWindow;
     auto active = activeAmong(bus, windowsOf(bus, application));
-    if (active) application.activeWindow = active;
+    if (active) noteActive(application, *active);
     return active;
+}
+
+void noteActive(Application& application, const Object& window) {
+    application.activeWindow = window;
+    application.activeAt = std::chrono::steady_clock::now();
+}
+
+std::optional<Object> activeWindowJustSeen(const Application& application) {
+    const bool isFresh = std::chrono::steady_clock::now() - application.activeAt < mostAge;
+    return isFresh ? application.activeWindow : std::nullopt;
 }
 
 std::optional<Object> lastActiveWindow(Bus& bus, Application& application) {

@@ -13,6 +13,9 @@ std::vector<Object> windowsOf(Bus& bus, Application& application);
 
 // The program's active window. Absent when it has none. Chromium has none while nobody listens to its events.
 std::optional<Object> activeWindow(Bus& bus, Application& application);
+void noteActive(Application& application, const Object& window);
+// Absent when it was not found within the last milliseconds.
+std::optional<Object> activeWindowJustSeen(const Application& application);
 std::optional<Object> activeAmong(Bus& bus, const std::vector<Object>& windows);
 
 // What `activeWindow` found last, if it is still on the screen.
