@@ -80,6 +80,8 @@ public:
         desktop_.keyboard.press("Alt+Shift+space");
     }
     void show() { require(desktop_.activate(window()), "the window does not come to the front"); }
+    // Nothing is scrolled out of sight then.
+    void makeRoom() { desktop_.resize(window(), 1040, 4000); }
     void press(const std::string& keys) { desktop_.keyboard.press(keys); }
 
     void picture(const std::string& scene) {
@@ -150,17 +152,30 @@ private:
 
 const std::string known = "[Interface]\nintroduced=true\n";
 
-void take(const std::string& host, const std::string& interface, const std::filesystem::path& pictures,
-          const Look& look) {
-    std::printf("pictures: %s\n", look.name.c_str());
-    std::fflush(stdout);
-    RewritingModel model;
-    {
-        Stage first(host, interface, look, model, pictures, {});
-        first.show();
-        first.picture("first");
+// By the title of the settings, the names of what leads to their pages, and of a button that waits for what
+// is looked up.
+struct SettingsNames {
+    const char *title, *newInstruction, *addProgram, *check, *copyReport;
+};
+
+void takeSettings(Stage& stage, const std::string& prefix, const SettingsNames& names) {
+    stage.press("Control+comma");
+    require(stage.interface().shows("label", names.title), "the settings do not open");
+    stage.picture(prefix + "settings");
+    const std::pair<const char*, const char*> pages[]{
+        {names.newInstruction, "instruction"}, {names.addProgram, "programs"}, {names.check, "check"}};
+    for (const auto& [button, name] : pages) {
+        stage.makeRoom();
+        stage.interface().press("push button", button);
+        if (button == names.check)
+            require(waitUntil([&] { return stage.interface().isSensitive("push button", names.copyReport); }),
+                    "nothing is known of the desktop");
+        stage.picture(prefix + name);
+        stage.press("Escape");
     }
-    Stage stage(host, interface, look, model, pictures, known);
+}
+
+void takeRewrites(Stage& stage, RewritingModel& model) {
     const auto scene = [&](const std::string& name, const std::string& text, const std::string& answer) {
         model.answers(answer);
         stage.capture(text);
@@ -186,10 +201,53 @@ void take(const std::string& host, const std::string& interface, const std::file
     require(stage.interface().shows("push button", "Again"), "the failure is not shown");
     stage.picture("failed");
     stage.press("Control+h");
+    require(stage.interface().shows("label", "History"), "the history does not open");
     stage.picture("history");
     stage.press("Escape");
-    stage.press("Control+comma");
-    stage.picture("settings");
+}
+
+void takeQuestion(Stage& stage, RewritingModel& model) {
+    model.answers(correctedLetter);
+    stage.capture(letter);
+    require(waitUntil([&] { return stage.interface().isSensitive("push button", "Apply"); }),
+            "nothing was rewritten");
+    stage.press("x"); // nobody quits in the middle of work without being asked
+    stage.press("Control+q");
+    require(stage.interface().shows("push button", "Stay"), "nothing is asked before the end");
+    stage.picture("quit");
+}
+
+void takeKorean(Stage& stage, RewritingModel& model) {
+    model.answers(correctedKorean);
+    stage.capture(korean);
+    require(stage.interface().shows("push button", "다시"), "nothing was rewritten");
+    stage.picture("ko-letter");
+    takeSettings(stage, "ko-",
+                 {"설정", "새 지시", "제외한 프로그램: 추가 …", "필요한 것이 갖추어졌는지 살펴보기 …",
+                  "신고용으로 복사"});
+}
+
+void take(const std::string& host, const std::string& interface, const std::filesystem::path& pictures,
+          const Look& look) {
+    std::printf("pictures: %s\n", look.name.c_str());
+    std::fflush(stdout);
+    RewritingModel model;
+    {
+        Stage first(host, interface, look, model, pictures, {});
+        first.show();
+        first.picture("first");
+    }
+    {
+        Stage stage(host, interface, look, model, pictures, known);
+        takeRewrites(stage, model);
+        takeSettings(stage, "",
+                     {"Settings", "New instruction", "Excluded programs: Add …",
+                      "Check what Quillmark needs …", "Copy for a report"});
+        stage.press("Escape");
+        takeQuestion(stage, model);
+    }
+    Stage stage(host, interface, look, model, pictures, known + "language=ko\n");
+    takeKorean(stage, model);
 }
 
 } // namespace

@@ -69,6 +69,7 @@ void HistoryPage::show(const History& history) {
             column->pack_start(*label, Gtk::PACK_SHRINK);
         }
         list_.append(*column);
+        nameFor(*column->get_parent(), place->get_text(), text->get_text()); // the row
     }
     list_.show_all_children();
     clear_.set_sensitive(!history.entries().empty());

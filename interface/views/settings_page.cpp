@@ -20,14 +20,16 @@ SettingsPage::SettingsPage(SettingsActions actions)
       instructions_(actions_, [this](std::size_t index) { edit(index); }),
       excluded_(actions_, [this] { pickProgram(); }),
       form_([this](const Instruction& instruction) { saved(instruction); }),
-      programs_([this](const ProgramName& program) {
-          actions_.change([&](Settings& settings) {
-              if (std::ranges::find(settings.excludedApps, program.id) == settings.excludedApps.end())
-                  settings.excludedApps.push_back(program.id);
-          });
-          excluded_.show();
-          goHome();
-      }),
+      programs_(
+          [this](const ProgramName& program) {
+              actions_.change([&](Settings& settings) {
+                  if (std::ranges::find(settings.excludedApps, program.id) == settings.excludedApps.end())
+                      settings.excludedApps.push_back(program.id);
+              });
+              excluded_.show();
+              goHome();
+          },
+          [this] { goHome(); }),
       check_(actions_) {
     set_border_width(12);
     addClass(title_, look::heading);

@@ -138,6 +138,11 @@ TEST_F(Review, AModelThatDiesLeavesTheTextAndAWayToGoOn) {
     model.answers("I know it");
     press("Control+r");
     EXPECT_TRUE(rewritten("I know it"));
+    pressHotKey();
+    ASSERT_TRUE(comes([&] { return model.requests() == 3; }));
+    press("Control+h");
+    ASSERT_TRUE(screen().shows("label", "History"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
 }
 
 TEST_F(Review, QuittingAsksWhileWorkIsUnfinished) {
@@ -152,6 +157,7 @@ TEST_F(Review, QuittingAsksWhileWorkIsUnfinished) {
     press("Control+q");
     ASSERT_TRUE(screen().shows("push button", "Stay"));
     EXPECT_TRUE(hasKeyboard("push button", "Stay"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
     press("space");
     ASSERT_TRUE(screen().shows("text", "Rewrite"));
     EXPECT_EQ(rewrite(), "xI know it");

@@ -89,6 +89,10 @@ TEST_F(SettingsPage, ExcludesAProgramThatWasUsedLately) {
     open();
     screen().press("push button", "Excluded programs: Add …");
     ASSERT_TRUE(hasKeyboard("text", "Search"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
+    press("Escape");
+    screen().press("push button", "Excluded programs: Add …");
+    ASSERT_TRUE(hasKeyboard("text", "Search"));
     press("Return");
     EXPECT_TRUE(screen().shows("push button", "Remove Gtk_fields"));
     EXPECT_TRUE(kept("_fields;"));

@@ -10,7 +10,8 @@
 
 namespace quillmark {
 
-ProgramChooser::ProgramChooser(std::function<void(const ProgramName&)> chosen)
+ProgramChooser::ProgramChooser(std::function<void(const ProgramName&)> chosen,
+                               const std::function<void()>& back)
     : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 8), chosen_(std::move(chosen)) {
     search_.set_placeholder_text(say(phrases::searchProgram));
     nameFor(search_, say(phrases::searchProgram));
@@ -26,6 +27,7 @@ ProgramChooser::ProgramChooser(std::function<void(const ProgramName&)> chosen)
         for (int i = 0; auto* row = list_.get_row_at_index(i); ++i)
             if (matches(row)) return chosen_(ProgramName(programs_.at(static_cast<std::size_t>(i))));
     });
+    search_.signal_stop_search().connect(back); // else the search keeps Esc to itself
     scroller_.add(list_);
     pack_start(search_, Gtk::PACK_SHRINK);
     pack_start(scroller_, Gtk::PACK_EXPAND_WIDGET);
@@ -55,6 +57,7 @@ void ProgramChooser::addProgram(const ProgramName& program, const std::string& r
     label->set_margin_bottom(4);
     programs_.push_back(program);
     list_.append(*label);
+    nameFor(*label->get_parent(), label->get_text()); // the row
 }
 
 bool ProgramChooser::matches(Gtk::ListBoxRow* row) const {

@@ -15,7 +15,7 @@ namespace quillmark {
 
 class ProgramChooser : public Gtk::Box {
 public:
-    explicit ProgramChooser(std::function<void(const ProgramName&)> chosen);
+    ProgramChooser(std::function<void(const ProgramName&)> chosen, const std::function<void()>& back);
 
     void show(std::vector<ProgramName> recent, const std::vector<ProgramName>& installed);
 
