@@ -27,6 +27,8 @@ int serve(int& argc, char**& argv) {
     const char* view = std::getenv("QUILLMARK_VIEW");
     if (view == nullptr)
         return failed("QUILLMARK_VIEW is not set. Start this program through quillmark-host.");
+    // Else GTK 3.24 loads OpenGL's driver in the session's first program, to learn of visuals: 50 MB.
+    setenv("GDK_GL", "disable", 0);
     Gtk::Main toolkit(argc, argv);
     quillmark::installLook();
 
