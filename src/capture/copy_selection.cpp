@@ -26,6 +26,7 @@ void postCopyKey() {
     std::optional<KeystrokeGuard> guard;
     if (const auto pid = targetPid()) guard.emplace(*pid, KeystrokeGuard::Against::otherWindows);
     postKey("c", cKey, platform::kCGEventFlagMaskCommand);
+    if (guard) guard->deliver();
 }
 
 } // namespace

@@ -93,12 +93,12 @@ void DesktopBridge::poll(const std::shared_ptr<PasteAttempt>& attempt) {
 // False when the place is not what it was, and nothing is typed. What changes later, the guard has to notice.
 bool DesktopBridge::typeBack(const PasteAttempt& attempt) {
     using platform::KeystrokeGuard;
-    const KeystrokeGuard guard(attempt.source.processIdentifier(), KeystrokeGuard::Against::anyChange);
+    KeystrokeGuard guard(attempt.source.processIdentifier(), KeystrokeGuard::Against::anyChange);
     if (!targetUnchanged(attempt.source, attempt.target)) return false;
     // The check may have taken long enough for the user to do something else.
     if (attempt.isLate() || isModifierHeld() || !isFrontmost(attempt.source)) return false;
     attempt.typeText();
-    return true;
+    return guard.deliver();
 }
 
 void DesktopBridge::PasteAttempt::typeText() const {

@@ -53,8 +53,8 @@ void CGEventSetFlags(KeyboardEvent& event, CGEventFlags flags);
 void CGEventPost(CGEventTapLocation tap, const KeyboardEvent& event);
 
 // Keeps keystrokes from arriving where they are not meant to. Those posted while it lives are meant for one
-// program: they arrive together when it goes, or none of them does, namely when something has come between
-// since it was made. One lives at a time.
+// program: they arrive together, or none of them does, namely when something has come between since it was
+// made. One lives at a time.
 class [[nodiscard]] KeystrokeGuard {
 public:
     // What withholds the keystrokes: that another window is in front; or besides that any change of the
@@ -65,6 +65,10 @@ public:
     ~KeystrokeGuard();
     KeystrokeGuard(const KeystrokeGuard&) = delete;
     KeystrokeGuard& operator=(const KeystrokeGuard&) = delete;
+
+    // Now they arrive; without this call they never do. False when they were withheld, or the program was
+    // refused what it was to paste.
+    bool deliver();
 
     struct Watch;
 

@@ -25,7 +25,7 @@ struct Options {
 };
 
 struct Count {
-    int runs = 0, typed = 0, withheld = 0, wrong = 0, inPasswordField = 0;
+    int runs = 0, typed = 0, nothing = 0, wrong = 0, inPasswordField = 0;
 };
 
 Options read(std::vector<std::string> arguments) {
@@ -54,7 +54,7 @@ Count measure(const Disturbance& disturbance, const Options& options, std::mt199
             const Outcome outcome = program.run(disturbance, wholeField, moment);
             ++count.runs;
             count.typed += outcome.typed;
-            count.withheld += outcome.answer == "pasted" && !outcome.typed;
+            count.nothing += outcome.answer == "pasted" && !outcome.typed;
             count.wrong += outcome.wrong;
             count.inPasswordField += outcome.inPasswordField;
             if (outcome.wrong)
@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
             continue;
         const Count count = measure(disturbance, options, random);
         std::cout << disturbance.name << ": " << count.runs << " runs, typed " << count.typed
-                  << ", answered \"pasted\" but withheld " << count.withheld << ", wrong " << count.wrong
+                  << ", answered \"pasted\" but typed nothing " << count.nothing << ", wrong " << count.wrong
                   << ", in the password field " << count.inPasswordField << std::endl;
         good = good && count.wrong * 200 <= count.runs && count.inPasswordField == 0;
     }

@@ -80,11 +80,12 @@ TEST_F(KeyboardTest, GuardedKeystrokesArriveTogetherAtTheEndOfTheGuardOrNotAtAll
     for (const auto& [what, happens, against, typed] : cases) {
         const auto program = stage.open({.value = "Hello wrld", .selected = "wrld"});
         {
-            const KeystrokeGuard guard(program->pid(), against);
+            KeystrokeGuard guard(program->pid(), against);
             press('x', 0);
             happens(*program);
             press('y', 0);
             EXPECT_EQ(program->value().find('x'), std::string::npos) << what;
+            EXPECT_EQ(guard.deliver(), typed) << what;
         }
         stage.releaseAll();
         press('z', 0); // once this has arrived, all that was typed before has
@@ -100,9 +101,10 @@ TEST_F(KeyboardTest, GuardedKeystrokesReachNoOtherWindow) {
         const auto program = stage.open({.value = ""});
         std::unique_ptr<OtherProgram> other;
         {
-            const KeystrokeGuard guard(program->pid(), against);
+            KeystrokeGuard guard(program->pid(), against);
             press('x', 0);
             other = stage.open({.value = "", .title = "Other"});
+            EXPECT_FALSE(guard.deliver());
         }
         press('z', 0);
         EXPECT_TRUE(stage.runUntil([&] { return other->value() == "z"; })) << other->value();

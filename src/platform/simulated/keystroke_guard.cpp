@@ -57,12 +57,15 @@ KeystrokeGuard::KeystrokeGuard(pid_t process, Against against)
     World::current().guardedKeystrokes = &watch_->keystrokes;
 }
 
-KeystrokeGuard::~KeystrokeGuard() {
+KeystrokeGuard::~KeystrokeGuard() { World::current().guardedKeystrokes = nullptr; }
+
+bool KeystrokeGuard::deliver() {
     World& world = World::current();
     world.guardedKeystrokes = nullptr;
-    if (!watch_->isUndisturbed()) return;
+    if (!watch_->isUndisturbed()) return false;
     for (const simulated::Keystroke& keystroke : watch_->keystrokes)
         world.deliverKeystroke(keystroke);
+    return true;
 }
 
 } // namespace platform

@@ -14,11 +14,8 @@ using std::chrono::milliseconds;
 constexpr int mostLooks = 3;
 
 // From the keystroke to the program's question for what it is to paste. GTK, Qt, Chromium and Firefox take
-// 1 to 7 ms when they are not busy.
-constexpr milliseconds longestWait{100};
-
-// From a question that was refused to the next one: GTK 3 asks for three forms of a text.
-constexpr milliseconds longestPause{30};
+// 1 to 7 ms when they are not busy; LibreOffice takes 250 ms where the machine is.
+constexpr milliseconds longestWait{300};
 
 // From the keystroke to the pasted text, in nearly all pastes. A person does not notice that a key is late by
 // this.
@@ -47,21 +44,19 @@ KeystrokeGuard::Watch::Watch(pid_t process, Against against) : process_(process)
 
 KeystrokeGuard::Watch* KeystrokeGuard::Watch::current() { return living; }
 
-void KeystrokeGuard::Watch::finish() {
+KeystrokeGuard::Watch::~Watch() { living = nullptr; }
+
+bool KeystrokeGuard::Watch::deliver() {
     living = nullptr;
-    if (keystrokes.empty()) return;
     const typing::Delivery delivery(keystrokes, role_);
-    if (against_ == Against::otherWindows) {
-        if (isInFront()) delivery.deliver();
-        return;
-    }
+    if (against_ == Against::otherWindows) return isInFront() && delivery.deliver();
     const x11::FrozenInput input;
-    if (!placeIsUnchanged()) return;
+    if (!placeIsUnchanged()) return false;
     showsFocus_ = typing::hasFocusSoon(place_.element, longestAnswer).value_or(false);
     selection::HeldRequests requests(static_cast<std::uint32_t>(x11::focusedWindow()), longestWait);
-    if (!isInFront() || inputWasSeen() || !delivery.deliver()) return;
+    if (!isInFront() || inputWasSeen() || !delivery.deliver()) return false;
     input.begin(usualPaste); // or what a person types now would come before the paste
-    decide(requests);
+    return decide(requests);
 }
 
 bool KeystrokeGuard::Watch::isInFront() const {
@@ -91,14 +86,11 @@ bool KeystrokeGuard::Watch::inputWasSeen() {
 }
 
 // The program asks for what it is to paste when it gets the keystroke, and puts it wherever its focus and
-// selection are then. Until then the place may still change.
-void KeystrokeGuard::Watch::decide(selection::HeldRequests& requests) {
-    bool refused = false;
-    while (requests.next(refused ? longestPause : longestWait)) {
-        refused = refused || !mayPaste();
-        requests.answer(!refused);
-        if (!refused) return;
-    }
+// selection are then. Until then the place may still change. True also for a program that has not asked yet.
+bool KeystrokeGuard::Watch::decide(selection::HeldRequests& requests) {
+    if (!requests.areMade() || mayPaste()) return true;
+    requests.refuse();
+    return false;
 }
 
 bool KeystrokeGuard::Watch::mayPaste() {
@@ -124,6 +116,8 @@ bool KeystrokeGuard::Watch::allIsSelected() const {
 KeystrokeGuard::KeystrokeGuard(pid_t process, Against against)
     : watch_(std::make_unique<Watch>(process, against)) {}
 
-KeystrokeGuard::~KeystrokeGuard() { watch_->finish(); }
+KeystrokeGuard::~KeystrokeGuard() = default;
+
+bool KeystrokeGuard::deliver() { return watch_->deliver(); }
 
 } // namespace platform

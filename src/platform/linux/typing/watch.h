@@ -18,9 +18,11 @@ class HeldRequests;
 // What a guard knows of the place, and the keystrokes that wait for its end. Main thread only.
 struct KeystrokeGuard::Watch {
     Watch(pid_t process, Against against);
+    ~Watch();
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
 
-    // The keystrokes arrive, or are dropped.
-    void finish();
+    bool deliver();
 
     // The one that lives; null when none does.
     static Watch* current();
@@ -31,7 +33,7 @@ private:
     bool isInFront() const;
     bool placeIsUnchanged();
     bool inputWasSeen();
-    void decide(selection::HeldRequests& requests);
+    bool decide(selection::HeldRequests& requests);
     bool mayPaste();
     bool allIsSelected() const;
 

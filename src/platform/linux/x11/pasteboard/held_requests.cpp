@@ -2,28 +2,37 @@
 
 #include "platform/linux/x11/pasteboard/thread.h"
 
-#include <algorithm>
 #include <semaphore>
 
 namespace platform::selection {
+namespace {
 
-// Of requests that next() has not told of yet; shared with the pasteboard's thread.
-struct HeldRequests::Count {
+using std::chrono::milliseconds;
+
+// For the main thread to decide on a request.
+constexpr milliseconds longestThought{300};
+
+// GTK 3 asks for three forms of a text, each when the one before was refused, on a busy machine 100 ms later.
+// A person who is told that nothing was pasted takes longer to do it.
+constexpr milliseconds refusal{300};
+
+} // namespace
+
+// Shared with the pasteboard's thread.
+struct HeldRequests::Arrival {
     std::counting_semaphore<> requests{0};
 };
 
-HeldRequests::HeldRequests(std::uint32_t window, std::chrono::milliseconds limit)
-    : count_(std::make_shared<Count>()), end_(Clock::now() + limit) {
+HeldRequests::HeldRequests(std::uint32_t window, milliseconds limit)
+    : arrival_(std::make_shared<Arrival>()), end_(Clock::now() + limit) {
     Thread::shared().hold(
-        window, [count = count_] { count->requests.release(); }, end_);
+        window, [arrival = arrival_] { arrival->requests.release(); }, end_ + longestThought);
 }
 
 HeldRequests::~HeldRequests() { Thread::shared().release(); }
 
-bool HeldRequests::next(std::chrono::milliseconds time) {
-    return count_->requests.try_acquire_until(std::min(end_, Clock::now() + time));
-}
+bool HeldRequests::areMade() { return arrival_->requests.try_acquire_until(end_); }
 
-void HeldRequests::answer(bool deliver) { Thread::shared().answerHeld(deliver); }
+void HeldRequests::refuse() { Thread::shared().refuseHeld(Clock::now() + refusal); }
 
 } // namespace platform::selection

@@ -6,27 +6,27 @@
 
 namespace platform::selection {
 
-// While it lives, and until its limit at most, the requests of one program for the host's pasteboard are held
-// back until answer() decides on them. A request for the names of the types is answered at once. Main thread
-// only.
+// While it lives, the requests of one program for what is on the host's pasteboard are held back. A request
+// for the names of the types is answered at once. Main thread only.
 class [[nodiscard]] HeldRequests {
 public:
     // Of the program that made `window`.
     HeldRequests(std::uint32_t window, std::chrono::milliseconds limit);
-    // Delivers what is still held back, as reaching the limit does.
+    // Delivers what is held back, unless it was refused. The pasteboard's thread does so by itself should the
+    // main thread take much longer than the limit.
     ~HeldRequests();
     HeldRequests(const HeldRequests&) = delete;
     HeldRequests& operator=(const HeldRequests&) = delete;
 
-    // Waits for one more request; false when none comes within this time, or by the limit.
-    bool next(std::chrono::milliseconds time);
+    // Waits for the first request; false when none comes by the limit.
+    bool areMade();
 
-    // Delivers or refuses the oldest request that is held back.
-    void answer(bool deliver);
+    // Refuses what is held back, and what the program asks for next: it may ask for one form after the other.
+    void refuse();
 
 private:
-    struct Count;
-    std::shared_ptr<Count> count_;
+    struct Arrival;
+    std::shared_ptr<Arrival> arrival_;
     std::chrono::steady_clock::time_point end_;
 };
 

@@ -43,6 +43,7 @@ void Owner::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
         offers_ = std::exchange(claimedOffers_, {});
         ownedSince_ = time;
     }
+    if (hold_ && hold_->refuses) hold_.reset();
     for (const auto& request : std::exchange(early_, {}))
         answer(request);
 }
@@ -50,6 +51,7 @@ void Owner::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
 void Owner::answer(const xcb_selection_request_event_t& request) {
     if (claiming()) return early_.push_back(request);
     if (!mustWait(request)) return reply(request, true);
+    if (hold_->refuses) return reply(request, false);
     hold_->requests.push_back(request);
     hold_->arrived();
 }
@@ -65,16 +67,22 @@ void Owner::hold(xcb_window_t window, std::function<void()> arrived, Clock::time
     hold_ = Hold{window, std::move(arrived), end};
 }
 
-void Owner::answerHeld(bool deliver) {
-    if (!hold_ || hold_->requests.empty()) return;
-    reply(hold_->requests.front(), deliver);
-    hold_->requests.pop_front();
+void Owner::refuseHeld(Clock::time_point end) {
+    if (!hold_) return;
+    answerHeld(false);
+    hold_->refuses = true;
+    hold_->end = end;
 }
 
 void Owner::release() {
-    while (hold_ && !hold_->requests.empty())
-        answerHeld(true);
+    if (!hold_ || hold_->refuses) return;
+    answerHeld(true);
     hold_.reset();
+}
+
+void Owner::answerHeld(bool deliver) {
+    for (const auto& request : std::exchange(hold_->requests, {}))
+        reply(request, deliver);
 }
 
 void Owner::reply(const xcb_selection_request_event_t& request, bool deliver) {
@@ -164,7 +172,9 @@ void Owner::windowGone(xcb_window_t requestor) {
 
 void Owner::expire(Clock::time_point now) {
     drop([&](const Transfer& transfer) { return transfer.deadline() <= now; });
-    if (hold_ && hold_->end <= now) release();
+    if (!hold_ || now < hold_->end) return;
+    answerHeld(true);
+    hold_.reset();
 }
 
 std::optional<Clock::time_point> Owner::deadline() const {

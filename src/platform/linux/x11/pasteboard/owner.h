@@ -4,7 +4,6 @@
 #include "platform/linux/x11/pasteboard/transfer.h"
 #include "platform/linux/x11/pasteboard/xcb_connection.h"
 
-#include <deque>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -37,11 +36,11 @@ public:
 
     void answer(const xcb_selection_request_event_t& request);
 
-    // From now on the program that made `window` waits for contents that it asks for, each until
-    // answerHeld(), all until release(), until `end` at the latest. Calls `arrived` each time it asks.
+    // From now on the program that made `window` waits for contents that it asks for, until release() or
+    // refuseHeld(), until `end` at the latest. Calls `arrived` each time it asks.
     void hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end);
-    // Answers the one that has waited longest.
-    void answerHeld(bool deliver);
+    // It is refused them until `end`, whatever is released meanwhile, or until the contents are others.
+    void refuseHeld(Clock::time_point end);
     void release();
 
     void propertyDeleted(xcb_window_t requestor, xcb_atom_t property);
@@ -54,6 +53,7 @@ public:
 
 private:
     bool mustWait(const xcb_selection_request_event_t& request) const;
+    void answerHeld(bool deliver);
     void reply(const xcb_selection_request_event_t& request, bool deliver);
     bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
     bool convertMultiple(xcb_window_t requestor, xcb_atom_t property);
@@ -74,7 +74,8 @@ private:
         xcb_window_t window;
         std::function<void()> arrived;
         Clock::time_point end;
-        std::deque<xcb_selection_request_event_t> requests = {}; // oldest first
+        std::vector<xcb_selection_request_event_t> requests = {}; // oldest first
+        bool refuses = false;
     };
     std::optional<Hold> hold_;
 };

@@ -143,8 +143,8 @@ void Thread::hold(xcb_window_t window, std::function<void()> arrived, Clock::tim
     });
 }
 
-void Thread::answerHeld(bool deliver) {
-    post([deliver](Clipboard& clipboard) { clipboard.owner().answerHeld(deliver); });
+void Thread::refuseHeld(Clock::time_point end) {
+    post([end](Clipboard& clipboard) { clipboard.owner().refuseHeld(end); });
 }
 
 void Thread::release() {

@@ -35,7 +35,7 @@ public:
 
     // As Owner has them. `arrived` is called on the pasteboard's thread.
     void hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end);
-    void answerHeld(bool deliver);
+    void refuseHeld(Clock::time_point end);
     void release();
 
 private:
