@@ -22,6 +22,7 @@
 // a line, "ok" unless said otherwise:
 //
 //   focus NAME             tells that the object has gained the focus
+//   activate NAME          tells that the window has come to the front
 //   change NAME STATE      gives it that state, or takes it: -focused
 //   slow METHOD SECONDS    answers calls of that method later from now on
 //   calls METHOD           answers how often the method was called
@@ -90,6 +91,7 @@ private:
     }
     GVariant* relations(const Object& object) const;
     GVariant* attributes(const Object& object) const;
+    void emit(const std::string& object, const std::string& kind, const char* member, const char* what);
     std::vector<std::string> searched(const std::vector<std::string>& names) const;
 
     static GDBusMessage* filter(GDBusConnection*, GDBusMessage* message, gboolean incoming, gpointer program);
@@ -262,16 +264,23 @@ std::vector<std::string> ScriptedProgram::searched(const std::vector<std::string
     return found;
 }
 
+void ScriptedProgram::emit(const std::string& object, const std::string& kind, const char* member,
+                           const char* what) {
+    GVariantBuilder nothing;
+    g_variant_builder_init(&nothing, G_VARIANT_TYPE("a{sv}"));
+    g_dbus_connection_emit_signal(
+        bus_, nullptr, (folder + object).c_str(), ("org.a11y.atspi.Event." + kind).c_str(), member,
+        g_variant_new("(siiva{sv})", what, 1, 0, g_variant_new_int32(0), &nothing), nullptr);
+    g_dbus_connection_flush_sync(bus_, nullptr, nullptr);
+}
+
 std::string ScriptedProgram::obey(const std::string& line) {
     const auto words = wordsOf(line);
-    if (words.size() == 2 && words[0] == "focus") {
-        GVariantBuilder nothing;
-        g_variant_builder_init(&nothing, G_VARIANT_TYPE("a{sv}"));
-        g_dbus_connection_emit_signal(
-            bus_, nullptr, (folder + words[1]).c_str(), "org.a11y.atspi.Event.Object", "StateChanged",
-            g_variant_new("(siiva{sv})", "focused", 1, 0, g_variant_new_int32(0), &nothing), nullptr);
-        g_dbus_connection_flush_sync(bus_, nullptr, nullptr);
-    } else if (words.size() == 3 && words[0] == "change")
+    if (words.size() == 2 && words[0] == "focus")
+        emit(words[1], "Object", "StateChanged", "focused");
+    else if (words.size() == 2 && words[0] == "activate")
+        emit(words[1], "Window", "Activate", "");
+    else if (words.size() == 3 && words[0] == "change")
         tree_.change(words[1], words[2]);
     else if (words.size() == 3 && words[0] == "slow")
         delays_[words[1]] = std::stod(words[2]);

@@ -272,6 +272,24 @@ window frame active showing
     EXPECT_EQ(program.calls("GetMatches"), 0);
 }
 
+// A walk to the cell takes two thousand calls.
+TEST_F(Quirks, TheCellOfASpreadsheetIsLookedForOnceUntilTheFocusMoves) {
+    ScriptedElements program(desktop, {"toolkit=gtk", "program=soffice"}, R"(
+window frame active showing
+  panel panel focused showing
+    cell table_cell focusable focused showing
+  line text focusable editable showing text=formula)");
+    program.command("focus panel");
+    EXPECT_TRUE(focusedElement(program)); // the event has arrived by its end
+    EXPECT_TRUE(focusedElement(program));
+    const int calls = program.calls("GetChildren");
+    EXPECT_TRUE(focusedElement(program));
+    EXPECT_EQ(program.calls("GetChildren"), calls);
+    program.command("change line focused");
+    program.command("focus line");
+    EXPECT_EQ(text(focusedElement(program)), "formula");
+}
+
 constexpr const char* browser = R"(
 window frame active showing name="A page"
   bar entry focusable editable showing single_line text="address" caret=0
@@ -331,10 +349,15 @@ TEST_F(Quirks, ALongSearchIsMadeOnceAndItsResultIsUsed) {
 }
 
 TEST_F(Quirks, ChromiumShowsItsElementsOnceItsWindowsAttributesWereAskedFor) {
-    ScriptedElements program(desktop, {"toolkit=Chromium", "asleep=yes"}, browser);
-    EXPECT_FALSE(focusedElement(program));
-    EXPECT_TRUE(AXUIElementSetAttributeValue(application(program), "AXManualAccessibility", true));
-    EXPECT_EQ(text(focusedElement(program)), "first");
+    for (const bool comesToTheFront : {false, true}) {
+        ScriptedElements program(desktop, {"toolkit=Chromium", "asleep=yes"}, browser);
+        EXPECT_FALSE(focusedElement(program));
+        if (comesToTheFront)
+            program.command("activate window");
+        else
+            EXPECT_TRUE(AXUIElementSetAttributeValue(application(program), "AXManualAccessibility", true));
+        EXPECT_TRUE(runUntil([&] { return text(focusedElement(program)) == "first"; })) << comesToTheFront;
+    }
 }
 
 TEST_F(Quirks, ChromiumHasNoActiveWindowAtFirst) {

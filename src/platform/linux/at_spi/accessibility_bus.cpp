@@ -180,8 +180,21 @@ void AccessibilityBus::keepListening() {
     if (bus() != nullptr && wasConnected) registerEvents();
 }
 
+// Chromium 156 builds its elements when it is asked for a window's attributes, for a long page in 1 to 5
+// seconds; asked once its window is in front, it has them when the person presses the hot key.
+void AccessibilityBus::wakeActiveWindows() {
+    changes_.push_back(std::make_unique<Subscription>(
+        *accessibility_, SignalRule{"", "org.a11y.atspi.Event.Window", "Activate"},
+        [connection = accessibility_->connection()](const Signal& signal) {
+            tell(connection, attributesOf({signal.program, signal.path}));
+        }));
+}
+
 void AccessibilityBus::registerEvents() {
-    if (!focusHistory_) focusHistory_ = std::make_unique<FocusHistory>(*accessibility_);
+    if (!focusHistory_) {
+        focusHistory_ = std::make_unique<FocusHistory>(*accessibility_);
+        wakeActiveWindows();
+    }
     std::vector<Call> calls;
     for (const char* event : {"object:state-changed:focused", "window:activate"})
         calls.push_back({registry, "/org/a11y/atspi/registry", registry, "RegisterEvent", "()",

@@ -31,8 +31,9 @@ public:
     bool enable();
 
     // Has programs tell of focus changes for as long as the host lives, and remembers them. Chromium gives a
-    // window the state ACTIVE only while somebody asks for that. While there is no bus, looks for one every
-    // few seconds, and then has programs show their objects there.
+    // window the state ACTIVE only while somebody asks for that. Has a program whose window comes to the
+    // front build its objects. While there is no bus, looks for one every few seconds, and then has programs
+    // show their objects there.
     void keepListening();
 
 private:
@@ -46,6 +47,7 @@ private:
     void watchServices();
     void followLauncher();
     void registerEvents();
+    void wakeActiveWindows();
 
     std::unique_ptr<Bus> session_;
     std::unique_ptr<Bus> accessibility_;

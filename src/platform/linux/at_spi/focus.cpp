@@ -18,7 +18,15 @@ std::vector<Object> latest(const FocusHistory* history, const Application& appli
     return history != nullptr ? history->of(application.name) : std::vector<Object>();
 }
 
+std::size_t focusesOf(const FocusHistory* history, const Application& application) {
+    return history != nullptr ? history->countOf(application.name) : 0;
+}
+
 bool anotherGainedFocus(const Application& application, const FocusHistory* history) {
+    // LibreOffice Calc tells that a panel gained the focus, and not in which of its thousands of cells it is.
+    if (toolkitOf(application) == Toolkit::libreOffice &&
+        application.focusesBefore == focusesOf(history, application))
+        return false;
     const auto objects = latest(history, application);
     return !objects.empty() && objects.front() != application.focusedElement;
 }
@@ -94,6 +102,7 @@ std::optional<FocusedObject> best(Bus& bus, std::vector<Object> objects, Toolkit
 std::optional<FocusedObject> focusedElement(Bus& bus, Application& application, const FocusHistory* history) {
     if (application.search && !isFinished(bus, *application.search)) return std::nullopt;
     if (auto same = sameAsLast(bus, application, history)) return same;
+    const std::size_t focusesBefore = focusesOf(history, application);
     const auto windows = windowsOf(bus, application);
     const auto window = activeAmong(bus, windows);
     if (window) noteActive(application, *window);
@@ -102,7 +111,10 @@ std::optional<FocusedObject> focusedElement(Bus& bus, Application& application, 
         const Object top = window ? *window : rootOf(application.name);
         found = best(bus, searchFocus(bus, application, top), toolkitOf(application));
     }
-    if (found) application.focusedElement = found->object;
+    if (found) {
+        application.focusedElement = found->object;
+        application.focusesBefore = focusesBefore;
+    }
     return found;
 }
 
