@@ -6,7 +6,7 @@
 namespace platform::at_spi {
 namespace {
 
-TEST(TextQuirks, ChromiumsOffsetsAreRaisedByTheCharactersBeyondTheBasicPlaneBeforeThem) {
+TEST(TextQuirks, ChromiumsOffsetsAreRaisedForTheCharactersBeyondTheBasicPlaneBeforeThem) {
     struct Case {
         const char* text;
         CFRange reported;
@@ -18,8 +18,12 @@ TEST(TextQuirks, ChromiumsOffsetsAreRaisedByTheCharactersBeyondTheBasicPlaneBefo
         {"a 😀 b", {0, 1}, 1, CFRange{0, 1}},   // before it
         {"a 😀 b", {2, 2}, 5, std::nullopt},    // it, or what follows: the caret at the end does not tell
         {"a 😀 b", {2, 2}, 3, CFRange{3, 2}},   // the caret at the start does
-        {"😀😀 word", {1, 4}, 7, CFRange{3, 4}}, // two of them before it
-        {"a 😀 b", {0, 2}, 3, CFRange{0, 3}},   // the caret tells whether it is in it
+        {"😀😀 word", {1, 4}, 3, CFRange{3, 4}}, // two of them before it
+        {"😀😀 word", {1, 4}, 2, CFRange{2, 5}},
+        {"😀😀 word 😀 end", {6, 1}, 9, CFRange{8, 1}}, // the third is at its end
+        {"😀😀 word 😀 end", {7, 3}, 13, CFRange{9, 4}},
+        {"a 😀😀😀😀", {0, 4}, 6, CFRange{0, 6}}, // two of the four are in six units
+        {"a 😀 b", {0, 2}, 3, CFRange{0, 3}},  // the caret tells whether it is in it
         {"a 😀 b", {0, 2}, 2, CFRange{0, 2}},
         {"a 😀 b", {0, 2}, 0, std::nullopt},   // it does not
         {"a 😀 b", {0, 4}, -1, CFRange{0, 5}}, // the caret elsewhere, and one range only

@@ -12,19 +12,21 @@ constexpr std::string_view filler = "\uFEFF";
 bool startsBeyondBasicPlane(char byte) { return (static_cast<unsigned char>(byte) & 0xF8U) == 0xF0; }
 bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
-// The offsets in `text`, counted in characters, that Chromium reports as `reported`: two of them when the
-// character between them is beyond the basic plane.
+// The offsets in `text`, counted in characters, that Chromium 156 reports as `reported`: it takes such an
+// offset for a number of UTF-16 units, and reports how many characters these are. Two offsets when the next
+// character is beyond the basic plane, for the first of its two units is no character yet.
 std::vector<std::int64_t> reportedAs(const std::string& text, std::int64_t reported) {
     std::vector<std::int64_t> offsets;
-    std::int64_t offset = 0, shown = 0; // the same place: the true offset, and Chromium's
-    if (reported == 0) offsets.push_back(0);
+    std::int64_t characters = 0, units = 0;
     for (const char byte : text) {
         if (continuesCharacter(byte)) continue;
-        ++offset;
-        if (!startsBeyondBasicPlane(byte)) ++shown;
-        if (shown == reported) offsets.push_back(offset);
-        if (shown > reported) break;
+        const bool isPair = startsBeyondBasicPlane(byte);
+        if (characters == reported && isPair) offsets = {units + 1};
+        if (characters < reported) units += isPair ? 2 : 1;
+        ++characters;
     }
+    if (reported <= characters) offsets.push_back(units);
+    std::erase_if(offsets, [&](std::int64_t offset) { return offset > characters; });
     return offsets;
 }
 

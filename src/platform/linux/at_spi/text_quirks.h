@@ -21,8 +21,8 @@ bool isHidden(std::string_view text);
 // `text` without the U+FEFF that Firefox puts behind every character beyond the basic plane.
 std::string withoutFillers(std::string text);
 
-// The selected range in `text` when Chromium reports `reported`: each end is too low by the number of
-// characters beyond the basic plane before it. The caret, which it reports right, is at one end; negative
+// The selected range in `text` when Chromium reports `reported`: each end is too low where characters
+// beyond the basic plane stand before it. The caret, which it reports right, is at one end; negative
 // when the caret is not in this text. Absent when that leaves more than one range.
 std::optional<CFRange> trueRange(const std::string& text, CFRange reported, std::int64_t caret);
 
