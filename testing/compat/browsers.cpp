@@ -14,6 +14,10 @@ const std::map<std::string, std::string> pages{
     {"rich.html",
      page("<div contenteditable id=f><p>keep this</p><p>teh words</p><p>and <b>this</b></p></div>"
           "<script>f.focus()</script>")},
+    {"picture.html",
+     page("<div contenteditable id=f><p>keep this</p><p>teh words</p><p>and this"
+          "<img src='data:image/gif;base64,R0lGODlhAQABAIAAAAAAAP///yH5BAEAAAAALAAAAAABAAEAAAIBRAA7'>"
+          "</p></div><script>f.focus()</script>")},
     {"frame.html", page("<iframe src=inner.html width=500 height=200></iframe>")},
     {"inner.html", page("<textarea autofocus rows=5 cols=50>" + document + "</textarea>")},
     {"text.html", page("<p>teh words</p>")},
@@ -60,7 +64,9 @@ void addBrowser(std::vector<Target>& targets, const std::string& name, const std
         change(each);
         targets.push_back(std::move(each));
     };
-    add("text area", "area.html", [](Target&) {});
+    add("text area", "area.html", [](Target& each) { each.newWindow = {"Control+n"}; });
+    add("text area, 3,000 characters", "area.html", [](Target& each) { makeLong(each, 60); });
+    add("text area, 30,000 characters", "area.html", [](Target& each) { makeLong(each, 600); });
     add("input", "input.html", [&](Target& each) {
         each.text = line;
         each.select = words;
@@ -69,6 +75,11 @@ void addBrowser(std::vector<Target>& targets, const std::string& name, const std
     });
     add("text area below 20,000 paragraphs", "large.html", [](Target&) {});
     add("rich text", "rich.html", [](Target& each) { each.hasSpacedParagraphs = true; });
+    add("rich text with a picture", "picture.html", [](Target& each) {
+        each.hasSpacedParagraphs = true;
+        each.holdsPicture = true;
+        each.remark = pictureRemark;
+    });
     add("field in a frame", "frame.html", [&](Target& each) { each.ready = {"Tab"}; });
     add("address bar", "text.html", [](Target& each) {
         each.ready = {"", "", "", "Control+l", "", "k", "e", "e", "p", "space", "t", "e", "h", "End"};

@@ -10,6 +10,8 @@ namespace compat {
 
 inline const std::string document = "keep this\nteh words\nand this";
 inline const std::string line = "keep teh words here";
+inline const std::string pictureRemark =
+    "the picture would be lost with the whole text, so that only a selection without it is read.";
 // Selects "teh words" in one of them.
 extern const Keys secondLine, words;
 
@@ -18,6 +20,10 @@ Target editor(std::string name, std::string package, Command command, std::strin
 // A small program, whose arguments are the kind of field and its text.
 Target fields(std::string name, std::string package, const Command& program, const std::string& kind,
               bool manyLines);
+
+// Gives the target so many lines of 50 characters in many scripts instead of its text, to be replaced as a
+// whole.
+void makeLong(Target& target, int lines);
 
 // In the order of the table.
 void addEditors(std::vector<Target>& targets);

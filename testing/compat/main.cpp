@@ -1,7 +1,8 @@
 // Tries the host in every program of the table, and prints the table.
 //
-//   compat [--runs N] [--only PART OF A NAME]
+//   compat [--runs N] [--only PART OF A NAME] [--share K/N] [--minutes M]
 //
+// With a share only every Nth row from the Kth on; with minutes, no run begins when so many have passed.
 // Runs under script/virtual-desktop, with the programs installed; script/compat does both. Progress goes to
 // standard error. Exits 1 when anything was wrong.
 #include "testing/compat/measure.h"
@@ -9,6 +10,7 @@
 
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
@@ -20,33 +22,51 @@ std::string versionOf(const std::string& package) {
     return version.substr(0, version.find_first_of("-+~"));
 }
 
+// At once: other desktops print, too.
 void tell(const compat::Row& row) {
+    std::ostringstream lines;
+    lines << row.name << ", run " << row.runs.size() << '\n';
     for (const auto& [column, outcome] : row.runs.back()) {
-        std::cerr << "  " << column << ": ";
-        if (outcome.milliseconds) std::cerr << *outcome.milliseconds << " ms ";
-        std::cerr << outcome.note << (outcome.wrong.empty() ? "" : " WRONG: ") << outcome.wrong << '\n';
+        lines << "  " << column << ": ";
+        if (outcome.milliseconds) lines << *outcome.milliseconds << " ms ";
+        lines << outcome.note << (outcome.wrong.empty() ? "" : " WRONG: ") << outcome.wrong << '\n';
     }
+    std::cerr << lines.str() << std::flush;
 }
 
-int run(int runs, const std::string& only) {
+struct Options {
+    int runs = 1;
+    std::string only;
+    std::size_t share = 0, shares = 1;
+    std::chrono::minutes limit = std::chrono::hours(24);
+};
+
+void measureOnce(testbed::Desktop& desktop, testbed::Host& host, const compat::Target& target,
+                 compat::Row& row) {
+    try {
+        row.runs.push_back(measure(desktop, host, target));
+    } catch (const std::exception& problem) {
+        row.runs.push_back({{compat::columns::first, {.wrong = problem.what()}}});
+    }
+    tell(row);
+}
+
+int run(const Options& options) {
+    const auto start = testbed::Clock::now();
     testbed::Desktop desktop;
     testbed::Host host;
     host.bringToFront(desktop);
     host.call("initialize", flutter::EncodableMap{});
+    const auto all = compat::allTargets();
+    std::vector<compat::Target> targets;
+    for (std::size_t i = options.share; i < all.size(); i += options.shares)
+        if (all[i].name.find(options.only) != std::string::npos) targets.push_back(all[i]);
     std::vector<compat::Row> rows;
-    for (const compat::Target& target : compat::allTargets())
-        if (target.name.find(only) != std::string::npos) {
-            rows.push_back({target.name, versionOf(target.package), target.remark, {}});
-            for (int number = 1; number <= runs; ++number) {
-                std::cerr << target.name << ", run " << number << std::endl;
-                try {
-                    rows.back().runs.push_back(measure(desktop, host, target));
-                } catch (const std::exception& problem) {
-                    rows.back().runs.push_back({{compat::columns::first, {.wrong = problem.what()}}});
-                }
-                tell(rows.back());
-            }
-        }
+    for (const compat::Target& target : targets)
+        rows.push_back({target.name, versionOf(target.package), target.remark, {}});
+    for (int number = 0; number < options.runs && testbed::Clock::now() - start < options.limit; ++number)
+        for (std::size_t i = 0; i < targets.size(); ++i)
+            measureOnce(desktop, host, targets[i], rows[i]);
     print(rows, std::cout);
     const int wrong = countWrong(rows);
     std::cerr << "compat: " << wrong << " wrong" << std::endl;
@@ -56,14 +76,19 @@ int run(int runs, const std::string& only) {
 } // namespace
 
 int main(int argc, char** argv) {
-    int runs = 1;
-    std::string only;
+    Options options;
     for (int i = 1; i + 1 < argc; i += 2) {
-        if (std::string(argv[i]) == "--runs") runs = std::stoi(argv[i + 1]);
-        if (std::string(argv[i]) == "--only") only = argv[i + 1];
+        const std::string name = argv[i], value = argv[i + 1];
+        if (name == "--runs") options.runs = std::stoi(value);
+        if (name == "--only") options.only = value;
+        if (name == "--minutes") options.limit = std::chrono::minutes(std::stoi(value));
+        if (name == "--share") {
+            options.share = std::stoul(value) - 1;
+            options.shares = std::stoul(value.substr(value.find('/') + 1));
+        }
     }
     try {
-        return run(runs, only);
+        return run(options);
     } catch (const std::exception& problem) {
         std::cerr << "compat: " << problem.what() << std::endl;
         return 1;

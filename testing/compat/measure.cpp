@@ -12,9 +12,15 @@ using pasteboard_test::Representation;
 namespace {
 
 const std::string earlier = "earlier on the pasteboard";
-const std::string rewrite = "the words"; // short: one line anywhere
+constexpr std::size_t mostShown = 80; // bytes of a text
 
-std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+std::string quoted(const std::string& text) {
+    if (text.size() <= mostShown) return "\"" + text + "\"";
+    std::size_t end = mostShown;
+    while ((static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80)
+        --end;
+    return "\"" + text.substr(0, end) + "…\" (" + std::to_string(text.size()) + " bytes)";
+}
 
 // Adds to what was seen in that cell before.
 void add(Outcomes& outcomes, const char* column, const Outcome& more) {
@@ -34,6 +40,8 @@ Outcome judged(const std::optional<Captured>& captured, const std::string& text,
         outcome.note = "copied";
     else if (captured->text == earlier && captured->token.empty())
         outcome.note = "not read";
+    else if (captured->isTruncated && captured->token.empty() && text.starts_with(captured->text))
+        outcome.note = "its beginning";
     else if (captured->token.empty())
         outcome.note = "another text: " + quoted(captured->text);
     else
@@ -56,6 +64,7 @@ public:
     Outcomes all() {
         inSelection();
         if (!target_.reasons.contains(columns::field)) inField();
+        if (!target_.newWindow.empty()) inTwoWindows();
         if (target_.password) inPassword();
         for (const auto& [column, reason] : target_.reasons)
             outcomes_[column] = {.note = reason};
@@ -79,10 +88,17 @@ private:
         add(outcomes_, columns::pasteboard, {.wrong = pasteboard() == before ? "" : "it changed"});
         checkKeys(columns::selection);
 
-        std::string changed = target_.text;
-        if (const auto at = changed.find(target_.selected); at != changed.npos)
-            changed.replace(at, target_.selected.size(), rewrite);
-        if (captured) checkPaste(trial, *captured, columns::intoSelection, changed);
+        const std::string rewritten = changed(target_.selected, target_.rewrite);
+        if (captured) checkPaste(trial, *captured, columns::intoSelection, rewritten);
+        if (target_.clicksAt > 0) checkInterruption(trial);
+    }
+
+    // A copy keystroke would interrupt what runs in a terminal.
+    void checkInterruption(Trial& trial) {
+        trial.click(); // selects nothing
+        trial.capture();
+        if (trial.hasFile("interrupted"))
+            add(outcomes_, columns::selection, {.wrong = "what ran in the terminal was interrupted"});
     }
 
     void inField() {
@@ -93,7 +109,29 @@ private:
         const auto captured = trial.capture();
         add(outcomes_, columns::field, judged(captured, target_.text, "field"));
         checkKeys(columns::field);
-        if (captured) checkPaste(trial, *captured, columns::intoField, rewrite);
+        if (captured && !captured->token.empty() && target_.holdsPicture)
+            add(outcomes_, columns::field, {.wrong = "a picture would be lost"});
+        if (captured) checkPaste(trial, *captured, columns::intoField, target_.rewrite);
+    }
+
+    // The person goes to a second window of the same program before the rewritten text comes.
+    void inTwoWindows() {
+        Trial trial(desktop_, host_, target_, target_.command);
+        trial.putOnPasteboard(earlier);
+        trial.select();
+        const auto captured = trial.capture();
+        if (!captured || captured->token.empty())
+            return add(outcomes_, columns::windows, {.note = "without a place"});
+        const testbed::WindowId other = trial.openAnother();
+        const auto pasted = trial.paste(target_.rewrite, captured->token);
+        add(outcomes_, columns::windows, {.milliseconds = pasted.milliseconds, .note = pasted.reply});
+        const std::string wanted =
+            pasted.reply == "pasted" ? changed(target_.selected, target_.rewrite) : target_.text;
+        if (const auto text = trial.textOnceItIs(wanted); text != wanted)
+            add(outcomes_, columns::windows, {.wrong = "the text is then " + quoted(text)});
+        trial.bringToFront(other);
+        if (const auto text = trial.textOnceItIs(""); !text.empty())
+            add(outcomes_, columns::windows, {.wrong = "in the other window is " + quoted(text)});
     }
 
     void inPassword() {
@@ -111,7 +149,7 @@ private:
 
     void checkPaste(Trial& trial, const Captured& captured, const char* column, const std::string& expected) {
         if (captured.token.empty()) return add(outcomes_, column, {.note = "–"});
-        const auto pasted = trial.paste(rewrite, captured.token);
+        const auto pasted = trial.paste(target_.rewrite, captured.token);
         const bool isPasted = pasted.reply == "pasted";
         const std::string wanted = isPasted ? expected : target_.text;
         const std::string text = trial.textOnceItIs(wanted);
@@ -124,8 +162,31 @@ private:
         if (target_.undo.empty()) return add(outcomes_, columns::undo, {.note = "has none"});
         trial.press(target_.undo);
         const std::string undone = trial.textOnceItIs(target_.text);
+        if (undone == target_.text) return add(outcomes_, columns::undo, {});
+        const std::string byHand = undoneByHand(column, expected);
         add(outcomes_, columns::undo,
-            {.note = undone == target_.text ? outcomes_[columns::undo].note : "leaves " + quoted(undone)});
+            {.note = "leaves " + quoted(undone) +
+                     (byHand == undone ? ", as after a person's paste"
+                                       : "; after a person's paste " + quoted(byHand))});
+    }
+
+    // What one undo leaves when a person has done the same paste with the program's own keys.
+    std::string undoneByHand(const char* column, const std::string& expected) {
+        Trial trial(desktop_, host_, target_, target_.command);
+        if (column == columns::intoSelection)
+            trial.select();
+        else
+            trial.press(target_.selectAll);
+        trial.pasteByHand(target_.rewrite);
+        if (trial.textOnceItIs(expected) != expected) return "another text before";
+        trial.press(target_.undo);
+        return trial.textOnceItIs(target_.text);
+    }
+
+    std::string changed(const std::string& part, const std::string& rewrite) const {
+        std::string text = target_.text;
+        if (const auto at = text.find(part); at != text.npos) text.replace(at, part.size(), rewrite);
+        return text;
     }
 
     void checkNames(const Trial& trial, const Captured& captured) {

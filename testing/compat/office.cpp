@@ -13,9 +13,11 @@ void addOffice(std::vector<Target>& targets) {
     targets.push_back(editor("LibreOffice Writer, one paragraph", "libreoffice-writer",
                              with("--writer", "note.txt"), "note.txt"));
     targets.back().select = {"Control+Home", "Down", "Home", "Shift+End"};
+    targets.back().newWindow = {"Control+n"};
     targets.back().remark = "each paragraph is an element of its own, and none of them is the whole field.";
     targets.push_back(targets.back());
     targets.back().name = "LibreOffice Writer, several paragraphs";
+    targets.back().newWindow = {};
     targets.back().select = {"Control+a"};
     targets.back().selected = document;
     targets.back().remark = "accessibility gives only the part of the selection in one paragraph.";

@@ -24,11 +24,12 @@ inline constexpr const char* password = "password";
 inline constexpr const char* intoSelection = "paste into selection";
 inline constexpr const char* intoField = "paste into field";
 inline constexpr const char* undo = "one undo";
+inline constexpr const char* windows = "two windows";
 inline constexpr const char* pasteboard = "pasteboard kept";
 inline constexpr const char* names = "names";
 
-inline constexpr const char* all[]{first,     selection, field,      password, intoSelection,
-                                   intoField, undo,      pasteboard, names};
+inline constexpr const char* all[]{first,     selection, field,   password,   intoSelection,
+                                   intoField, undo,      windows, pasteboard, names};
 } // namespace columns
 
 } // namespace compat

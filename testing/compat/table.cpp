@@ -41,15 +41,15 @@ std::string cell(const Row& row, const char* column) {
 } // namespace
 
 void print(const std::vector<Row>& rows, std::ostream& out) {
-    out << "| program | version |";
+    out << "| program | version | runs |";
     for (const char* column : columns::all)
         out << ' ' << column << " |";
-    out << "\n|---|---|";
+    out << "\n|---|---|---|";
     for (std::size_t i = 0; i < std::size(columns::all); ++i)
         out << "---|";
     out << '\n';
     for (const Row& row : rows) {
-        out << "| " << row.name << " | " << row.version << " |";
+        out << "| " << row.name << " | " << row.version << " | " << row.runs.size() << " |";
         for (const char* column : columns::all)
             out << ' ' << cell(row, column) << " |";
         out << '\n';

@@ -17,7 +17,7 @@ using Keys = std::vector<std::string>;
 struct Target {
     std::string name;    // in the table
     std::string package; // Debian's, for its version
-    // "{folder}" stands for a folder of the trial's own with `files` in it.
+    // "{folder}" stands for a folder of the trial's own with `files` in it, here and in those.
     Command command;
     std::map<std::string, std::string> files = {};
     std::string title; // of its window, or a part of it, once it is ready
@@ -29,10 +29,15 @@ struct Target {
     Keys selectAll = {"Control+a"};
     Keys copy = {"Control+c"};
     Keys undo = {"Control+z"};
-    // Selects the line in the middle of the window with the mouse instead, as one does in terminals.
-    bool selectsByClicks = false;
+    Keys newWindow = {}; // opens a second one with an empty text
+    // Selects a line with the mouse instead, as one does in terminals, at this part of the window's height;
+    // 0: with keys.
+    double clicksAt = 0;
     // Copies its paragraphs with an empty line between two of them.
     bool hasSpacedParagraphs = false;
+    bool holdsPicture = false; // which its whole text, pasted back, would take away
+    // What `selected`, or the whole text, is rewritten to.
+    std::string rewrite = "the words";    // short: one line anywhere
     std::optional<Command> password = {}; // the same program, in a password field
     // Why something is not measured, by the column.
     std::map<std::string, std::string> reasons = {};

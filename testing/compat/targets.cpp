@@ -38,6 +38,32 @@ Target fields(std::string name, std::string package, const Command& program, con
             .password = with("password", "secret")};
 }
 
+namespace {
+
+// 50 characters, with tabs and with the line end of Windows.
+const std::string manyScripts = "teh words\tfox 😀 cafe\u0301 שלום 👩\u200d👩\u200d👧 한국어 مرحبا -----\r\n";
+
+} // namespace
+
+void makeLong(Target& target, int lines) {
+    std::string text;
+    for (int count = 0; count < lines; ++count)
+        text += manyScripts;
+    text.resize(text.size() - 2);
+    for (auto& [name, content] : target.files)
+        if (const auto at = content.find(target.text); at != content.npos)
+            content.replace(at, target.text.size(), text);
+    for (std::string& word : target.command)
+        if (word == target.text) word = text;
+    std::erase(text, '\r');
+    target.text = target.selected = target.rewrite = text;
+    target.select = {"Control+a"};
+    for (std::size_t at = 0; (at = target.rewrite.find("teh", at)) != std::string::npos;)
+        target.rewrite.replace(at, 3, "the");
+    target.password.reset();
+    target.reasons["password"] = "has none";
+}
+
 std::vector<Target> allTargets() {
     std::vector<Target> targets;
     addEditors(targets);

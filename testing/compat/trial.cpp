@@ -19,8 +19,9 @@ namespace {
 // Programs do not say when they have read their keys, or drawn their first window; a person takes longer.
 constexpr auto pauseForProgram = 300ms;
 constexpr auto pauseAfterStart = 1000ms;
-// It fetches the pasteboard's text some time after the key, before something else may be put there.
+constexpr auto pauseForSelection = 1000ms;
 constexpr auto pauseAfterPaste = 1000ms;
+constexpr auto pauseAfterCopy = 1500ms;
 // The first start of LibreOffice or a browser makes a profile.
 constexpr auto mostTimeToStart = 60s;
 
@@ -28,11 +29,10 @@ double millisecondsOf(Clock::duration time) {
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
-Command withFolder(Command command, const std::string& folder) {
-    for (std::string& word : command)
-        for (std::size_t at = 0; (at = word.find("{folder}", at)) != word.npos;)
-            word.replace(at, 8, folder);
-    return command;
+std::string withFolder(std::string text, const std::string& folder) {
+    for (std::size_t at = 0; (at = text.find("{folder}", at)) != text.npos;)
+        text.replace(at, 8, folder);
+    return text;
 }
 
 // Line ends and trailing empty lines are the program's own affair.
@@ -52,10 +52,13 @@ Trial::Trial(testbed::Desktop& desktop, testbed::Host& host, const Target& targe
     const std::string folder = folder_ / "";
     for (const auto& [name, content] : target.files) {
         std::filesystem::create_directories((folder_ / name).parent_path());
-        testbed::writeFile(folder_ / name, content);
+        testbed::writeFile(folder_ / name, withFolder(content, folder));
     }
     const auto others = desktop.allWindows();
-    process_.emplace(withFolder(command, folder));
+    Command words;
+    for (const std::string& word : command)
+        words.push_back(withFolder(word, folder));
+    process_.emplace(words);
     const bool isUp = waitUntil(
         [&] {
             for (const testbed::WindowId window : desktop.allWindows())
@@ -80,11 +83,41 @@ Trial::~Trial() {
 }
 
 void Trial::select() {
-    if (target_.selectsByClicks)
-        for (int click = 0; click < 3; ++click)
-            desktop_.click(window_);
+    if (target_.clicksAt > 0)
+        for (int number = 0; number < 3; ++number)
+            desktop_.click(window_, target_.clicksAt);
     else
         press(target_.select);
+    // Most programs tell on PRIMARY what is selected. A busy one may take long, or lose keys that came before
+    // it was ready (gnome-text-editor 43).
+    const auto isSelected = [&] {
+        const auto primary = desktop_.text("PRIMARY");
+        return primary && withoutLineEnds(*primary, target_.hasSpacedParagraphs) == target_.selected;
+    };
+    if (!waitUntil(isSelected, pauseForSelection) && target_.clicksAt == 0) {
+        press(target_.select);
+        waitUntil(isSelected, pauseForSelection);
+    }
+}
+
+void Trial::click() {
+    desktop_.click(window_, target_.clicksAt);
+    std::this_thread::sleep_for(pauseForProgram);
+}
+
+testbed::WindowId Trial::openAnother() {
+    press(target_.newWindow);
+    const auto isUp = [&] {
+        const auto active = desktop_.activeWindow();
+        return active && active != window_ && desktop_.title(*active) != "";
+    };
+    if (!waitUntil(isUp, 30s)) throw std::runtime_error("its second window does not come up");
+    std::this_thread::sleep_for(pauseAfterStart);
+    return desktop_.activeWindow().value_or(0);
+}
+
+void Trial::bringToFront(testbed::WindowId window) {
+    if (!desktop_.activate(window)) throw std::runtime_error("a window of it does not come to the front");
     std::this_thread::sleep_for(pauseForProgram);
 }
 
@@ -100,13 +133,19 @@ void Trial::press(const Keys& keys) {
 void Trial::putOnPasteboard(const std::string& text) { host_.call("paste", EncodableMap{{"text", text}}); }
 
 std::optional<Captured> Trial::capture() {
+    while (host_.nextCall("capture", 0ms)) // a busy host sent it after the last look
+        continue;
     desktop_.keyboard.hold("Alt+Shift");
     std::this_thread::sleep_for(50ms);
     const auto start = Clock::now();
     desktop_.keyboard.hold("space");
     host_.awaitBytes(4s);
-    const auto arguments = host_.nextCall("capture", 100ms);
+    auto arguments = host_.nextCall("capture", 100ms);
     desktop_.keyboard.letGoAll();
+    if (!arguments) {
+        host_.call("none"); // is answered after a capture under way
+        arguments = host_.nextCall("capture", 100ms);
+    }
     if (!arguments) return std::nullopt;
     const auto part = [&](const char* key) {
         const auto* text = flutter::asString(flutter::member(flutter::asMap(*arguments), key));
@@ -117,7 +156,9 @@ std::optional<Captured> Trial::capture() {
                     part("token"),
                     part("app_name"),
                     part("title"),
-                    millisecondsOf(host_.received().back().at - start)};
+                    millisecondsOf(host_.received().back().at - start),
+                    flutter::member(flutter::asMap(*arguments), "truncated") ==
+                        flutter::EncodableValue(true)};
 }
 
 Pasted Trial::paste(const std::string& text, const std::string& token) {
@@ -133,7 +174,15 @@ Pasted Trial::paste(const std::string& text, const std::string& token) {
         waitUntil([&] { return desktop_.activeWindow() != window_; }, 2s);
     desktop_.activate(window_);
     std::this_thread::sleep_for(pauseAfterPaste);
+    mayFetch_ = reply != nullptr && *reply == "pasted";
     return {reply != nullptr ? *reply : "an error", millisecondsOf(end - start)};
+}
+
+void Trial::pasteByHand(const std::string& text) {
+    putOnPasteboard(text);
+    press({"Control+v"});
+    std::this_thread::sleep_for(pauseAfterPaste);
+    mayFetch_ = true;
 }
 
 std::string Trial::textOnceItIs(const std::string& expected) {
@@ -143,15 +192,16 @@ std::string Trial::textOnceItIs(const std::string& expected) {
 }
 
 std::string Trial::text() {
-    const std::string nothing = "nothing was copied";
-    putOnPasteboard(nothing);
+    // A busy program fetches what it pastes late, and anything else that is there by then instead.
+    if (!mayFetch_) putOnPasteboard("nothing was copied");
+    const auto owner = desktop_.owner("CLIPBOARD");
     press(target_.selectAll);
-    std::string copied = nothing;
     for (const std::string& key : target_.copy)
         desktop_.keyboard.press(key);
-    waitUntil([&] { return (copied = desktop_.text("CLIPBOARD").value_or(nothing)) != nothing; }, 1500ms);
-    if (copied == nothing) return ""; // most copy nothing from an empty field
-    return withoutLineEnds(std::move(copied), target_.hasSpacedParagraphs);
+    // Most copy nothing from an empty field.
+    if (!waitUntil([&] { return desktop_.owner("CLIPBOARD") != owner; }, pauseAfterCopy)) return "";
+    mayFetch_ = false;
+    return withoutLineEnds(desktop_.text("CLIPBOARD").value_or(""), target_.hasSpacedParagraphs);
 }
 
 } // namespace compat

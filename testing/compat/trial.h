@@ -6,6 +6,7 @@
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/host.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -15,6 +16,7 @@ namespace compat {
 struct Captured {
     std::string text, source, token, applicationName, title;
     double milliseconds = 0; // from the key to the message
+    bool isTruncated = false;
 };
 
 struct Pasted {
@@ -31,6 +33,7 @@ public:
     Trial& operator=(const Trial&) = delete;
 
     void select();
+    void click();
     void press(const Keys& keys);
     void putOnPasteboard(const std::string& text);
 
@@ -39,9 +42,17 @@ public:
     // As an interface does it: its window comes to the front first.
     Pasted paste(const std::string& text, const std::string& token);
 
+    // The same by a person, with the program's own keys.
+    void pasteByHand(const std::string& text);
+
     // All text of the field once it is the expected one, or what it still is after a while.
     std::string textOnceItIs(const std::string& expected);
     std::string windowTitle() const { return desktop_.title(window_); }
+    // Its second window, then in front. Throws when none comes up.
+    testbed::WindowId openAnother();
+    void bringToFront(testbed::WindowId window);
+    // Whether a program in it has left a file of that name in the trial's folder.
+    bool hasFile(const std::string& name) const { return std::filesystem::exists(folder_ / name); }
 
 private:
     std::string text();
@@ -52,6 +63,7 @@ private:
     testbed::TemporaryFolder folder_;
     std::optional<testbed::Process> process_;
     testbed::WindowId window_ = 0;
+    bool mayFetch_ = false; // the program, what was pasted last
 };
 
 } // namespace compat

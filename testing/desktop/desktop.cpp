@@ -108,13 +108,13 @@ public:
 Desktop::Desktop() : server_(std::make_unique<Server>()) {}
 Desktop::~Desktop() = default;
 
-void Desktop::click(WindowId window) {
+void Desktop::click(WindowId window, double height) {
     XWindowAttributes attributes{};
     WindowId child = None;
     int x = 0, y = 0;
     if (XGetWindowAttributes(server_->display, window, &attributes) == 0) return;
     XTranslateCoordinates(server_->display, window, server_->root, attributes.width / 2,
-                          attributes.height / 2, &x, &y, &child);
+                          static_cast<int>(attributes.height * height), &x, &y, &child);
     XTestFakeMotionEvent(server_->display, -1, x, y, CurrentTime);
     XTestFakeButtonEvent(server_->display, 1, True, CurrentTime);
     XTestFakeButtonEvent(server_->display, 1, False, CurrentTime);
@@ -241,6 +241,10 @@ std::optional<std::string> Desktop::text(const char* selection) {
     const auto [bytes, type] = server_->property(server_->own, place, true);
     if (type != target) return std::nullopt;
     return bytes;
+}
+
+WindowId Desktop::owner(const char* selection) {
+    return XGetSelectionOwner(server_->display, server_->atom(selection));
 }
 
 bool Desktop::resize(WindowId window, int width, int height) {

@@ -27,7 +27,7 @@ public:
 
     Keyboard keyboard;
     // Presses the left button in the middle of a window.
-    void click(WindowId window);
+    void click(WindowId window, double height = 0.5);
 
     // Windows with a frame, of one program or of all; oldest first.
     std::vector<WindowId> windows(pid_t pid);
@@ -72,6 +72,8 @@ public:
     // The pasteboard's text ("CLIPBOARD"), or the text selected right now ("PRIMARY");
     // absent when there is none.
     std::optional<std::string> text(const char* selection);
+    // The window that offers it; 0: none.
+    WindowId owner(const char* selection);
 
     // The whole screen, or a part of it, as a PNG file.
     void screenshot(const std::filesystem::path& file);
