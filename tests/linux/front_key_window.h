@@ -13,7 +13,15 @@ namespace platform {
 
 // A window of the test's own process, the host's therefore, in front as the host itself sees it.
 struct FrontKeyWindow : testbed::KeyWindow {
-    explicit FrontKeyWindow(const char* windowClass = "editor") : KeyWindow(windowClass) {
+    explicit FrontKeyWindow(const char* windowClass = "editor") : KeyWindow(windowClass) { awaitFront(); }
+
+    void bringToFront() {
+        takeFocus();
+        awaitFront();
+    }
+
+private:
+    static void awaitFront() {
         EXPECT_TRUE(testbed::waitUntil([] {
             return Workspace::sharedWorkspace().frontmostApplication() ==
                    RunningApplication::currentApplication();

@@ -1,9 +1,12 @@
 #include "linux/front_key_window.h"
 #include "linux/run_until.h"
 #include "support/keys.h"
-#include "testing/desktop/keyboard.h"
+#include "testing/desktop/fields.h"
 
 #include <X11/XKBlib.h>
+#include <unistd.h>
+
+#include <thread>
 
 namespace platform {
 namespace {
@@ -113,6 +116,32 @@ TEST_F(Keystroke, NeverCopiesInATerminal) {
         post(positionOfC, 0);
         EXPECT_THAT(window.presses(), ElementsAre("c")) << terminal;
     }
+}
+
+// The focus moves at each moment from before the guard's last look to after its keystroke.
+TEST_F(Keystroke, OfAGuardReachesNoWindowThatGetsTheFocusAtThatMoment) {
+    using std::chrono::microseconds;
+    testbed::Desktop desktop;
+    testbed::Fields other(desktop, {"entry"});
+    const auto otherWindow = desktop.windows(other.process().pid()).front();
+    FrontKeyWindow window;
+    for (microseconds delay{0}; delay < microseconds(1500); delay += microseconds(5)) {
+        window.bringToFront();
+        KeystrokeGuard guard(getpid(), KeystrokeGuard::Against::otherWindows);
+        post(positionOfC, 0);
+        const auto leaves = testbed::Clock::now() + delay;
+        std::thread person([&] {
+            while (testbed::Clock::now() < leaves) {
+            }
+            XSetInputFocus(desktop.keyboard.display(), otherWindow, RevertToParent, CurrentTime);
+            XSync(desktop.keyboard.display(), False);
+        });
+        guard.deliver();
+        person.join();
+    }
+    desktop.keyboard.press("z"); // once this has arrived, all that was typed before has
+    other.awaitText("z");
+    EXPECT_THAT(other.dump(), testing::HasSubstr(R"("text": "z")"));
 }
 
 } // namespace

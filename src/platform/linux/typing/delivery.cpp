@@ -1,5 +1,6 @@
 #include "platform/linux/typing/delivery.h"
 
+#include "platform/linux/x11/base/server_grab.h"
 #include "platform/linux/x11/pasteboard/primary.h"
 #include "platform/linux/x11/windows/front_window.h"
 #include "platform/linux/x11/windows/terminals.h"
@@ -20,10 +21,15 @@ Delivery::Delivery(std::span<const KeyboardEvent> keystrokes, const std::optiona
         copiedFrom_ = static_cast<std::uint32_t>(window);
 }
 
-bool Delivery::deliver() const {
-    if (typed_) typed_->type();
-    if (copiedFrom_ != 0) selection::copyPrimarySelection(copiedFrom_);
-    return typed_.has_value();
+bool Delivery::deliver(const std::function<bool()>& isRight) const {
+    if (!typed_) {
+        if (copiedFrom_ != 0 && isRight()) selection::copyPrimarySelection(copiedFrom_);
+        return false;
+    }
+    const x11::ServerGrab grab; // no other window gets the focus between the answer and the keystrokes
+    if (!isRight()) return false;
+    typed_->type();
+    return true;
 }
 
 } // namespace platform::typing

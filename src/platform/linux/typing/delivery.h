@@ -3,6 +3,7 @@
 #include "platform/event.h"
 #include "platform/linux/x11/keyboard/keystroke_batch.h"
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,8 +18,9 @@ public:
     // Whatever has to be asked is asked here.
     Delivery(std::span<const KeyboardEvent> keystrokes, const std::optional<std::string>& role);
 
-    // Types them, all together. False when they were left out.
-    bool deliver() const;
+    // Types them, all together, if `isRight` still says that they may be: it asks the X server only, on the
+    // host's own connection. False when they were not typed.
+    bool deliver(const std::function<bool()>& isRight) const;
 
 private:
     std::optional<x11::KeystrokeBatch> typed_;

@@ -34,7 +34,7 @@ void CGEventPost(CGEventTapLocation, const KeyboardEvent& event) {
     if (auto* watch = KeystrokeGuard::Watch::current())
         watch->keystrokes.push_back(*keystroke);
     else
-        typing::Delivery({&*keystroke, 1}, std::nullopt).deliver();
+        typing::Delivery({&*keystroke, 1}, std::nullopt).deliver([] { return true; });
 }
 
 CGEventFlags Event::modifierFlags() { return x11::heldModifiers(); }

@@ -49,12 +49,12 @@ KeystrokeGuard::Watch::~Watch() { living = nullptr; }
 bool KeystrokeGuard::Watch::deliver() {
     living = nullptr;
     const typing::Delivery delivery(keystrokes, role_);
-    if (against_ == Against::otherWindows) return isInFront() && delivery.deliver();
+    if (against_ == Against::otherWindows) return delivery.deliver([this] { return isInFront(); });
     const x11::FrozenInput input;
     if (!placeIsUnchanged()) return false;
     showsFocus_ = typing::hasFocusSoon(place_.element, longestAnswer).value_or(false);
     selection::HeldRequests requests(static_cast<std::uint32_t>(x11::focusedWindow()), longestWait);
-    if (!isInFront() || inputWasSeen() || !delivery.deliver()) return false;
+    if (!delivery.deliver([this] { return isInFront() && !inputWasSeen(); })) return false;
     input.begin(usualPaste); // or what a person types now would come before the paste
     return decide(requests);
 }

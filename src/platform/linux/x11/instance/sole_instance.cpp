@@ -1,5 +1,6 @@
 #include "platform/linux/x11/instance/sole_instance.h"
 
+#include "platform/linux/x11/base/server_grab.h"
 #include "platform/linux/x11/base/xlib_connection.h"
 #include "platform/linux/x11/instance/protocol.h"
 
@@ -40,10 +41,12 @@ std::unique_ptr<SoleInstance> SoleInstance::take(Handler handler) {
     Display* display = connection->display();
     const ::Window window = x11::instance::makeWindow(*connection, {});
     const Atom selection = x11::instance::selection(*connection);
-    XGrabServer(display); // no other process takes it between the question and the taking
-    const bool isFree = XGetSelectionOwner(display, selection) == None;
-    if (isFree) XSetSelectionOwner(display, selection, window, CurrentTime);
-    XUngrabServer(display);
+    bool isFree = false;
+    {
+        const x11::ServerGrab grab; // no other process takes it between the question and the taking
+        isFree = XGetSelectionOwner(display, selection) == None;
+        if (isFree) XSetSelectionOwner(display, selection, window, CurrentTime);
+    }
     XSync(display, False);
     if (isFree) return std::make_unique<SoleInstance>(window, std::move(handler));
     XDestroyWindow(display, window);
