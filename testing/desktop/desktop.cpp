@@ -78,6 +78,30 @@ public:
         XSync(display, False);
     }
 
+    // The server's clock, for requests that somebody makes now.
+    Time now() const {
+        XSelectInput(display, own, PropertyChangeMask);
+        XChangeProperty(display, own, atom("QUILLMARK_TIME"), XA_STRING, 8, PropModeAppend, nullptr, 0);
+        XEvent event{};
+        XWindowEvent(display, own, PropertyChangeMask, &event);
+        XSelectInput(display, own, NoEventMask);
+        return event.xproperty.time;
+    }
+
+    // Not where the window manager does not say.
+    void awaitWindowManager() const {
+        const auto supported = values(root, "_NET_SUPPORTED");
+        if (std::ranges::find(supported, atom("_NET_REQUEST_FRAME_EXTENTS")) == supported.end()) return;
+        const Atom answer = atom("_NET_FRAME_EXTENTS");
+        XDeleteProperty(display, own, answer);
+        const auto isAnswered = [&] { return property(own, answer).type != None; };
+        // One that has just started does not hear of what was asked before.
+        waitUntil([&] {
+            request("_NET_REQUEST_FRAME_EXTENTS", own, 0, 0);
+            return waitUntil(isAnswered, milliseconds(500));
+        });
+    }
+
     struct Family {
         WindowId parent = None;
         std::vector<WindowId> children;
@@ -171,6 +195,12 @@ std::optional<WindowId> Desktop::windowManager() {
     return server_->value(server_->root, "_NET_SUPPORTING_WM_CHECK");
 }
 
+// Twice, because it also has to hear of the changes of the focus that it makes itself.
+void Desktop::awaitWindowManager() {
+    server_->awaitWindowManager();
+    server_->awaitWindowManager();
+}
+
 bool Desktop::hasIcon(WindowId window) { return server_->value(window, "_NET_WM_ICON").has_value(); }
 
 bool Desktop::hasState(WindowId window, const char* state) {
@@ -213,7 +243,10 @@ void Desktop::close(WindowId window) {
 
 bool Desktop::activate(WindowId window) {
     constexpr long byTheUser = 2;
-    server_->request("_NET_ACTIVE_WINDOW", window, byTheUser, CurrentTime);
+    awaitWindowManager();
+    // Without the time, GTK would take the keyboard back for a window that had it before.
+    server_->request("_NET_ACTIVE_WINDOW", window, byTheUser, static_cast<long>(server_->now()));
+    awaitWindowManager();
     return waitUntil([&] {
         WindowId focused = None;
         int unused = 0;

@@ -58,7 +58,10 @@ public:
     bool goToWorkspace(unsigned long number);
     // The window by which the window manager is known; absent when none runs.
     std::optional<WindowId> windowManager();
-    // Brings a window to the front as a task bar does, and waits until it has the keyboard.
+    // Waits until it has done what anybody has asked of it so far, as a person does by looking.
+    void awaitWindowManager();
+    // Brings a window to the front as a task bar does, once whatever was on its way there is seen, and waits
+    // until it has the keyboard.
     bool activate(WindowId window);
     // The same with the program's first window, once it has one.
     bool bringToFront(pid_t program);

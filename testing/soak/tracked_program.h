@@ -17,7 +17,7 @@ public:
                    Chance& chance);
 
     const std::string& title() const { return title_; }
-    pid_t pid() const { return fields_->process().pid(); }
+    pid_t pid() const { return fields().process().pid(); }
     testbed::WindowId window();
     void bringToFront();
     // Ends it and starts it anew with other texts.
@@ -33,21 +33,24 @@ public:
     void select(std::size_t field, std::size_t start, std::size_t end); // in code points
     void setText(std::size_t field, const std::string& text);
 
-    // What a field must hold: one of these. What it then holds is the one to compare with later.
-    const std::string& text(std::size_t field) const { return expected_[field].front(); }
-    void expect(std::size_t field, std::vector<std::string> texts) { expected_[field] = std::move(texts); }
+    // What a field must hold.
+    const std::string& text(std::size_t field) const { return expected_[field]; }
+    void expect(std::size_t field, std::string text) { expected_[field] = std::move(text); }
+    // Waits a moment for a text that may come or not.
+    bool soonHolds(std::size_t field, const std::string& text);
 
     // What is wrong in it, a line each. Waits a moment for what must be there.
     std::vector<std::string> faults();
 
 private:
     void start(Chance& chance);
+    testbed::Fields& fields() const; // throws when it could not be started again
     std::vector<std::string> texts();
 
     testbed::Desktop& desktop_;
     std::string title_;
     std::vector<std::string> kinds_; // the last one is "password"
-    std::vector<std::vector<std::string>> expected_;
+    std::vector<std::string> expected_;
     std::unique_ptr<testbed::Fields> fields_;
 };
 
