@@ -186,6 +186,25 @@ TEST_F(HotKey, EachPressOfItCountsHoweverTheModifiersAreHeld) {
     EXPECT_THAT(window.presses(), ElementsAre("Control+c", "Control+c", "Control+c", "space"));
 }
 
+TEST_F(HotKey, APressCountsThoughItsModifiersAreLetGoBeforeItIsHandled) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    Keyboard keyboard;
+    FrontKeyWindow window;
+    onPress = [&] {
+        post(8, kCGEventFlagMaskCommand);
+        if (presses > 1) return;
+        keyboard.letGo("space");
+        keyboard.press("space");
+        keyboard.letGoAll();
+        keyboard.press("a");
+        keyboard.press("space");
+    };
+    holdDown(keyboard);
+    EXPECT_TRUE(runUntil([&] { return presses == 2; }));
+    EXPECT_EQ(settled(), 2);
+    EXPECT_THAT(window.presses(), ElementsAre("Control+c", "a", "space", "Control+c"));
+}
+
 TEST_F(HotKey, WhileItsHandlerRunsAnotherPressCountsAndWhatIsTypedArrives) {
     const EventHotKeyRef hotKey = registerHotKey();
     FrontKeyWindow window;

@@ -57,6 +57,16 @@ std::uint32_t hotKeyModifiers(CGEventFlags held) {
     return modifiers;
 }
 
+// What a key holds down of a hot key's modifiers.
+std::uint32_t hotKeyModifiersOn(unsigned key) {
+    const auto map = Keymap::read(coreKeyboard);
+    const unsigned carried = map ? map->modifiersOf(static_cast<KeyCode>(key)) : 0;
+    std::uint32_t modifiers = 0;
+    for (const ModifierKey& one : modifierKeys())
+        if (carried != 0 && (carried & map->modifierMask(one.held)) != 0) modifiers |= one.hotKeyBit;
+    return modifiers;
+}
+
 // From here on programs get the keys again, which the server sends to the host alone while a hot key is down.
 // The hot key's own key counts as released: it does not repeat, and a synthetic keystroke can press it. The
 // program in front sees that release, and Qt 5 and 6 therefore do not open a menu when the user lets go of
@@ -169,13 +179,18 @@ void HotKeys::pressed(const XKeyEvent& event) {
     XAllowEvents(event.display, ReplayKeyboard, event.time); // the grab has ended since
 }
 
-// Programs, and the server with its grabs, take the modifiers for released; the real keyboards know better.
+// Programs, and the server with its grabs, take the modifiers for released; the real keyboards know better. A
+// person may have let go of them since the press.
 void HotKeys::pressedWithLess(const std::shared_ptr<HotKeyCombination>& combination, const XKeyEvent& event) {
-    const std::uint32_t held = hotKeyModifiers(heldModifiers());
+    const std::uint32_t held = heldAtEvent();
     if (held == combination->modifiers) return count(combination, event.time);
     if ((held & combination->modifiers) != 0) return giveKeyboardBack(combination->grab.key());
     XAllowEvents(event.display, ReplayKeyboard, event.time); // plain typing
     combination->lesser.clear();
+}
+
+std::uint32_t HotKeys::heldAtEvent() const {
+    return xInputOpcode() ? held_ : hotKeyModifiers(heldModifiers());
 }
 
 void HotKeys::count(const std::shared_ptr<HotKeyCombination>& combination, ::Time time) {
@@ -203,7 +218,8 @@ void HotKeys::keyUp(unsigned key) {
     for (const auto& combination : all)
         if (key == combination->grab.key()) combination->down = false;
     if (std::ranges::any_of(all, [](const auto& one) { return !one->lesser.empty(); })) {
-        const std::uint32_t held = hotKeyModifiers(heldModifiers());
+        held_ &= ~hotKeyModifiersOn(key);
+        const std::uint32_t held = heldAtEvent();
         for (const auto& combination : all)
             if ((held & combination->modifiers) == 0) combination->lesser.clear();
     }
@@ -236,7 +252,10 @@ HotKeys::Typing::~Typing() {
 }
 
 void HotKeys::grabWithLess(CGEventFlags held) {
-    for (const auto& combination : combinations()) {
+    const auto all = combinations();
+    if (std::ranges::all_of(all, [](const auto& one) { return one->lesser.empty(); }))
+        held_ = hotKeyModifiers(held);
+    for (const auto& combination : all) {
         if ((hotKeyModifiers(held) & combination->modifiers) == 0 || !combination->lesser.empty()) continue;
         combination->lesser = grabsWithLess(combination->grab);
         watchKeys();
@@ -246,6 +265,7 @@ void HotKeys::grabWithLess(CGEventFlags held) {
 void HotKeys::watchKeys() {
     if (!keys_)
         keys_.emplace([this](RawInput::Kind kind, unsigned key) {
+            if (kind == RawInput::Kind::keyDown) held_ |= hotKeyModifiersOn(key);
             if (kind == RawInput::Kind::keyUp) keyUp(key);
         });
 }

@@ -71,6 +71,7 @@ private:
     void handle(const XEvent& event);
     void pressed(const XKeyEvent& event);
     void pressedWithLess(const std::shared_ptr<HotKeyCombination>& combination, const XKeyEvent& event);
+    std::uint32_t heldAtEvent() const;
     void count(const std::shared_ptr<HotKeyCombination>& combination, ::Time time);
     void run(const std::weak_ptr<HotKeyCombination>& combination) const;
     void keyUp(unsigned key);
@@ -84,6 +85,9 @@ private:
     std::optional<Known> refused_; // and nothing was registered since
     std::optional<EventListener> events_;
     std::optional<RawInput> keys_; // while a hot key is down or grabbed with fewer modifiers
+    // What people hold of hot keys' modifiers as of the last event that was handled, while one is grabbed
+    // with fewer of them. The server tells only what they hold now.
+    std::uint32_t held_ = 0;
     std::vector<std::weak_ptr<HotKeyCombination>> combinations_;
     std::vector<std::weak_ptr<HotKeyHandler>> handlers_; // oldest first
 };
