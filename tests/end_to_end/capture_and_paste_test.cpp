@@ -99,10 +99,11 @@ TEST_F(CaptureAndPaste, NothingIsTypedWhereThePasteKeystrokeFindsAnotherPlace) {
             if (!wholeField) fields.command("select 0 4 7");
             const EncodableValue got = capture();
             fields.command("onpaste " + change);
-            EXPECT_EQ(paste("REWRITE", textOf(got, "token")), "pasted");
+            EXPECT_EQ(paste("REWRITE", textOf(got, "token")), "copied-only");
             EXPECT_THAT(fields.dump(), Not(HasSubstr("REWRITE")))
                 << change << (wholeField ? ", whole field" : "");
             EXPECT_EQ(desktop.text("CLIPBOARD"), "REWRITE");
+            ASSERT_TRUE(desktop.bringToFront(fields.process().pid()));
         }
 }
 
