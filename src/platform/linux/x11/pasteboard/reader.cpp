@@ -35,7 +35,7 @@ Reader::Reader(XcbConnection& connection)
 void Reader::ask(const Request& request, AnswerLimits limits, Done done) {
     if (const auto earlier = find(request); earlier != conversions_.end()) {
         if (earlier->state != State::kept) return done(std::nullopt);
-        Property value = earlier->joined();
+        auto value = std::move(earlier->value);
         conversions_.erase(earlier);
         return done(std::move(value));
     }
@@ -109,8 +109,8 @@ void Reader::propertyArrived(xcb_window_t window, xcb_atom_t property) {
     if (!piece) return;
     answered(open->request.owner);
     const bool last = piece->bytes.empty();
-    if (!last || open->pieces.empty()) open->pieces.push_back(std::move(*piece));
-    if (last) return finish(open, open->joined());
+    open->add(std::move(*piece));
+    if (last) return finish(open, std::exchange(open->value, std::nullopt));
     // An owner whose piece is not taken sends no more.
     if (open->size() > mostBytes || bytesUnderWay() > mostBytesUnderWay) giveUp(*open, State::abandoned);
 }
@@ -137,14 +137,13 @@ void Reader::finish(Conversions::iterator conversion, std::optional<Property> va
     }
     conversion->state = State::kept;
     conversion->end = Clock::now() + keepLimit;
-    conversion->pieces.clear();
-    conversion->pieces.push_back(std::move(*value));
+    conversion->value = std::move(value);
 }
 
 void Reader::giveUp(Conversion& conversion, State state) {
     traceOutcome(conversion, state == State::late ? "late" : "too large or too slow");
     conversion.state = state;
-    conversion.pieces.clear();
+    conversion.value.reset();
     if (const Done done = std::exchange(conversion.done, nullptr)) done(std::nullopt);
 }
 
@@ -184,20 +183,15 @@ Clock::time_point Reader::Conversion::limit() const {
     return state == State::kept ? end : Clock::time_point::max();
 }
 
-std::size_t Reader::Conversion::size() const {
-    return std::accumulate(pieces.begin(), pieces.end(), std::size_t{0},
-                           [](std::size_t sum, const Property& piece) { return sum + piece.bytes.size(); });
-}
+std::size_t Reader::Conversion::size() const { return value ? value->bytes.size() : 0; }
 
-Property Reader::Conversion::joined() {
-    if (pieces.size() == 1) return std::move(pieces.front());
-    std::vector<std::uint8_t> bytes;
-    bytes.reserve(size());
-    for (Property& piece : pieces) {
-        const auto part = std::exchange(piece.bytes, {}); // freed at once
-        bytes.insert(bytes.end(), part.begin(), part.end());
-    }
-    return {pieces.front().type, pieces.front().format, std::move(bytes)};
+// Into one block, which goes back to the system when it is freed. Owners send pieces of 256 KiB and the like:
+// of a long answer, the heap would keep them all as long as anything behind them is in use.
+void Reader::Conversion::add(Property piece) {
+    if (!value)
+        value = std::move(piece);
+    else
+        value->bytes.insert(value->bytes.end(), piece.bytes.begin(), piece.bytes.end());
 }
 
 } // namespace platform::selection

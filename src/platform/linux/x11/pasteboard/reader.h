@@ -80,11 +80,11 @@ private:
         Clock::time_point asked = Clock::now();
         bool answeredOthers = false; // its owner has answered another request since
         bool inPieces = false;
-        std::vector<Property> pieces{};
+        std::optional<Property> value{}; // as much of it as has come
 
         Clock::time_point limit() const; // when something has to happen; max: never
         std::size_t size() const;        // in bytes
-        Property joined();
+        void add(Property piece);
     };
     using Conversions = std::list<Conversion>;
 
