@@ -11,4 +11,9 @@ namespace platform::x11 {
 // plus eight, as in the "evdev" key codes of every X server on Linux.
 std::optional<unsigned char> xKeyCode(CGKeyCode keyCode);
 
+// Positions that the host falls back to when no layout types the letter.
+inline constexpr CGKeyCode positionOfA = 0;
+inline constexpr CGKeyCode positionOfC = 8;
+inline constexpr CGKeyCode positionOfV = 9;
+
 } // namespace platform::x11

@@ -9,11 +9,6 @@
 namespace platform::x11 {
 namespace {
 
-// Positions that the host falls back to when no layout types the letter.
-constexpr CGKeyCode positionOfA = 0;
-constexpr CGKeyCode positionOfC = 8;
-constexpr CGKeyCode positionOfV = 9;
-
 constexpr CGKeyCode insertKey = 0x72;
 constexpr CGKeyCode homeKey = 0x73;
 constexpr CGKeyCode endKey = 0x77;

@@ -110,7 +110,6 @@ bool canType() {
 }
 
 bool isCopyKeystroke(const KeyboardEvent& key) {
-    constexpr CGKeyCode positionOfC = 8;
     const auto map = Keymap::read(syntheticKeyboard());
     const auto code = xKeyCode(key.keyCode);
     if (key.flags != kCGEventFlagMaskCommand || !map || !code) return false;
