@@ -14,10 +14,9 @@
 
 namespace flutter {
 
-// Counts the bytes, and finds out whether every text is UTF-8.
+// Counts the bytes.
 struct ByteCounter {
     std::size_t count = 0;
-    bool allUtf8 = true;
 
     std::size_t position() const { return count; }
     void byte(std::uint8_t) { ++count; }
@@ -26,18 +25,17 @@ struct ByteCounter {
         count += sizeof(T);
     }
     void bytes(const void*, std::size_t size) { count += size; }
-    void text(std::string_view text) {
-        allUtf8 = allUtf8 && isUtf8(text);
-        count += text.size();
-    }
+    void text(std::string_view text) { count += text.size(); }
 };
 
-// Stores the bytes.
+// Stores the bytes, and finds out whether every text is UTF-8.
 struct ByteSink {
-    std::uint8_t* start; // of memory that is large enough
+    // In memory that is large enough. It starts at a multiple of 8 bytes, as all that is allocated does: so
+    // does padding, which counts from there, and the sink is no larger than two registers.
     std::uint8_t* at;
+    bool allUtf8 = true;
 
-    std::size_t position() const { return static_cast<std::size_t>(at - start); }
+    std::size_t position() const { return reinterpret_cast<std::uintptr_t>(at); }
     void byte(std::uint8_t value) { *at++ = value; }
     template <class T>
     void number(T value) {
@@ -49,8 +47,7 @@ struct ByteSink {
         at += size;
     }
     void text(std::string_view text) {
-        if (text.size() > mostShortBytes) return bytes(text.data(), text.size());
-        copyShort(at, text);
+        allUtf8 = copyUtf8(at, text) && allUtf8;
         at += text.size();
     }
 };

@@ -47,7 +47,7 @@ std::optional<std::vector<std::uint8_t>> encodeFrame(FrameKind kind, std::uint32
     std::vector<std::uint8_t> bytes;
     bytes.reserve(lengthSize + length);
     bytes.resize(lengthSize + headSize + name);
-    ByteSink sink{bytes.data(), bytes.data()};
+    ByteSink sink{bytes.data()};
     sink.number(static_cast<std::uint32_t>(length));
     sink.byte(static_cast<std::uint8_t>(kind));
     sink.number(id);

@@ -31,21 +31,25 @@ inline bool isShortAscii(std::string_view text) {
     return text.empty() || static_cast<std::uint8_t>(text[0]) < 0x80;
 }
 
+// g++ 12 makes it a call, which would take a fifth of the time of a short event.
 template <class Number>
-void copyEnds(std::uint8_t* to, std::string_view text) {
+[[gnu::always_inline]] inline bool copyEnds(std::uint8_t* to, std::string_view text) {
     Number first, last;
     std::memcpy(&first, text.data(), sizeof first);
     std::memcpy(&last, text.data() + text.size() - sizeof last, sizeof last);
     std::memcpy(to, &first, sizeof first);
     std::memcpy(to + text.size() - sizeof last, &last, sizeof last);
+    return ((first | last) & static_cast<Number>(highestBits)) == 0;
 }
 
-// Copies a short text.
-inline void copyShort(std::uint8_t* to, std::string_view text) {
+// Copies a short text, and says whether it is ASCII.
+inline bool copyShort(std::uint8_t* to, std::string_view text) {
     if (text.size() >= 8) return copyEnds<std::uint64_t>(to, text);
     if (text.size() >= 4) return copyEnds<std::uint32_t>(to, text);
     if (text.size() >= 2) return copyEnds<std::uint16_t>(to, text);
-    if (!text.empty()) *to = static_cast<std::uint8_t>(text[0]);
+    if (text.empty()) return true;
+    *to = static_cast<std::uint8_t>(text[0]);
+    return *to < 0x80;
 }
 
 } // namespace flutter

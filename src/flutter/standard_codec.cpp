@@ -12,24 +12,19 @@ namespace {
 constexpr std::uint8_t successByte = 0;
 constexpr std::uint8_t errorByte = 1;
 
+// What `write` writes, in the memory of `buffer` if that is large enough. The same code runs twice: it first
+// counts the bytes, so that they need one allocation, and then writes them. False when a text was not UTF-8.
 template <BrokenText broken, class Write>
-void encode(const Write& write, std::size_t size, std::vector<std::uint8_t>& buffer) {
+bool encode(const Write& write, std::vector<std::uint8_t>& buffer) {
+    const std::size_t size = write(StandardWriter<ByteCounter, broken>(), ByteCounter()).count;
     if (buffer.capacity() < size) buffer.clear(); // or its contents would be moved to the new memory
     buffer.resize(size);
-    write(StandardWriter<ByteSink, broken>(), ByteSink{buffer.data(), buffer.data()});
+    return write(StandardWriter<ByteSink, broken>(), ByteSink{buffer.data()}).allUtf8;
 }
 
-// What `write` writes, in the memory of `buffer` if that is large enough. The same code runs twice: it first
-// counts the bytes, so that they need one allocation, and then writes them.
 template <class Write>
 std::vector<std::uint8_t> encoded(const Write& write, std::vector<std::uint8_t> buffer) {
-    const ByteCounter counted = write(StandardWriter<ByteCounter, BrokenText::kept>(), ByteCounter());
-    if (counted.allUtf8) {
-        encode<BrokenText::kept>(write, counted.count, buffer);
-    } else {
-        const ByteCounter again = write(StandardWriter<ByteCounter, BrokenText::repaired>(), ByteCounter());
-        encode<BrokenText::repaired>(write, again.count, buffer);
-    }
+    if (!encode<BrokenText::kept>(write, buffer)) encode<BrokenText::repaired>(write, buffer);
     return buffer;
 }
 

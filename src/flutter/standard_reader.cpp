@@ -8,7 +8,7 @@
 namespace flutter {
 
 bool StandardReader::value(EncodableValue& value) {
-    const auto type = byte();
+    const auto* type = take(1);
     if (!type) return false;
     switch (static_cast<StandardType>(*type)) {
     case StandardType::null:
@@ -48,9 +48,10 @@ bool StandardReader::value(EncodableValue& value) {
 
 bool StandardReader::string(std::string& string) {
     if (byte() != static_cast<std::uint8_t>(StandardType::string)) return false;
-    const auto read = text();
-    if (read) string = *read;
-    return read.has_value();
+    std::string_view read;
+    if (!text(read)) return false;
+    string = read;
+    return true;
 }
 
 std::optional<std::uint8_t> StandardReader::byte() {
@@ -66,24 +67,25 @@ bool StandardReader::number(EncodableValue& value) {
 }
 
 bool StandardReader::string(EncodableValue& value) {
-    const auto read = text();
-    if (read) value.emplace<std::string>(*read);
-    return read.has_value();
+    std::string_view read;
+    if (!text(read)) return false;
+    value.emplace<std::string>(read);
+    return true;
 }
 
 bool StandardReader::byteList(EncodableValue& value) {
-    const auto length = size();
-    const auto* at = length ? take(*length) : nullptr;
-    if (at) value.emplace<std::vector<std::uint8_t>>(at, at + *length);
+    std::size_t length;
+    const auto* at = size(length) ? take(length) : nullptr;
+    if (at) value.emplace<std::vector<std::uint8_t>>(at, at + length);
     return at != nullptr;
 }
 
 template <class T>
 bool StandardReader::numberList(EncodableValue& value) {
-    const auto count = size();
-    if (!count || !align(sizeof(T)) || *count > left() / sizeof(T)) return false;
-    const auto* at = take(*count * sizeof(T));
-    for (T& number : value.emplace<std::vector<T>>(*count)) {
+    std::size_t count;
+    if (!size(count) || !align(sizeof(T)) || count > left() / sizeof(T)) return false;
+    const auto* at = take(count * sizeof(T));
+    for (T& number : value.emplace<std::vector<T>>(count)) {
         number = loadLittleEndian<T>(at);
         at += sizeof(T);
     }
@@ -91,18 +93,18 @@ bool StandardReader::numberList(EncodableValue& value) {
 }
 
 bool StandardReader::list(EncodableValue& value) {
-    const auto count = size();
-    if (!count || !enter(*count)) return false;
-    for (auto& element : value.emplace<EncodableList>(*count))
+    std::size_t count;
+    if (!size(count) || !enter(count)) return false;
+    for (auto& element : value.emplace<EncodableList>(count))
         if (!child(element)) return false;
     --depth_;
     return true;
 }
 
 bool StandardReader::map(EncodableValue& value) {
-    const auto count = size();
-    if (!count || *count > left() / 2 || !enter(*count * 2)) return false;
-    std::vector<EncodableMap::Pair> pairs(*count);
+    std::size_t count;
+    if (!size(count) || count > left() / 2 || !enter(count * 2)) return false;
+    std::vector<EncodableMap::Pair> pairs(count);
     for (auto& [key, element] : pairs)
         if (!child(key) || !child(element)) return false;
     --depth_;
@@ -110,25 +112,24 @@ bool StandardReader::map(EncodableValue& value) {
     return true;
 }
 
-std::optional<std::size_t> StandardReader::size() {
-    const auto first = byte();
-    if (!first) return std::nullopt;
-    if (*first < size16) return *first;
-    if (*first == size16) {
-        const auto* at = take(sizeof(std::uint16_t));
-        return at ? std::optional<std::size_t>(loadLittleEndian<std::uint16_t>(at)) : std::nullopt;
-    }
-    const auto* at = take(sizeof(std::uint32_t));
-    return at ? std::optional<std::size_t>(loadLittleEndian<std::uint32_t>(at)) : std::nullopt;
+bool StandardReader::size(std::size_t& count) {
+    const auto* first = take(1);
+    if (!first) return false;
+    count = *first;
+    if (*first < size16) return true;
+    const auto* at = take(*first == size16 ? sizeof(std::uint16_t) : sizeof(std::uint32_t));
+    if (at)
+        count = *first == size16 ? loadLittleEndian<std::uint16_t>(at) : loadLittleEndian<std::uint32_t>(at);
+    return at != nullptr;
 }
 
 // A size and that many bytes, which must be UTF-8.
-std::optional<std::string_view> StandardReader::text() {
-    const auto length = size();
-    const auto* at = length ? take(*length) : nullptr;
-    if (!at) return std::nullopt;
-    const std::string_view text(reinterpret_cast<const char*>(at), *length);
-    return isUtf8(text) ? std::optional(text) : std::nullopt;
+bool StandardReader::text(std::string_view& text) {
+    std::size_t length;
+    const auto* at = size(length) ? take(length) : nullptr;
+    if (!at) return false;
+    text = {reinterpret_cast<const char*>(at), length};
+    return isUtf8(text);
 }
 
 bool StandardReader::align(std::size_t width) { return take((width - position_ % width) % width) != nullptr; }

@@ -36,8 +36,10 @@ private:
     bool list(EncodableValue& value);
     bool map(EncodableValue& value);
 
-    std::optional<std::size_t> size();
-    std::optional<std::string_view> text();
+    // Into their argument: g++ 12 stores and loads again an optional of two registers, which costs as much as
+    // the rest.
+    bool size(std::size_t& count);
+    bool text(std::string_view& text);
     bool align(std::size_t width);
     const std::uint8_t* take(std::size_t count);
     bool enter(std::size_t values);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace flutter {
 namespace {
@@ -40,19 +41,19 @@ struct LargeRegister {
     using Numbers [[gnu::vector_size(32)]] = std::uint64_t;
 };
 
-// Keeps in `seen` which bits any number has had.
-template <class Numbers>
-[[gnu::always_inline]] inline void add(Numbers& seen, const char* bytes) {
-    Numbers more;
-    std::memcpy(&more, bytes, sizeof more);
-    seen |= more;
-}
-
-// For text of at least the size of a register.
-template <class Register>
-[[gnu::always_inline]] inline bool isAsciiBy(std::string_view text) {
+// For text of at least the size of a register, which is copied, unless `to` is nullptr_t.
+template <class Register, class To>
+[[gnu::always_inline]] inline bool isAsciiBy(std::string_view text, To to) {
     using Numbers = typename Register::Numbers;
     constexpr auto size = static_cast<std::ptrdiff_t>(sizeof(Numbers));
+    // Keeps in `seen` which bits any number has had.
+    const auto add = [&](Numbers& seen, const char* bytes) {
+        Numbers more;
+        std::memcpy(&more, bytes, sizeof more);
+        // Before the line below: else g++ 12 loads the bytes twice.
+        if constexpr (std::is_pointer_v<To>) std::memcpy(to + (bytes - text.data()), &more, sizeof more);
+        seen |= more;
+    };
     Numbers first{}, second{}, third{}, fourth{}; // one would wait for itself
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -74,19 +75,25 @@ template <class Register>
 
 #ifdef __x86_64__
 // Most of these processors have large registers, which must not be used on the others.
-[[gnu::target("avx2")]] bool isAsciiByLargeRegisters(std::string_view text) {
-    return isAsciiBy<LargeRegister>(text);
+template <class To>
+[[gnu::target("avx2")]] bool isAsciiByLargeRegisters(std::string_view text, To to) {
+    return isAsciiBy<LargeRegister>(text, to);
 }
 const bool hasLargeRegisters = __builtin_cpu_supports("avx2") != 0;
 #else
-bool isAsciiByLargeRegisters(std::string_view text) { return isAsciiBy<SmallRegister>(text); }
+template <class To>
+bool isAsciiByLargeRegisters(std::string_view text, To to) {
+    return isAsciiBy<SmallRegister>(text, to);
+}
 constexpr bool hasLargeRegisters = false;
 #endif
 
-bool isLongAscii(std::string_view text) {
+// For text that is not short.
+template <class To>
+bool isLongAscii(std::string_view text, To to) {
     constexpr std::size_t worthIt = 256;
-    if (hasLargeRegisters && text.size() >= worthIt) return isAsciiByLargeRegisters(text);
-    return text.size() > mostShortBytes && isAsciiBy<SmallRegister>(text);
+    if (hasLargeRegisters && text.size() >= worthIt) return isAsciiByLargeRegisters(text, to);
+    return isAsciiBy<SmallRegister>(text, to);
 }
 
 } // namespace
@@ -113,7 +120,12 @@ std::size_t validUtf8Prefix(std::string_view bytes) {
 
 bool isUtf8InFull(std::string_view bytes) {
     // Most text is ASCII.
-    return isLongAscii(bytes) || validUtf8Prefix(bytes) == bytes.size();
+    const bool isAscii = bytes.size() > mostShortBytes && isLongAscii(bytes, nullptr);
+    return isAscii || validUtf8Prefix(bytes) == bytes.size();
+}
+
+bool copyUtf8InFull(std::uint8_t* to, std::string_view bytes) {
+    return isLongAscii(bytes, to) || validUtf8Prefix(bytes) == bytes.size();
 }
 
 std::string repairedUtf8(std::string_view bytes) {

@@ -205,7 +205,9 @@ TEST(StandardCodec, WritesReadableMessagesFromTextThatIsNotUtf8) {
     std::iota(lengths.begin(), lengths.end(), 1);
     lengths.push_back(300);
     for (const std::size_t length : lengths) {
+        std::string alphabet(length, 'a');
         for (std::size_t position = 0; position < length; ++position) {
+            alphabet[position] = static_cast<char>('!' + position % 90);
             std::string text(length, 'a');
             text[position] = '\xff';
             auto bytes = encodeMessage(std::string(length, 'a'));
@@ -214,6 +216,7 @@ TEST(StandardCodec, WritesReadableMessagesFromTextThatIsNotUtf8) {
             EXPECT_EQ(decodeMessage(encodeMessage(text)),
                       EncodableValue(text.replace(position, 1, "\uFFFD")));
         }
+        EXPECT_EQ(decodeMessage(encodeMessage(alphabet)), EncodableValue(alphabet));
     }
 }
 
