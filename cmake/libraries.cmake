@@ -5,7 +5,8 @@ find_package(Threads REQUIRED)
 # The host's rooms.
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
 
-# The language models. Boost 1.81 has headers only.
+# The language models.
+find_package(Boost 1.81 REQUIRED COMPONENTS json)
 pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 
 # The interface that comes with the host.

@@ -3,10 +3,10 @@
 #include "platform/url.h"
 #include "platform/uuid.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <regex>
 #include <set>
 
 namespace conformance {
@@ -17,11 +17,12 @@ using namespace platform;
 struct ValueTest : testing::Test, Stage {};
 
 TEST_F(ValueTest, IdentifiersAreRandomUUIDsInTheirTextForm) {
-    const std::regex form("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+    const auto hasTheForm =
+        testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
     std::set<std::string> seen;
     for (int i = 0; i < 1000; ++i) {
         const std::string uuid = UUIDString();
-        EXPECT_TRUE(std::regex_match(uuid, form)) << uuid;
+        EXPECT_THAT(uuid, hasTheForm);
         seen.insert(uuid);
     }
     EXPECT_EQ(seen.size(), 1000u);

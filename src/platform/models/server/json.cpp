@@ -1,7 +1,6 @@
 #include "platform/models/server/json.h"
 
-// The library itself, compiled here and nowhere else.
-#include <boost/json/src.hpp>
+#include <boost/json/parse.hpp>
 
 #include <utility>
 

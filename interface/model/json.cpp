@@ -1,2 +1,0 @@
-// Boost.JSON itself, compiled once.
-#include <boost/json/src.hpp>
