@@ -82,7 +82,8 @@ void addBrowser(std::vector<Target>& targets, const std::string& name, const std
     });
     add("field in a frame", "frame.html", [&](Target& each) { each.ready = {"Tab"}; });
     add("address bar", "text.html", [](Target& each) {
-        each.ready = {"", "", "", "Control+l", "", "k", "e", "e", "p", "space", "t", "e", "h", "End"};
+        each.ready = {"", "", ""};
+        each.fill = {"Control+l", "", "k", "e", "e", "p", "space", "t", "e", "h", "End"};
         each.text = "keep teh";
         each.select = {"Home", "Shift+End"};
         each.selected = "keep teh";

@@ -104,6 +104,7 @@ private:
     void inField() {
         Trial trial(desktop_, host_, target_, target_.command);
         trial.putOnPasteboard(earlier);
+        if (!target_.fill.empty()) trial.select(); // tells that the text is there
         trial.press(target_.unselect);
         trial.capture(); // the first one has a cell of its own
         const auto captured = trial.capture();

@@ -1,57 +1,184 @@
 #include "testing/compat/table.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <map>
 
 namespace compat {
 namespace {
 
+// What a person still takes for at once, after the wait for a copy where there is one; and what the first
+// capture of a program that has just started may take.
+constexpr double copyWait = 400, soon = 150, cold = 2000; // milliseconds
+
+struct Word {
+    const char* word; // a cell's note begins with it
+    const char* meaning;
+};
+
+constexpr Word words[]{
+    {"copied-only",
+     "the program was not typed into, because its text was not, or not provably, what it was at "
+     "the capture, or because it was too busy to tell in time. The rewritten text is on the "
+     "pasteboard."},
+    {"copied",
+     "the text came by the copy keystroke, because the program does not show it to accessibility, or "
+     "too late. It cannot be pasted back into its place; a rewritten text is left on the pasteboard."},
+    {"not read",
+     "there is a text, but the host can neither read nor copy it; the interface gets what is on the "
+     "pasteboard."},
+    {"nothing happens", "the host sent nothing within four seconds."},
+    {"another text",
+     "what was sent is not the text that was meant; it has no place, so that it replaces nothing."},
+    {"without a place",
+     "the right text, which cannot be pasted back: something of its place could not be read."},
+    {"its beginning", "a field's first 3,000 characters, without a place: its end would be lost."},
+    {"refused", "a password field; the host beeps, and sends nothing."},
+    {"leaves",
+     "the text after one undo, where that is not the text before the paste, and what a person's own "
+     "paste leaves after one undo."},
+    {"–", "there was nothing to paste back, because the captured text has no place."},
+};
+
 std::string rounded(double number) { return std::to_string(std::lround(number)); }
 
-std::string cell(const Row& row, const char* column) {
+std::string times(int count, std::size_t of) {
+    return " (" + std::to_string(count) + " of " + std::to_string(of) + ")";
+}
+
+// What was seen in one cell, in all runs of its row.
+std::vector<Outcome> seenIn(const Row& row, const std::string& column) {
+    std::vector<Outcome> seen;
+    for (const Run& run : row.runs)
+        if (const auto found = run.outcomes.find(column); found != run.outcomes.end())
+            seen.push_back(found->second);
+    return seen;
+}
+
+template <typename Visit>
+void forEachCell(const std::vector<Row>& rows, Visit visit) {
+    for (const Row& row : rows)
+        for (const char* column : columns::all)
+            if (const auto seen = seenIn(row, column); !seen.empty()) visit(row, column, seen);
+}
+
+std::vector<double> timesOf(const std::vector<Outcome>& seen) {
     std::vector<double> times;
-    std::map<std::string, int> notes;
-    int seen = 0;
-    for (const Outcomes& outcomes : row.runs) {
-        const auto found = outcomes.find(column);
-        if (found == outcomes.end()) continue;
-        const Outcome& outcome = found->second;
-        ++seen;
+    for (const Outcome& outcome : seen)
         if (outcome.milliseconds) times.push_back(*outcome.milliseconds);
-        if (!outcome.wrong.empty()) ++notes["**wrong:** " + outcome.wrong];
-        if (!outcome.note.empty()) ++notes[outcome.note];
-    }
-    if (seen == 0) return "–";
+    std::ranges::sort(times);
+    return times;
+}
+
+std::string cell(const std::vector<Outcome>& seen) {
     std::string text;
-    if (!times.empty()) {
-        std::ranges::sort(times);
+    if (seen.empty()) return "not measured";
+    if (const auto times = timesOf(seen); !times.empty()) {
         text = rounded(times[times.size() / 2]) + " ms";
         if (times.size() > 1) text += " (" + rounded(times.back()) + ")";
+    }
+    std::map<std::string, int> notes;
+    for (const Outcome& outcome : seen) {
+        if (!outcome.wrong.empty()) ++notes["**wrong:** " + outcome.wrong];
+        if (!outcome.note.empty()) ++notes[outcome.note];
     }
     for (const auto& [note, count] : notes) {
         if (!text.empty()) text += ", ";
         text += note;
-        if (count < seen) text += " (" + std::to_string(count) + " of " + std::to_string(seen) + ")";
+        if (static_cast<std::size_t>(count) < seen.size()) text += times(count, seen.size());
     }
-    std::ranges::replace(text, '\n', ' ');
     return text.empty() ? "yes" : text;
+}
+
+// The most that a capture may take; absent where nothing is captured.
+std::optional<double> limitOf(const std::string& column, const Outcome& outcome) {
+    if (column == columns::first) return cold;
+    if (column != columns::selection && column != columns::field) return std::nullopt;
+    const bool waits = column == columns::field || !outcome.note.empty();
+    return waits ? copyWait + soon : soon;
+}
+
+bool isSlow(const std::string& column, const Outcome& outcome) {
+    const auto limit = limitOf(column, outcome);
+    return limit && outcome.milliseconds && *outcome.milliseconds > *limit;
+}
+
+void printCounts(const std::vector<Row>& rows, std::ostream& out) {
+    int captures = 0, slow = 0;
+    std::string which;
+    forEachCell(rows, [&](const Row& row, const char* column, const std::vector<Outcome>& seen) {
+        const auto slowHere =
+            std::ranges::count_if(seen, [&](const auto& each) { return isSlow(column, each); });
+        captures += static_cast<int>(std::ranges::count_if(
+            seen, [&](const Outcome& each) { return each.milliseconds && limitOf(column, each); }));
+        if (slowHere == 0) return;
+        slow += static_cast<int>(slowHere);
+        which += "\n- " + row.name + ", " + column + ": " + std::to_string(slowHere) + " of " +
+                 std::to_string(seen.size()) + ", " + rounded(timesOf(seen).back()) + " ms at most";
+    });
+    out << slow << " of " << captures << " captures took longer than " << soon << " ms, or "
+        << soon + copyWait << " ms with the wait for a copy, or " << cold
+        << " ms right after the program's start" << (which.empty() ? "." : ":\n") << which << "\n\n";
+}
+
+void printHow(const std::vector<Row>& rows, std::ostream& out) {
+    std::vector<double> loads;
+    std::size_t fewest = rows.empty() ? 0 : rows.front().runs.size(), most = 0, cells = 0;
+    for (const Row& row : rows) {
+        for (const Run& run : row.runs) {
+            loads.push_back(run.load);
+            cells += run.outcomes.size();
+        }
+        fewest = std::min(fewest, row.runs.size());
+        most = std::max(most, row.runs.size());
+    }
+    if (loads.empty()) return;
+    std::ranges::sort(loads);
+    std::string system, line;
+    for (std::ifstream file("/etc/os-release"); std::getline(file, line);)
+        if (line.starts_with("PRETTY_NAME=")) system = line.substr(13, line.size() - 14);
+    out << "Measured on " << system << " with openbox, each row "
+        << (fewest == most ? "" : std::to_string(fewest) + " to ") << most << " times, on "
+        << sysconf(_SC_NPROCESSORS_ONLN) << " processors that had " << rounded(loads[loads.size() / 2])
+        << " processes to run at a time (" << rounded(loads.back()) << " at most). Of " << cells
+        << " cells in all runs " << countWrong(rows) << " were wrong.\n\n";
+}
+
+void printWords(const std::vector<Row>& rows, std::ostream& out) {
+    std::map<std::string, bool> used;
+    const auto wordOf = [](const std::string& note) {
+        return std::ranges::find_if(words, [&](const Word& word) { return note.starts_with(word.word); });
+    };
+    forEachCell(rows, [&](const Row&, const char*, const std::vector<Outcome>& seen) {
+        for (const Outcome& outcome : seen)
+            if (const auto word = wordOf(outcome.note); word != std::end(words)) used[word->word] = true;
+    });
+    for (const auto& [word, meaning] : words)
+        if (used.contains(word)) out << "- \"" << word << "\": " << meaning << '\n';
+    if (countWrong(rows) > 0) out << "- \"wrong\": what must not happen.\n";
+    out << '\n';
 }
 
 } // namespace
 
 void print(const std::vector<Row>& rows, std::ostream& out) {
-    out << "| program | version | runs |";
+    printHow(rows, out);
+    printCounts(rows, out);
+    printWords(rows, out);
+    out << "| program | version |";
     for (const char* column : columns::all)
         out << ' ' << column << " |";
-    out << "\n|---|---|---|";
+    out << "\n|---|---|";
     for (std::size_t i = 0; i < std::size(columns::all); ++i)
         out << "---|";
     out << '\n';
     for (const Row& row : rows) {
-        out << "| " << row.name << " | " << row.version << " | " << row.runs.size() << " |";
+        out << "| " << row.name << " | " << row.version << " |";
         for (const char* column : columns::all)
-            out << ' ' << cell(row, column) << " |";
+            out << ' ' << cell(seenIn(row, column)) << " |";
         out << '\n';
     }
     out << '\n';
@@ -62,9 +189,9 @@ void print(const std::vector<Row>& rows, std::ostream& out) {
 int countWrong(const std::vector<Row>& rows) {
     int count = 0;
     for (const Row& row : rows)
-        for (const Outcomes& outcomes : row.runs)
-            for (const auto& [column, outcome] : outcomes)
-                if (!outcome.wrong.empty()) ++count;
+        for (const Run& run : row.runs)
+            count += static_cast<int>(std::ranges::count_if(
+                run.outcomes, [](const auto& cell) { return !cell.second.wrong.empty(); }));
     return count;
 }
 

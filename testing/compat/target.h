@@ -23,6 +23,7 @@ struct Target {
     std::string title; // of its window, or a part of it, once it is ready
     std::string text;  // what is in the field
     Keys ready = {};   // to get into the field
+    Keys fill = {};    // types the text; again when the program has lost it
     Keys select = {};
     std::string selected = {};
     Keys unselect = {};

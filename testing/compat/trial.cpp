@@ -72,6 +72,7 @@ Trial::Trial(testbed::Desktop& desktop, testbed::Host& host, const Target& targe
     std::this_thread::sleep_for(pauseAfterStart);
     if (!desktop.activate(window_)) throw std::runtime_error("its window does not come to the front");
     press(target.ready);
+    press(target.fill);
 }
 
 // Some are started by a script that waits for the program, and some leave out whose their window is. The X
@@ -89,15 +90,16 @@ void Trial::select() {
     else
         press(target_.select);
     // Most programs tell on PRIMARY what is selected. A busy one may take long, or lose keys that came before
-    // it was ready (gnome-text-editor 43).
+    // it was ready (gnome-text-editor 43); Firefox 153 puts the address back once the page has loaded.
     const auto isSelected = [&] {
         const auto primary = desktop_.text("PRIMARY");
         return primary && withoutLineEnds(*primary, target_.hasSpacedParagraphs) == target_.selected;
     };
-    if (!waitUntil(isSelected, pauseForSelection) && target_.clicksAt == 0) {
-        press(target_.select);
-        waitUntil(isSelected, pauseForSelection);
-    }
+    if (waitUntil(isSelected, pauseForSelection) || target_.clicksAt > 0) return;
+    press(target_.fill);
+    press(target_.select);
+    if (!waitUntil(isSelected, pauseForSelection) && !target_.fill.empty())
+        throw std::runtime_error("its field does not take the text that is typed");
 }
 
 void Trial::click() {

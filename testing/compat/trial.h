@@ -32,6 +32,7 @@ public:
     Trial(const Trial&) = delete;
     Trial& operator=(const Trial&) = delete;
 
+    // Throws when text that has to be typed does not get into the field.
     void select();
     void click();
     void press(const Keys& keys);

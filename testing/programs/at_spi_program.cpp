@@ -24,6 +24,8 @@
 //   focus NAME             tells that the object has gained the focus
 //   activate NAME          tells that the window has come to the front
 //   change NAME STATE      gives it that state, or takes it: -focused
+//   select NAME RANGE S    tells the X server that this part of its text is selected ("4,7"), and shows it
+//                          itself so many seconds later
 //   slow METHOD SECONDS    answers calls of that method later from now on
 //   calls METHOD           answers how often the method was called
 #include "testing/programs/at_spi_tree.h"
@@ -91,6 +93,7 @@ private:
     }
     GVariant* relations(const Object& object) const;
     GVariant* attributes(const Object& object) const;
+    void select(const std::string& name, const std::string& range, double delay);
     void emit(const std::string& object, const std::string& kind, const char* member, const char* what);
     std::vector<std::string> searched(const std::vector<std::string>& names) const;
 
@@ -274,6 +277,16 @@ void ScriptedProgram::emit(const std::string& object, const std::string& kind, c
     g_dbus_connection_flush_sync(bus_, nullptr, nullptr);
 }
 
+void ScriptedProgram::select(const std::string& name, const std::string& range, double delay) {
+    auto& object = tree_.at(name);
+    const std::int32_t start = std::stoi(range), end = std::stoi(range.substr(range.find(',') + 1));
+    const std::string all = object.value("text");
+    const std::size_t first = byteOf(all, start);
+    Gtk::Clipboard::get(GDK_SELECTION_PRIMARY)->set_text(all.substr(first, byteOf(all, end) - first));
+    Glib::signal_timeout().connect_once([&object, range] { object.values["selection"] = range; },
+                                        static_cast<unsigned>(delay * 1000));
+}
+
 std::string ScriptedProgram::obey(const std::string& line) {
     const auto words = wordsOf(line);
     if (words.size() == 2 && words[0] == "focus")
@@ -282,6 +295,8 @@ std::string ScriptedProgram::obey(const std::string& line) {
         emit(words[1], "Window", "Activate", "");
     else if (words.size() == 3 && words[0] == "change")
         tree_.change(words[1], words[2]);
+    else if (words.size() == 4 && words[0] == "select")
+        select(words[1], words[2], std::stod(words[3]));
     else if (words.size() == 3 && words[0] == "slow")
         delays_[words[1]] = std::stod(words[2]);
     else if (words.size() == 2 && words[0] == "calls")

@@ -1,5 +1,6 @@
 #include "platform/linux/accessibility/attributes.h"
 
+#include "platform/linux/accessibility/late_selection.h"
 #include "platform/linux/at_spi/accessibility_bus.h"
 #include "platform/linux/at_spi/embedded_objects.h"
 #include "platform/linux/at_spi/text_quirks.h"
@@ -33,8 +34,8 @@ bool look(Bus& bus, AXUIElement::Accessible& accessible) {
 
 const at_spi::TextReading& text(Bus& bus, AXUIElement::Accessible& accessible) {
     if (!isFresh(accessible.textAt)) {
-        accessible.text =
-            readText(bus, accessible.seen.object, accessible.seen.toolkit, accessible.seen.selection);
+        const FocusedObject& seen = accessible.seen;
+        accessible.text = settled(bus, seen, readText(bus, seen.object, seen.toolkit, seen.selection));
         accessible.textAt = std::chrono::steady_clock::now();
     }
     return accessible.text;
@@ -91,11 +92,18 @@ bool isEditableField(const FocusedObject& seen) {
     return seen.states.canBeEdited() && seen.role != Role::paragraph;
 }
 
+// Whether something is selected that cannot be read.
+bool hidesSelection(Bus& bus, const FocusedObject& seen, const at_spi::TextReading& reading) {
+    return reading.hasSelection == true && !expandedSelection(bus, seen, reading);
+}
+
 std::optional<AXAttributeValue> textAttribute(Bus& bus, AXUIElement::Accessible& accessible,
                                               std::string_view name) {
     const FocusedObject& seen = accessible.seen;
     if (!seen.text || isSecure(bus, accessible)) return std::nullopt;
     const at_spi::TextReading& reading = text(bus, accessible);
+    // A field is replaced as a whole only if nothing in it is selected.
+    if (name == "AXValue" && isEditableField(seen) && hidesSelection(bus, seen, reading)) return std::nullopt;
     if (name == "AXValue") return expandedText(bus, seen, reading);
     if (name == "AXSelectedText") return expandedSelection(bus, seen, reading);
     // In a terminal, text that is typed does not replace the selection.

@@ -23,8 +23,10 @@ std::size_t focusesOf(const FocusHistory* history, const Application& applicatio
 }
 
 bool anotherGainedFocus(const Application& application, const FocusHistory* history) {
-    // LibreOffice Calc tells that a panel gained the focus, and not in which of its thousands of cells it is.
-    if (toolkitOf(application) == Toolkit::libreOffice &&
+    // LibreOffice Calc tells that a panel gained the focus, and not in which of its thousands of cells it is;
+    // Firefox 153 that a page gained it, and not that its address bar did.
+    const Toolkit toolkit = toolkitOf(application);
+    if ((toolkit == Toolkit::libreOffice || toolkit == Toolkit::gecko) &&
         application.focusesBefore == focusesOf(history, application))
         return false;
     const auto objects = latest(history, application);

@@ -2,6 +2,8 @@
 
 #include "platform/linux/at_spi/text_quirks.h"
 
+#include <algorithm>
+
 namespace platform::at_spi {
 namespace {
 
@@ -36,7 +38,10 @@ TextReading readText(Bus& bus, const Object& object, Toolkit toolkit, std::optio
     if (expectsText) calls.push_back(textIn(object, *expected));
     const auto replies = bus.call(std::move(calls));
 
+    // Without one of these, a text with a selection could be taken for one without.
+    const auto isLate = [](const Reply& reply) { return reply.failure == Failure::late; };
     TextReading reading;
+    if (std::any_of(replies.begin(), replies.begin() + 4, isLate)) return reading;
     auto text = stringIn(replies[0]);
     if (text && text->empty()) text = textByLength(bus, object);
     if (const auto count = intIn(replies[1])) reading.hasSelection = *count > 0;

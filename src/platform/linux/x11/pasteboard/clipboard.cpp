@@ -4,6 +4,7 @@
 
 #include <xcb/xfixes.h>
 
+#include <cstring>
 #include <utility>
 
 namespace platform::selection {
@@ -200,6 +201,25 @@ void Clipboard::copyPrimary(xcb_window_t window, AnswerLimits limits, std::funct
                     if (value && !value->bytes.empty()) claim(textContents(text(value->bytes)));
                     done();
                 });
+}
+
+void Clipboard::readPrimary(xcb_window_t window, AnswerLimits limits,
+                            std::function<void(std::optional<PrimarySelection>)> done) {
+    const xcb_atom_t primary = connection_->atom("PRIMARY");
+    const xcb_timestamp_t now = connection_->time();
+    if (!connection_->areOfOneProgram(connection_->ownerOf(primary), window)) return done(std::nullopt);
+    const Request since{primary, connection_->atom("TIMESTAMP"), 0, now};
+    const Request words{primary, connection_->atom("UTF8_STRING"), 0, now};
+    reader_.ask(since, limits, [=, this, done = std::move(done)](const std::optional<Property>& time) {
+        xcb_timestamp_t taken = 0;
+        if (!time || time->format != 32 || time->bytes.size() != sizeof taken) return done(std::nullopt);
+        std::memcpy(&taken, time->bytes.data(), sizeof taken);
+        reader_.ask(words, limits, [=](const std::optional<Property>& value) {
+            if (!value) return done(std::nullopt);
+            done(PrimarySelection{std::string(text(value->bytes)), taken,
+                                  std::chrono::milliseconds(now - taken)});
+        });
+    });
 }
 
 void Clipboard::saveToManager(std::chrono::milliseconds limit, std::function<void()> done) {

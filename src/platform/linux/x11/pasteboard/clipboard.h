@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/pasteboard/late_contents.h"
 #include "platform/linux/x11/pasteboard/owner.h"
+#include "platform/linux/x11/pasteboard/primary.h"
 #include "platform/linux/x11/pasteboard/reader.h"
 
 namespace platform::selection {
@@ -74,6 +75,10 @@ public:
     // `window`; calls `done` in either case. What replaces a copy by that program keeps the late contents, as
     // such a copy would.
     void copyPrimary(xcb_window_t window, AnswerLimits limits, std::function<void()> done);
+
+    // The PRIMARY selection itself; absent when it does not belong to that program, or is told too late.
+    void readPrimary(xcb_window_t window, AnswerLimits limits,
+                     std::function<void(std::optional<PrimarySelection>)> done);
 
     // Gives what the host offers to the clipboard manager, if there is one, and calls `done` when it has it.
     void saveToManager(std::chrono::milliseconds limit, std::function<void()> done);

@@ -6,4 +6,8 @@ namespace platform::selection {
 
 void copyPrimarySelection(std::uint32_t window) { Thread::shared().copyPrimary(window); }
 
+std::optional<PrimarySelection> primarySelection(std::uint32_t window) {
+    return Thread::shared().readPrimary(window);
+}
+
 } // namespace platform::selection

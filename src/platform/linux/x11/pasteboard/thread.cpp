@@ -26,6 +26,7 @@ constexpr std::chrono::milliseconds threadDelay = 250ms;
 constexpr std::chrono::milliseconds managerLimit = 1000ms;
 
 constexpr AnswerLimits primaryLimits{2000ms, 2000ms};
+constexpr AnswerLimits lookLimits{50ms, 50ms}; // of each of two questions
 
 } // namespace
 
@@ -134,6 +135,17 @@ void Thread::copyPrimary(xcb_window_t window) {
     call<bool>(primaryLimits.total, [window](Clipboard& clipboard, auto result) {
         clipboard.copyPrimary(window, primaryLimits, [result] { result->set_value(true); });
     });
+}
+
+std::optional<PrimarySelection> Thread::readPrimary(xcb_window_t window) {
+    using Selection = std::optional<PrimarySelection>;
+    return call<Selection>(2 * lookLimits.total,
+                           [window](Clipboard& clipboard, auto result) {
+                               clipboard.readPrimary(window, lookLimits, [result](Selection selection) {
+                                   result->set_value(std::move(selection));
+                               });
+                           })
+        .value_or(std::nullopt);
 }
 
 void Thread::hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end) {

@@ -32,6 +32,7 @@ public:
     void clear();
     bool write(SharedContents contents);
     void copyPrimary(xcb_window_t window);
+    std::optional<PrimarySelection> readPrimary(xcb_window_t window);
 
     // As Owner has them. `arrived` is called on the pasteboard's thread.
     void hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end);
