@@ -71,11 +71,19 @@ std::uint32_t hotKeyModifiersOn(unsigned key) {
 // The hot key's own key counts as released: it does not repeat, and a synthetic keystroke can press it. The
 // program in front sees that release, and Qt 5 and 6 therefore do not open a menu when the user lets go of
 // Alt.
+//
+// It comes from the keyboard that the user pressed it on: with a key from another one the layout counts as
+// changed, and GTK programs read it anew before they answer anything. RawInput tells of it, and rightly so:
+// no repeat comes after it.
 void giveKeyboardBack(KeyCode key) {
     Display* display = XlibConnection::shared()->display();
-    const RawInput::Posting posting;
+    XDevice keyboard{};
+    keyboard.device_id = lastUsedKeyboard();
     XUngrabKeyboard(display, CurrentTime);
-    XTestFakeKeyEvent(display, key, False, CurrentTime);
+    if (keyboard.device_id == coreKeyboard)
+        XTestFakeKeyEvent(display, key, False, CurrentTime);
+    else
+        XTestFakeDeviceKeyEvent(display, &keyboard, key, False, nullptr, 0, CurrentTime);
     XFlush(display);
 }
 

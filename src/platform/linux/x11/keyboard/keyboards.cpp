@@ -12,16 +12,28 @@
 namespace platform::x11 {
 namespace {
 
+// Those that the server lists under a number of XInput's, such as XIAllDevices.
+class Devices {
+public:
+    explicit Devices(int which) {
+        XlibConnection* connection = XlibConnection::shared();
+        if (connection == nullptr || !xInputOpcode()) return;
+        first_.reset(XIQueryDevice(connection->display(), which, &count_));
+    }
+    std::span<const XIDeviceInfo> all() const {
+        return {first_.get(), first_ ? static_cast<std::size_t>(count_) : 0};
+    }
+
+private:
+    int count_ = 0;
+    Handle<XIDeviceInfo, XIFreeDeviceInfo> first_;
+};
+
 // The keyboards attached to a cursor: those that only pass on synthetic keys, or all the others.
 std::vector<unsigned> keyboards(bool synthetic) {
-    XlibConnection* connection = XlibConnection::shared();
-    if (connection == nullptr || !xInputOpcode()) return {};
-    int count = 0;
-    const Handle<XIDeviceInfo, XIFreeDeviceInfo> devices(
-        XIQueryDevice(connection->display(), XIAllDevices, &count));
-    if (!devices) return {};
+    const Devices devices(XIAllDevices);
     std::vector<unsigned> found;
-    for (const XIDeviceInfo& device : std::span(devices.get(), static_cast<std::size_t>(count))) {
+    for (const XIDeviceInfo& device : devices.all()) {
         const bool passesOn = std::string_view(device.name).ends_with("XTEST keyboard");
         if (device.use == XISlaveKeyboard && passesOn == synthetic)
             found.push_back(static_cast<unsigned>(device.deviceid));
@@ -54,6 +66,18 @@ unsigned syntheticKeyboard() {
         return found.empty() ? coreKeyboard : found.front();
     }();
     return keyboard;
+}
+
+unsigned lastUsedKeyboard() {
+    const Devices devices(XIAllMasterDevices);
+    for (const XIDeviceInfo& device : devices.all()) {
+        if (device.use != XIMasterKeyboard) continue;
+        // The core keyboard is a copy of the one that its latest key came from.
+        for (const XIAnyClassInfo* part :
+             std::span(device.classes, static_cast<std::size_t>(device.num_classes)))
+            if (part->type == XIKeyClass) return static_cast<unsigned>(part->sourceid);
+    }
+    return coreKeyboard;
 }
 
 std::vector<unsigned> realKeyboards() { return keyboards(false); }

@@ -15,6 +15,9 @@ inline constexpr unsigned coreKeyboard = 0x0100; // XkbUseCoreKbd
 // The keyboard that synthetic keystrokes come from; the core keyboard when the server does not name one.
 unsigned syntheticKeyboard();
 
+// The keyboard that the latest key came from; the core keyboard where the server does not tell.
+unsigned lastUsedKeyboard();
+
 // The keyboards that people type on.
 std::vector<unsigned> realKeyboards();
 
