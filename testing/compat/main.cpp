@@ -57,7 +57,7 @@ compat::Run measureOnce(testbed::Desktop& desktop, testbed::Host& host, const co
     try {
         run.outcomes = measure(desktop, host, target);
     } catch (const std::exception& problem) {
-        run.outcomes = {{compat::columns::first, {.wrong = problem.what()}}};
+        run.outcomes = {{compat::columns::first, {.note = std::string("not measured: ") + problem.what()}}};
     }
     getloadavg(&run.load, 1);
     return run;

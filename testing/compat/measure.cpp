@@ -149,7 +149,7 @@ private:
     }
 
     void checkPaste(Trial& trial, const Captured& captured, const char* column, const std::string& expected) {
-        if (captured.token.empty()) return add(outcomes_, column, {.note = "–"});
+        if (captured.token.empty()) return add(outcomes_, column, {.note = columns::nothing});
         const auto pasted = trial.paste(target_.rewrite, captured.token);
         const bool isPasted = pasted.reply == "pasted";
         const std::string wanted = isPasted ? expected : target_.text;

@@ -28,6 +28,7 @@ inline constexpr const char* windows = "two windows";
 inline constexpr const char* pasteboard = "pasteboard kept";
 inline constexpr const char* names = "names";
 
+inline constexpr const char* nothing = "–"; // in a cell: there is nothing to try
 inline constexpr const char* all[]{first,     selection, field,   password,   intoSelection,
                                    intoField, undo,      windows, pasteboard, names};
 } // namespace columns

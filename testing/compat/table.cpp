@@ -21,26 +21,28 @@ struct Word {
 
 constexpr Word words[]{
     {"copied-only",
-     "the program was not typed into, because its text was not, or not provably, what it was at "
-     "the capture, or because it was too busy to tell in time. The rewritten text is on the "
-     "pasteboard."},
+     "the rewritten text is on the pasteboard and was not typed, because what the program had in front "
+     "was not, or not provably, what was captured, or because it was too busy to tell in time."},
     {"copied",
      "the text came by the copy keystroke, because the program does not show it to accessibility, or "
-     "too late. It cannot be pasted back into its place; a rewritten text is left on the pasteboard."},
+     "too late. It cannot be pasted back into its place."},
     {"not read",
      "there is a text, but the host can neither read nor copy it; the interface gets what is on the "
      "pasteboard."},
+    {"not measured",
+     "the program did not come up, or did not take its text, so that the run says nothing of it."},
     {"nothing happens", "the host sent nothing within four seconds."},
-    {"another text",
-     "what was sent is not the text that was meant; it has no place, so that it replaces nothing."},
-    {"without a place",
-     "the right text, which cannot be pasted back: something of its place could not be read."},
-    {"its beginning", "a field's first 3,000 characters, without a place: its end would be lost."},
-    {"refused", "a password field; the host beeps, and sends nothing."},
+    {"another text", "the text that was sent is not the one that was meant. It cannot be pasted back."},
+    {"without a place", "the right text, which cannot be pasted back."},
+    {"its beginning",
+     "the first 3,000 characters of the field, which cannot be pasted back: the rest would be lost."},
+    {"refused", "the host beeps, and sends nothing."},
     {"leaves",
-     "the text after one undo, where that is not the text before the paste, and what a person's own "
-     "paste leaves after one undo."},
-    {"–", "there was nothing to paste back, because the captured text has no place."},
+     "the text after one undo, where that is not the text before the paste, and what one undo leaves after "
+     "a person's own paste."},
+    {columns::nothing,
+     "nothing to try: what was captured cannot be pasted back, or another row of the program has it (a "
+     "password field, a second window)."},
 };
 
 std::string rounded(double number) { return std::to_string(std::lround(number)); }
@@ -74,8 +76,8 @@ std::vector<double> timesOf(const std::vector<Outcome>& seen) {
 }
 
 std::string cell(const std::vector<Outcome>& seen) {
+    if (seen.empty()) return columns::nothing;
     std::string text;
-    if (seen.empty()) return "not measured";
     if (const auto times = timesOf(seen); !times.empty()) {
         text = rounded(times[times.size() / 2]) + " ms";
         if (times.size() > 1) text += " (" + rounded(times.back()) + ")";
@@ -97,7 +99,7 @@ std::string cell(const std::vector<Outcome>& seen) {
 std::optional<double> limitOf(const std::string& column, const Outcome& outcome) {
     if (column == columns::first) return cold;
     if (column != columns::selection && column != columns::field) return std::nullopt;
-    const bool waits = column == columns::field || !outcome.note.empty();
+    const bool waits = column == columns::field || outcome.note == "copied" || outcome.note == "not read";
     return waits ? copyWait + soon : soon;
 }
 
@@ -156,6 +158,7 @@ void printWords(const std::vector<Row>& rows, std::ostream& out) {
         for (const Outcome& outcome : seen)
             if (const auto word = wordOf(outcome.note); word != std::end(words)) used[word->word] = true;
     });
+    used[columns::nothing] = true;
     for (const auto& [word, meaning] : words)
         if (used.contains(word)) out << "- \"" << word << "\": " << meaning << '\n';
     if (countWrong(rows) > 0) out << "- \"wrong\": what must not happen.\n";

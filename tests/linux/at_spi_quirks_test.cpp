@@ -284,6 +284,7 @@ window frame active showing
         EXPECT_TRUE(focusedElement(program)); // the event has arrived by its end
         EXPECT_TRUE(focusedElement(program));
         const int calls = program.calls("GetChildren");
+        program.command("focus panel"); // as when a hot key has taken the keyboard for a moment
         EXPECT_TRUE(focusedElement(program));
         EXPECT_EQ(program.calls("GetChildren"), calls);
         program.command("change line focused");

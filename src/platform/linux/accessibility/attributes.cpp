@@ -37,8 +37,15 @@ const at_spi::TextReading& text(Bus& bus, AXUIElement::Accessible& accessible) {
         const FocusedObject& seen = accessible.seen;
         accessible.text = settled(bus, seen, readText(bus, seen.object, seen.toolkit, seen.selection));
         accessible.textAt = std::chrono::steady_clock::now();
+        accessible.selected.reset();
     }
     return accessible.text;
+}
+
+// In the text that was read last. In a browser's paragraphs it takes several round trips.
+const std::optional<std::string>& selection(Bus& bus, AXUIElement::Accessible& accessible) {
+    if (!accessible.selected) accessible.selected = expandedSelection(bus, accessible.seen, accessible.text);
+    return *accessible.selected;
 }
 
 std::optional<std::string> title(Bus& bus, AXUIElement::Accessible& accessible) {
@@ -92,20 +99,18 @@ bool isEditableField(const FocusedObject& seen) {
     return seen.states.canBeEdited() && seen.role != Role::paragraph;
 }
 
-// Whether something is selected that cannot be read.
-bool hidesSelection(Bus& bus, const FocusedObject& seen, const at_spi::TextReading& reading) {
-    return reading.hasSelection == true && !expandedSelection(bus, seen, reading);
-}
-
 std::optional<AXAttributeValue> textAttribute(Bus& bus, AXUIElement::Accessible& accessible,
                                               std::string_view name) {
     const FocusedObject& seen = accessible.seen;
     if (!seen.text || isSecure(bus, accessible)) return std::nullopt;
     const at_spi::TextReading& reading = text(bus, accessible);
-    // A field is replaced as a whole only if nothing in it is selected.
-    if (name == "AXValue" && isEditableField(seen) && hidesSelection(bus, seen, reading)) return std::nullopt;
-    if (name == "AXValue") return expandedText(bus, seen, reading);
-    if (name == "AXSelectedText") return expandedSelection(bus, seen, reading);
+    if (name == "AXSelectedText") return selection(bus, accessible);
+    if (name == "AXValue") {
+        // A field is replaced as a whole only if nothing in it is selected.
+        const bool isSelected = reading.hasSelection == true && isEditableField(seen);
+        if (isSelected && !selection(bus, accessible)) return std::nullopt;
+        return expandedText(bus, seen, reading);
+    }
     // In a terminal, text that is typed does not replace the selection.
     if (!reading.range || seen.role == Role::terminal) return std::nullopt;
     return AXValue{AXValueType::cfRange, *reading.range};

@@ -14,7 +14,7 @@ AXUIElementRef reference(AXUIElement::What what) {
 
 AXUIElementRef reference(at_spi::FocusedObject seen) {
     return reference(
-        AXUIElement::Accessible{std::move(seen), std::chrono::steady_clock::now(), {}, {}, nullptr, {}});
+        AXUIElement::Accessible{std::move(seen), std::chrono::steady_clock::now(), {}, {}, {}, nullptr, {}});
 }
 
 } // namespace ax

@@ -33,7 +33,8 @@ public:
         Time seenAt{};
         at_spi::TextReading text;
         Time textAt{};
-        std::shared_ptr<at_spi::PendingReply> title; // asked for ahead, of a window; may be null
+        std::optional<std::optional<std::string>> selected; // in `text`; absent until it was asked for
+        std::shared_ptr<at_spi::PendingReply> title;        // asked for ahead, of a window; may be null
         Time titleAskedAt{};
         bool operator==(const Accessible& other) const { return seen.object == other.seen.object; }
     };

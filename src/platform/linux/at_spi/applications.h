@@ -22,7 +22,7 @@ struct Application {
     std::optional<Object> activeWindow; // the one last found active
     std::chrono::steady_clock::time_point activeAt{};
     std::optional<Object> focusedElement; // the one last found in it
-    std::size_t focusesBefore = 0;        // how many gains of the focus it had told of by then
+    std::optional<Object> latestBefore;   // what it had told by then to have gained the focus
     struct Search {
         Object top;
         std::shared_ptr<PendingReply> pending;

@@ -18,19 +18,14 @@ std::vector<Object> latest(const FocusHistory* history, const Application& appli
     return history != nullptr ? history->of(application.name) : std::vector<Object>();
 }
 
-std::size_t focusesOf(const FocusHistory* history, const Application& application) {
-    return history != nullptr ? history->countOf(application.name) : 0;
-}
-
 bool anotherGainedFocus(const Application& application, const FocusHistory* history) {
+    const auto objects = latest(history, application);
+    if (objects.empty() || objects.front() == application.focusedElement) return false;
     // LibreOffice Calc tells that a panel gained the focus, and not in which of its thousands of cells it is;
     // Firefox 153 that a page gained it, and not that its address bar did.
     const Toolkit toolkit = toolkitOf(application);
-    if ((toolkit == Toolkit::libreOffice || toolkit == Toolkit::gecko) &&
-        application.focusesBefore == focusesOf(history, application))
-        return false;
-    const auto objects = latest(history, application);
-    return !objects.empty() && objects.front() != application.focusedElement;
+    const bool mayBeSilent = toolkit == Toolkit::libreOffice || toolkit == Toolkit::gecko;
+    return !mayBeSilent || objects.front() != application.latestBefore;
 }
 
 // Whether the object that was found last may still be the focused one, if it has the state FOCUSED. In
@@ -104,7 +99,7 @@ std::optional<FocusedObject> best(Bus& bus, std::vector<Object> objects, Toolkit
 std::optional<FocusedObject> focusedElement(Bus& bus, Application& application, const FocusHistory* history) {
     if (application.search && !isFinished(bus, *application.search)) return std::nullopt;
     if (auto same = sameAsLast(bus, application, history)) return same;
-    const std::size_t focusesBefore = focusesOf(history, application);
+    const auto before = latest(history, application);
     const auto windows = windowsOf(bus, application);
     const auto window = activeAmong(bus, windows);
     if (window) noteActive(application, *window);
@@ -115,7 +110,7 @@ std::optional<FocusedObject> focusedElement(Bus& bus, Application& application, 
     }
     if (found) {
         application.focusedElement = found->object;
-        application.focusesBefore = focusesBefore;
+        application.latestBefore = before.empty() ? std::nullopt : std::optional(before.front());
     }
     return found;
 }

@@ -27,23 +27,16 @@ std::vector<Object> FocusHistory::of(const std::string& program) const {
     const std::lock_guard lock(mutex_);
     std::vector<Object> objects;
     if (const auto found = programs_.find(program); found != programs_.end())
-        for (auto path = found->second.paths.rbegin(); path != found->second.paths.rend(); ++path)
+        for (auto path = found->second.rbegin(); path != found->second.rend(); ++path)
             objects.push_back({program, *path});
     return objects;
-}
-
-std::size_t FocusHistory::countOf(const std::string& program) const {
-    const std::lock_guard lock(mutex_);
-    const auto found = programs_.find(program);
-    return found != programs_.end() ? found->second.count : 0;
 }
 
 void FocusHistory::hear(const Signal& signal) {
     if (!isGained(signal.body)) return;
     const std::lock_guard lock(mutex_);
     if (programs_.size() >= mostPrograms && !programs_.contains(signal.program)) programs_.clear();
-    auto& [count, paths] = programs_[signal.program];
-    ++count;
+    auto& paths = programs_[signal.program];
     std::erase(paths, signal.path);
     if (paths.size() >= mostObjects) paths.erase(paths.begin());
     paths.emplace_back(signal.path);

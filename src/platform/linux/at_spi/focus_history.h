@@ -21,20 +21,14 @@ public:
 
     // The objects of that program that gained the focus, the latest first; a few at most.
     std::vector<Object> of(const std::string& program) const;
-    // How often that program has told of one.
-    std::size_t countOf(const std::string& program) const;
 
 private:
-    struct Heard {
-        std::size_t count = 0;
-        std::vector<std::string> paths; // the latest last
-    };
-
     void hear(const Signal& signal);
 
     mutable std::mutex mutex_;
-    std::map<std::string, Heard> programs_; // under the mutex
-    Subscription subscription_;             // last: its handler uses what stands above
+    std::map<std::string, std::vector<std::string>>
+        programs_;              // their paths, the latest last; under the mutex
+    Subscription subscription_; // last: its handler uses what stands above
 };
 
 } // namespace platform::at_spi
