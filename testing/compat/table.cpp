@@ -142,11 +142,11 @@ void printHow(const std::vector<Row>& rows, std::ostream& out) {
     std::string system, line;
     for (std::ifstream file("/etc/os-release"); std::getline(file, line);)
         if (line.starts_with("PRETTY_NAME=")) system = line.substr(13, line.size() - 14);
-    out << "Measured on " << system << " with openbox, each row "
-        << (fewest == most ? "" : std::to_string(fewest) + " to ") << most << " times, on "
-        << sysconf(_SC_NPROCESSORS_ONLN) << " processors that had " << rounded(loads[loads.size() / 2])
-        << " processes to run at a time (" << rounded(loads.back()) << " at most). Of " << cells
-        << " cells in all runs " << countWrong(rows) << " were wrong.\n\n";
+    out << "Measured on " << system
+        << " with openbox; runs of each row: " << (fewest == most ? "" : std::to_string(fewest) + " to ")
+        << most << "; " << sysconf(_SC_NPROCESSORS_ONLN) << " processors, which had "
+        << rounded(loads[loads.size() / 2]) << " processes to run at a time (" << rounded(loads.back())
+        << " at most). Of " << cells << " cells in all runs " << countWrong(rows) << " were wrong.\n\n";
 }
 
 void printWords(const std::vector<Row>& rows, std::ostream& out) {
