@@ -6,8 +6,11 @@
 namespace platform {
 
 void installWindowLook() {
+    // Without transitions: GTK 3 keeps a picture of each button for every color that a transition passes
+    // through, and never drops one.
     constexpr const char* look = R"(
         .quillmark-bar { min-height: 36px; padding: 0 6px; border: none; }
+        .quillmark-bar, .quillmark-bar * { transition: none; }
         .quillmark-flat-bar, .quillmark-flat-bar:backdrop { background: @theme_bg_color; box-shadow: none; }
         .quillmark-window.solid-csd decoration, .quillmark-window.solid-csd decoration:backdrop {
             background: @theme_bg_color; border: 1px solid @borders; padding: 4px; box-shadow: none;
