@@ -34,6 +34,7 @@ TEST_F(Quit, IsGrantedAtOnceWithoutAWindow) {
     initialise();
     delegate->mainFlutterWindow.reset();
     EXPECT_TRUE(delegate->applicationShouldHandleReopen(false));
+    EXPECT_FALSE(delegate->applicationShouldHandleCapture());
     userQuits();
     EXPECT_TRUE(world.hostEnded);
     EXPECT_THAT(calledMethods(), IsEmpty());

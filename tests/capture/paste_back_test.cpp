@@ -12,6 +12,7 @@ using flutter::EncodableValue;
 using simulated::JournalEntry;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 using Value = platform::AXAttributeValue;
 
 namespace {
@@ -228,8 +229,10 @@ TEST_F(PasteBack, ChecksOnceMoreAfterTheTargetCheck) {
         token = textOf(*capture(), "token");
         writer.reactionTime = 5ms;
         world.after(12ms, [this, change = change] { change(*this); });
+        world.journal.clear();
         EXPECT_EQ(paste().text(), "copied-only");
         expectNothingTyped();
+        EXPECT_THAT(world.journal.entriesThatBeginWith("pasteboard"), SizeIs(2)) << "keys were prepared";
         world.heldModifiers = 0;
         writer.reactionTime = 0ms;
     }
