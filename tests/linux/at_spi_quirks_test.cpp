@@ -336,6 +336,18 @@ window frame active showing
     }
 }
 
+TEST_F(Quirks, ASelectionThatMovesWhileItIsReadIsReadWhereItThenIs) {
+    ScriptedElements program(desktop, gtk3, R"(
+window frame active showing
+  field text focusable focused editable showing multi_line text="one two" caret=3 selection=0,3)");
+    EXPECT_EQ(selection(focusedElement(program)), "one");
+    const auto field = focusedElement(program); // which has said where its selection is
+    program.command("select field 4,7 0");
+    program.calls("GetText"); // by its end, the selection has moved
+    EXPECT_EQ(selection(field), "two");
+    EXPECT_EQ(range(field), (CFRange{4, 3}));
+}
+
 TEST_F(Quirks, TheCurrentCellOfATableIsNotTheFocusWhileAFieldHasIt) {
     ScriptedElements program(desktop, {"toolkit=Qt", "collection=no_object"}, R"(
 window frame active showing
