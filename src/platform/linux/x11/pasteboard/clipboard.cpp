@@ -206,8 +206,8 @@ void Clipboard::copyPrimary(xcb_window_t window, AnswerLimits limits, std::funct
 void Clipboard::readPrimary(xcb_window_t window, AnswerLimits limits,
                             std::function<void(std::optional<PrimarySelection>)> done) {
     const xcb_atom_t primary = connection_->atom("PRIMARY");
-    const xcb_timestamp_t now = connection_->time();
     if (!connection_->areOfOneProgram(connection_->ownerOf(primary), window)) return done(std::nullopt);
+    const xcb_timestamp_t now = connection_->time();
     const Request since{primary, connection_->atom("TIMESTAMP"), 0, now};
     const Request words{primary, connection_->atom("UTF8_STRING"), 0, now};
     reader_.ask(since, limits, [=, this, done = std::move(done)](const std::optional<Property>& time) {
