@@ -11,9 +11,11 @@
 #include "testing/compat/measure.h"
 #include "testing/compat/table.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <random>
 #include <sstream>
 
 namespace {
@@ -70,8 +72,10 @@ int measureAll(const Options& options) {
     host.bringToFront(desktop);
     host.call("initialize", flutter::EncodableMap{});
     compat::Results results(options.folder);
-    const auto targets = chosenTargets(options);
-    for (int number = 1; number <= options.runs; ++number)
+    for (int number = 1; number <= options.runs; ++number) {
+        auto targets = chosenTargets(options);
+        // Else all desktops would start the heaviest programs at the same time.
+        std::ranges::shuffle(targets, std::mt19937(static_cast<unsigned>(number)));
         for (const compat::Target& target : targets) {
             if (testbed::Clock::now() - start >= options.limit) return 0;
             if (!results.claim(number, target.name)) continue;
@@ -79,6 +83,7 @@ int measureAll(const Options& options) {
             results.keep(number, target.name, run);
             tell(target.name, number, run);
         }
+    }
     return 0;
 }
 

@@ -333,6 +333,8 @@ window frame active showing
             EXPECT_EQ(selection(field), "two");
         }
         EXPECT_EQ(text(focusedElement(program)), "one two") << "it was waited for long enough";
+        program.command("slow GetNSelections 0.4");
+        EXPECT_EQ(text(focusedElement(program)), std::nullopt) << "it may have one again";
     }
 }
 
