@@ -10,14 +10,21 @@ TEST(FrozenInput, ProgramsGetLaterAndInOrderWhatIsTypedMeanwhile) {
     constexpr std::chrono::milliseconds precision(20); // the server's clock counts in steps of up to 20 ms
     FrontKeyWindow window;
     testbed::Keyboard keyboard;
-    const x11::FrozenInput input;
     const auto start = testbed::Clock::now();
+    const x11::FrozenInput input;
     input.begin(frozen);
     keyboard.press("a");
     keyboard.press("b");
     ASSERT_TRUE(testbed::waitUntil([&] { return window.presses().size() == 2; }));
     EXPECT_GE(testbed::Clock::now() - start, frozen - precision);
-    EXPECT_THAT(window.presses(), testing::ElementsAre("a", "b"));
+    {
+        const x11::FrozenInput another;
+        another.begin(std::chrono::hours(1));
+        keyboard.press("c");
+        EXPECT_EQ(window.presses().size(), 2u);
+    }
+    ASSERT_TRUE(testbed::waitUntil([&] { return window.presses().size() == 3; }));
+    EXPECT_THAT(window.presses(), testing::ElementsAre("a", "b", "c"));
 }
 
 } // namespace

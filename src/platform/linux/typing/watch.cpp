@@ -17,13 +17,13 @@ constexpr int mostLooks = 3;
 // 1 to 7 ms when they are not busy; LibreOffice takes 250 ms where the machine is.
 constexpr milliseconds longestWait{300};
 
-// From the keystroke to the pasted text, in nearly all pastes. A person does not notice that a key is late by
-// this.
-constexpr milliseconds usualPaste{30};
-
 // GTK takes this long on a busy machine. A program that waits for the pasteboard and does nothing else
 // meanwhile gives no answer at all.
 constexpr milliseconds longestAnswer{40};
+
+// From the keystroke to the pasted text, with all that is asked in between. A program that takes so long is
+// busy: it would show a key no earlier.
+constexpr milliseconds longestPaste = longestWait + 3 * longestAnswer;
 
 KeystrokeGuard::Watch* living = nullptr;
 
@@ -55,7 +55,7 @@ bool KeystrokeGuard::Watch::deliver() {
     showsFocus_ = typing::hasFocusSoon(place_.element, longestAnswer).value_or(false);
     selection::HeldRequests requests(static_cast<std::uint32_t>(x11::focusedWindow()), longestWait);
     if (!delivery.deliver([this] { return isInFront() && !inputWasSeen(); })) return false;
-    input.begin(usualPaste); // or what a person types now would come before the paste
+    input.begin(longestPaste); // or what a person types now would come before the paste
     return decide(requests);
 }
 

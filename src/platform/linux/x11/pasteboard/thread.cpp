@@ -160,7 +160,11 @@ void Thread::refuseHeld(Clock::time_point end) {
 }
 
 void Thread::release() {
-    post([](Clipboard& clipboard) { clipboard.owner().release(); });
+    call<bool>(serverLimit, [](Clipboard& clipboard, auto result) {
+        clipboard.owner().release();
+        clipboard.connection().synchronize();
+        result->set_value(true);
+    });
 }
 
 void Thread::post(Work task) {
