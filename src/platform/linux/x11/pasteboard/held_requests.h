@@ -12,8 +12,8 @@ class [[nodiscard]] HeldRequests {
 public:
     // Of the program that made `window`.
     HeldRequests(std::uint32_t window, std::chrono::milliseconds limit);
-    // Delivers what is held back, unless it was refused; the X server has either answer then. The pasteboard's
-    // thread does so by itself should the main thread take much longer than the limit.
+    // Delivers what is held back, unless it was refused; the X server has either answer then. The
+    // pasteboard's thread does so by itself should the main thread take much longer than the limit.
     ~HeldRequests();
     HeldRequests(const HeldRequests&) = delete;
     HeldRequests& operator=(const HeldRequests&) = delete;
