@@ -3,6 +3,7 @@
 #include "platform/hot_key.h"
 #include "platform/linux/x11/base/server_time.h"
 #include "platform/linux/x11/base/xlib_connection.h"
+#include "platform/linux/x11/keyboard/keyboards.h"
 #include "support/keys.h"
 #include "testing/desktop/keyboard.h"
 
@@ -115,6 +116,7 @@ TEST_F(HotKey, OnePressOfItRunsTheHandlersOnceWhateverIsLocked) {
         holdDown(keyboard);
         waitForRepeats();
         EXPECT_EQ(presses, 1) << "locks " << locks;
+        EXPECT_NE(x11::lastUsedKeyboard(), x11::syntheticKeyboard()) << "programs read the layout anew";
         keyboard.letGoAll();
         holdDown(keyboard);
         EXPECT_EQ(settled(), 2) << "locks " << locks;
