@@ -127,6 +127,31 @@ TEST_F(Review, WithoutAModelItCorrectsTheSpellingAndSaysSo) {
     }));
 }
 
+TEST_F(Review, AsksOnceWhetherAModelThatWasFoundMayHaveTheTexts) {
+    const std::map<std::string, std::string> found{{"OPENAI_BASE_URL", ""}, {"OLLAMA_HOST", model.address()}};
+    start(known, found);
+    model.answers("I have it");
+    write("i recieved it");
+    pressHotKey();
+    ASSERT_TRUE(screen().shows("push button", "Use it"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
+    screen().press("push button", "Spelling only");
+    EXPECT_TRUE(rewritten("I received it")) << rewrite();
+    end();
+
+    start({}, found);
+    write("i recieved it");
+    pressHotKey();
+    EXPECT_TRUE(rewritten("I received it")) << "asked again: " << rewrite();
+    EXPECT_EQ(model.requests(), 0) << "a model that may not have them got the texts";
+    press("Control+comma");
+    screen().press("check box", "Let this model have my texts");
+    ASSERT_TRUE(comes([&] { return screen().isChecked("check box", "Let this model have my texts"); }));
+    write("i recieved it");
+    pressHotKey();
+    EXPECT_TRUE(rewritten("I have it")) << rewrite();
+}
+
 TEST_F(Review, AModelThatDiesLeavesTheTextAndAWayToGoOn) {
     start();
     model.answers("I know it", Manner::dies);

@@ -66,6 +66,7 @@ TEST_F(SettingsPage, SortsInstructionsAndWritesNewOnes) {
     screen().press("push button", "New instruction");
     ASSERT_TRUE(hasKeyboard("text", "Name"));
     EXPECT_THAT(screen().unnamed(), IsEmpty());
+    EXPECT_FALSE(screen().isSensitive("push button", "No key"));
     type("pirate");
     screen().setText("text", "What the model is told", "Like a pirate.");
     press("Control+Return");
@@ -98,6 +99,38 @@ TEST_F(SettingsPage, ExcludesAProgramThatWasUsedLately) {
     EXPECT_TRUE(kept("_fields;"));
 }
 
+TEST_F(SettingsPage, ChoosesAModelServerAndStartsAtLogin) {
+    const std::map<std::string, std::string> fromItsFile{{"QUILLMARK_LANGUAGE_MODEL_FROM_ENVIRONMENT", "0"},
+                                                         {"OPENAI_BASE_URL", ""}};
+    end();
+    start({}, fromItsFile);
+    open();
+    screen().press("radio button", "Use this server:");
+    screen().setText("text", "Address", "127.0.0.1:1");
+    screen().press("push button", "Use this server");
+    EXPECT_TRUE(comes([&] { return !screen().shows("label", "Looking …", milliseconds(0)); }));
+    screen().setText("text", "Address", model.address());
+    screen().setText("password text", "Access key", "secret");
+    screen().press("push button", "Use this server");
+    const auto server = model.address().substr(7, model.address().rfind('/') - 7);
+    EXPECT_TRUE(screen().shows("label", "m, on this computer (" + server + ")"));
+    EXPECT_THAT(readFile(folder / "config/quillmark/language-model.conf"), HasSubstr("key=secret"));
+
+    const auto entry = folder / "config/autostart/quillmark-host.desktop";
+    screen().press("check box", "Start when I log in");
+    EXPECT_TRUE(comes([&] { return readFile(entry).find("Hidden=false\n") != std::string::npos; }));
+    screen().press("check box", "Start when I log in");
+    EXPECT_TRUE(comes([&] { return readFile(entry).find("Hidden=true\n") != std::string::npos; }));
+
+    end();
+    start({}, fromItsFile);
+    model.answers("I know it");
+    write("i knwo it");
+    pressHotKey();
+    EXPECT_TRUE(rewritten("I know it")) << host->output();
+    EXPECT_THAT(model.request(), HasSubstr("Bearer secret"));
+}
+
 TEST_F(SettingsPage, ShowsWhatIsMissingOnThisDesktop) {
     screen().press("push button", "Check what Quillmark needs …");
     ASSERT_TRUE(screen().shows("list item", "Window manager · good"));
@@ -120,6 +153,7 @@ TEST_F(SettingsPage, SpeaksAnotherLanguageAtOnce) {
     press("Return");
     EXPECT_TRUE(screen().shows("push button", "도움말"));
     EXPECT_TRUE(screen().shows("menu", "편집"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
     EXPECT_TRUE(kept("language=ko"));
 }
 

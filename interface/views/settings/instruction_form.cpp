@@ -36,13 +36,13 @@ InstructionForm::InstructionForm(std::function<void(const Instruction&)> saved)
     addField(say(phrases::instructionQuestion), question_, question_);
 
     auto* keys = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
-    auto* noKey = Gtk::make_managed<Gtk::Button>(say(phrases::removeKey));
-    noKey->signal_clicked().connect([this] {
+    noKey_.set_label(say(phrases::removeKey));
+    noKey_.signal_clicked().connect([this] {
         instruction_.key.clear();
         showKey();
     });
     keys->pack_start(key_, Gtk::PACK_SHRINK);
-    keys->pack_start(*noKey, Gtk::PACK_SHRINK);
+    keys->pack_start(noKey_, Gtk::PACK_SHRINK);
     addField(say(phrases::instructionKey), *keys, key_);
 
     corrects_.add(*wrappedLabel(say(phrases::correctsSpelling)));
@@ -82,6 +82,7 @@ void InstructionForm::edit(const Instruction& instruction, std::vector<Instructi
 void InstructionForm::showKey() {
     const auto name = instruction_.key.empty() ? say(phrases::noKey) : keyName(instruction_.key);
     key_.show(name, say(phrases::changeKey, {name}));
+    noKey_.set_sensitive(!instruction_.key.empty());
 }
 
 void InstructionForm::keyPressed(const GdkEventKey& event) {

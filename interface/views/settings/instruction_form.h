@@ -6,6 +6,7 @@
 #include "views/scroller.h"
 #include "views/settings/key_recorder.h"
 
+#include <gtkmm/button.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/label.h>
@@ -35,6 +36,7 @@ private:
     Gtk::Entry name_, question_;
     Gtk::TextView prompt_;
     KeyRecorder key_;
+    Gtk::Button noKey_;
     Gtk::CheckButton corrects_;
     Gtk::Label problem_;
     Instruction instruction_;
