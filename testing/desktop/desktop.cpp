@@ -34,6 +34,21 @@ public:
 
     Atom atom(const char* name) const { return XInternAtom(display, name, False); }
 
+    struct DestroyImage {
+        void operator()(XImage* image) const { XDestroyImage(image); }
+    };
+    // What the screen shows there; absent where it cannot be read.
+    std::unique_ptr<XImage, DestroyImage> read(const Area& part) const {
+        const int screen = DefaultScreen(display);
+        const int left = std::max(part.x, 0), top = std::max(part.y, 0);
+        const int width = std::min(part.x + part.width, DisplayWidth(display, screen)) - left;
+        const int height = std::min(part.y + part.height, DisplayHeight(display, screen)) - top;
+        if (width <= 0 || height <= 0) return nullptr;
+        return std::unique_ptr<XImage, DestroyImage>(
+            XGetImage(display, root, left, top, static_cast<unsigned>(width), static_cast<unsigned>(height),
+                      AllPlanes, ZPixmap));
+    }
+
     struct Property {
         std::string bytes; // 32-bit values are in the library's form: each an unsigned long
         Atom type = None;
@@ -290,26 +305,30 @@ bool Desktop::resize(WindowId window, int width, int height) {
         milliseconds(1000));
 }
 
+bool Desktop::isPlain(const Area& part) {
+    const auto image = server_->read(part);
+    if (!image) return true;
+    const auto bytes =
+        static_cast<std::size_t>(image->bytes_per_line) * static_cast<std::size_t>(image->height);
+    const auto pixel = static_cast<std::size_t>(image->bits_per_pixel / 8);
+    return std::memcmp(image->data, image->data + pixel, bytes - pixel) == 0;
+}
+
 void Desktop::screenshot(const std::filesystem::path& file) { screenshot(file, place(server_->root)); }
 
 void Desktop::screenshot(const std::filesystem::path& file, const Area& part) {
-    const Area screen = place(server_->root);
-    const int left = std::max(part.x, 0), top = std::max(part.y, 0);
-    const int width = std::min(part.x + part.width, screen.width) - left;
-    const int height = std::min(part.y + part.height, screen.height) - top;
-    XImage* image = XGetImage(server_->display, server_->root, left, top, static_cast<unsigned>(width),
-                              static_cast<unsigned>(height), AllPlanes, ZPixmap);
-    if (image == nullptr) throw std::runtime_error("The screen cannot be read.");
+    const auto image = server_->read(part);
+    if (!image) throw std::runtime_error("The screen cannot be read.");
+    const int width = image->width, height = image->height;
     GdkPixbuf* picture = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, width, height);
     for (int y = 0; y < height; ++y) {
         guchar* row = gdk_pixbuf_get_pixels(picture) + y * gdk_pixbuf_get_rowstride(picture);
         for (int x = 0; x < width; ++x) {
-            const unsigned long colour = XGetPixel(image, x, y);
+            const unsigned long colour = XGetPixel(image.get(), x, y);
             for (const int shift : {16, 8, 0})
                 *row++ = static_cast<guchar>(colour >> shift & 0xFF);
         }
     }
-    XDestroyImage(image);
     const gboolean saved = gdk_pixbuf_save(picture, file.c_str(), "png", nullptr, nullptr);
     g_object_unref(picture);
     if (!saved) throw std::runtime_error("The picture cannot be written: " + file.string());

@@ -81,6 +81,8 @@ public:
     // The whole screen, or a part of it, as a PNG file.
     void screenshot(const std::filesystem::path& file);
     void screenshot(const std::filesystem::path& file, const Area& part);
+    // Whether that part of the screen shows one color only, as before a program has painted there.
+    bool isPlain(const Area& part);
 
 private:
     class Server;
