@@ -26,7 +26,9 @@ bool Delivery::deliver(const std::function<bool()>& isRight) const {
         if (copiedFrom_ != 0 && isRight()) selection::copyPrimarySelection(copiedFrom_);
         return false;
     }
-    const x11::ServerGrab grab; // no other window gets the focus between the answer and the keystrokes
+    // No other window gets the focus between the answer and the keystrokes, and what another connection asks
+    // for afterwards, such as holding input, happens after them.
+    const x11::ServerGrab grab;
     if (!isRight()) return false;
     typed_->type();
     return true;

@@ -31,10 +31,12 @@ void CGEventPost(CGEventTapLocation, const KeyboardEvent& event) {
     }
     const auto keystroke = std::exchange(down, std::nullopt);
     if (!keystroke || keystroke->keyCode != event.keyCode) return;
-    if (auto* watch = KeystrokeGuard::Watch::current())
+    if (auto* watch = KeystrokeGuard::Watch::current()) {
         watch->keystrokes.push_back(*keystroke);
-    else
-        typing::Delivery({&*keystroke, 1}, std::nullopt).deliver([] { return true; });
+        return;
+    }
+    typing::Delivery({&*keystroke, 1}, std::nullopt).deliver([] { return true; });
+    x11::awaitTyped();
 }
 
 CGEventFlags Event::modifierFlags() { return x11::heldModifiers(); }

@@ -49,13 +49,17 @@ KeystrokeGuard::Watch::~Watch() { living = nullptr; }
 bool KeystrokeGuard::Watch::deliver() {
     living = nullptr;
     const typing::Delivery delivery(keystrokes, role_);
-    if (against_ == Against::otherWindows) return delivery.deliver([this] { return isInFront(); });
+    if (against_ == Against::otherWindows) {
+        const bool typed = delivery.deliver([this] { return isInFront(); });
+        x11::awaitTyped();
+        return typed;
+    }
     const x11::FrozenInput input;
     if (!placeIsUnchanged()) return false;
     showsFocus_ = typing::hasFocusSoon(place_.element, longestAnswer).value_or(false);
     selection::HeldRequests requests(static_cast<std::uint32_t>(x11::focusedWindow()), longestWait);
     if (!delivery.deliver([this] { return isInFront() && !inputWasSeen(); })) return false;
-    input.begin(longestPaste); // or what a person types now would come before the paste
+    input.begin(longestPaste); // at once, or what a person types now would come before the paste
     return decide(requests);
 }
 

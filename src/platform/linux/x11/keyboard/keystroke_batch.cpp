@@ -119,6 +119,8 @@ bool isCopyKeystroke(const KeyboardEvent& key) {
     return latin ? map->symbol(*code, *latin) == XK_c : key.keyCode == positionOfC;
 }
 
+void awaitTyped() { XSync(XlibConnection::shared()->display(), False); }
+
 // What is asked of the server before anything is typed.
 struct KeystrokeBatch::Prepared {
     Keymap map;
@@ -150,18 +152,15 @@ KeystrokeBatch::~KeystrokeBatch() = default;
 void KeystrokeBatch::type() const {
     if (!prepared_) return;
     Display* display = XlibConnection::shared()->display();
-    {
-        // One batch of requests without waiting for an answer: what a person types comes before or after it.
-        const RawInput::Posting posting;
-        const HotKeys::Typing typing(prepared_->held);
-        releaseModifiers(display, prepared_->map, prepared_->down);
-        const Unlocked unlocked(display, prepared_->state, prepared_->map.lockMask());
-        std::optional<OnLayout> layout;
-        if (prepared_->layout) layout.emplace(display, prepared_->state, *prepared_->layout);
-        for (const Keystroke& keystroke : prepared_->keystrokes)
-            press(display, keystroke);
-    }
-    XSync(display, False);
+    // One batch of requests without waiting for an answer: what a person types comes before or after it.
+    const RawInput::Posting posting;
+    const HotKeys::Typing typing(prepared_->held);
+    releaseModifiers(display, prepared_->map, prepared_->down);
+    const Unlocked unlocked(display, prepared_->state, prepared_->map.lockMask());
+    std::optional<OnLayout> layout;
+    if (prepared_->layout) layout.emplace(display, prepared_->state, *prepared_->layout);
+    for (const Keystroke& keystroke : prepared_->keystrokes)
+        press(display, keystroke);
 }
 
 } // namespace platform::x11

@@ -14,6 +14,9 @@ bool canType();
 // the user has no layout with Latin letters.
 bool isCopyKeystroke(const KeyboardEvent& key);
 
+// Waits until the server has typed all that was typed before.
+void awaitTyped();
+
 // Keystrokes as this keyboard can type them: keys with their flags, one after the other. Main thread only.
 class KeystrokeBatch {
 public:
@@ -22,7 +25,8 @@ public:
     KeystrokeBatch(const KeystrokeBatch&) = delete;
     KeystrokeBatch& operator=(const KeystrokeBatch&) = delete;
 
-    // Types them in the window that has the keyboard focus, at once: the server is asked nothing before.
+    // Types them in the window that has the keyboard focus, at once: the server is asked nothing before, and
+    // its answer is not waited for. XFlush() sends them, or awaitTyped().
     // Programs see none of the modifiers that people hold, and no key stays down. Types none when the
     // keyboard lacks a key.
     void type() const;
