@@ -84,9 +84,8 @@ void addBrowser(std::vector<Target>& targets, const std::string& name, const std
     add("address bar", "text.html", [](Target& each) {
         each.ready = {"", "", ""};
         each.fill = {"Control+l", "", "k", "e", "e", "p", "space", "t", "e", "h", "End"};
-        each.text = "keep teh";
+        each.text = each.selected = "keep teh";
         each.select = {"Home", "Shift+End"};
-        each.selected = "keep teh";
         each.unselect = {"End"};
     });
     add("selected text of a page", "text.html", [](Target& each) {
