@@ -211,6 +211,8 @@ void takeQuestion(Stage& stage, RewritingModel& model) {
     stage.capture(letter);
     require(waitUntil([&] { return stage.interface().isSensitive("push button", "Apply"); }),
             "nothing was rewritten");
+    require(waitUntil([&] { return stage.interface().isFocused("text", "Rewrite"); }),
+            "the keyboard is not in the rewrite");
     stage.press("x"); // nobody quits in the middle of work without being asked
     stage.press("Control+q");
     require(stage.interface().shows("push button", "Stay"), "nothing is asked before the end");
