@@ -82,10 +82,14 @@ TEST_F(HostMenu, ZoomsAndBackAndTellsWhatTheProgramIs) {
     EXPECT_TRUE(waitUntil([&] { return !fillsTheDesktop(); }));
 
     ScreenReader screen(host.process().pid());
+    const auto showsThePanel = [&] {
+        constexpr milliseconds once(0);
+        return screen.shows("dialog", "About Quillmark", once) ||
+               screen.shows("dialog", "About 글빛나래 · Quillmark", once); // where a font has Hangul
+    };
     for (int time = 0; time < 2; ++time) {
         choose(0, 0);
-        ASSERT_TRUE(screen.shows("dialog", "About Quillmark") &&
-                    waitUntil([&] { return desktop.activeWindow() != window; }));
+        ASSERT_TRUE(waitUntil([&] { return showsThePanel() && desktop.activeWindow() != window; }));
         desktop.keyboard.press("Escape");
         EXPECT_TRUE(waitUntil([&] { return desktop.activeWindow() == window; })) << "the panel stays";
     }

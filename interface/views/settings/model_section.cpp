@@ -37,6 +37,7 @@ ModelSection::ModelSection(const SettingsActions& actions)
          std::initializer_list<Gtk::Widget*>{&consent_, &found_, &lookAgain_, &chosen_, &form_, &others_})
         pack_start(*row, Gtk::PACK_SHRINK);
     reorder_child(problem_, -1);
+    sayIn(problem_, {});
     lookAgain_.set_margin_start(24);
     for (Gtk::Widget* row : std::initializer_list<Gtk::Widget*>{&consent_, &lookAgain_, &form_})
         row->set_no_show_all();
