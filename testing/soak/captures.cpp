@@ -88,7 +88,7 @@ Paste startPaste(World& world, const std::string& text, const std::string& token
 }
 
 std::string awaitReply(World& world, const Paste& paste) {
-    const std::string reply = world.answer(paste.call);
+    std::string reply = world.answer(paste.call);
     world.note("the paste is answered " + reply);
     return reply;
 }
