@@ -68,7 +68,7 @@ std::string gradeOf(const Finding& finding) {
 // The host speaks English; it knows the case at hand, the table only what is true of every one.
 std::string explanationOf(const Finding& finding) {
     if (finding.grade == Grade::good) return {};
-    const auto words = joined(finding.meaning, finding.mend);
+    std::string words = joined(finding.meaning, finding.mend);
     const auto* need = needOf(finding);
     if (language() == Language::english || !need) return words;
     return need->explained + (words.empty() ? std::string() : "\n" + words);
