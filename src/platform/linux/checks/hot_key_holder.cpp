@@ -11,8 +11,9 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 namespace platform {
 namespace {
@@ -53,23 +54,34 @@ std::optional<std::string> contentsOf(const fs::path& path) {
     return text.str();
 }
 
+// The pattern's first group and its second (empty if it has none) wherever it matches. The text may hold
+// bytes that are not UTF-8, and zeros.
+std::vector<std::pair<std::string, std::string>> found(const char* pattern, const std::string& text) {
+    const Handle<GRegex, g_regex_unref> regex(g_regex_new(pattern, G_REGEX_RAW, {}, nullptr));
+    GMatchInfo* first = nullptr;
+    g_regex_match_full(regex.get(), text.data(), std::ssize(text), 0, {}, &first, nullptr);
+    const Handle<GMatchInfo, g_match_info_unref> match(first);
+    const auto group = [&](int number) {
+        const Handle<char, g_free> words(g_match_info_fetch(match.get(), number));
+        return std::string(words ? words.get() : "");
+    };
+    std::vector<std::pair<std::string, std::string>> all;
+    for (; g_match_info_matches(match.get()); g_match_info_next(match.get(), nullptr))
+        all.emplace_back(group(1), group(2));
+    return all;
+}
+
 // i3 has names for words: "set $mod Mod1".
 std::string withoutVariables(std::string text) {
-    static const std::regex definition("\\n\\s*set\\s+(\\$\\w+)\\s+(\\S+)");
-    const std::string before = text;
-    for (std::sregex_iterator found(before.begin(), before.end(), definition), end; found != end; ++found) {
-        const std::string name = (*found)[1], value = (*found)[2];
+    for (const auto& [name, value] : found("\\n\\s*set\\s+(\\$\\w+)\\s+(\\S+)", text))
         for (auto at = text.find(name); at != std::string::npos; at = text.find(name, at + value.size()))
             text.replace(at, name.size(), value);
-    }
     return text;
 }
 
 bool fileHas(const std::string& text, const char* pattern, const KeyWords& keys) {
-    const std::regex combination(pattern);
-    for (std::sregex_iterator found(text.begin(), text.end(), combination), end; found != end; ++found)
-        if (readKeyWords((*found)[1].str()) == keys) return true;
-    return false;
+    return std::ranges::any_of(found(pattern, text),
+                               [&](const auto& groups) { return readKeyWords(groups.first) == keys; });
 }
 
 std::optional<std::string> holderInFiles(const std::string& windowManager, const KeyWords& keys) {
@@ -129,10 +141,9 @@ std::optional<std::string> holderInSettings(const std::string& windowManager, co
 
 // "grp:lalt_lshift_toggle" as "alt" and "shift"; empty for an option that is something else.
 std::set<std::string> modifiersThatSwitch(const std::string& option) {
-    static const std::regex toggle("grp:[lr]?(alt|shift|ctrl)_[lr]?(alt|shift|ctrl)_toggle(_bidir)?");
-    std::smatch parts;
-    if (!std::regex_match(option, parts, toggle)) return {};
-    std::set<std::string> modifiers{parts[1].str(), parts[2].str()};
+    const auto groups = found("^grp:[lr]?(alt|shift|ctrl)_[lr]?(alt|shift|ctrl)_toggle(?:_bidir)?$", option);
+    if (groups.empty()) return {};
+    std::set<std::string> modifiers{groups[0].first, groups[0].second};
     if (modifiers.erase("ctrl") > 0) modifiers.insert("control");
     return modifiers;
 }
@@ -152,10 +163,9 @@ std::optional<std::string> layoutSwitchWithin(const std::string& keys) {
     auto& connection = *x11::XlibConnection::shared();
     const auto rules = connection.text(connection.root(), connection.atom("_XKB_RULES_NAMES")).value_or("");
     const auto held = readKeyWords(keys).modifiers;
-    static const std::regex option("grp:\\w+");
-    for (std::sregex_iterator found(rules.begin(), rules.end(), option), end; found != end; ++found) {
-        const auto modifiers = modifiersThatSwitch(found->str());
-        if (!modifiers.empty() && std::ranges::includes(held, modifiers)) return found->str();
+    for (const auto& [option, none] : found("(grp:\\w+)", rules)) {
+        const auto modifiers = modifiersThatSwitch(option);
+        if (!modifiers.empty() && std::ranges::includes(held, modifiers)) return option;
     }
     return std::nullopt;
 }
