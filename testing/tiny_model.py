@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes a tiny language model whose answers are known, to try a genuine model server with (not part of the tests).
+"""Writes a tiny language model whose answers are known, to try a genuine model server with (no test needs it).
 
     testing/tiny_model.py FILE.gguf
     llama-server --model FILE.gguf --port 8080 --jinja
@@ -7,6 +7,7 @@
 Every token is followed by one other token, always. How an answer begins depends on the prompt's words:
 
     … "forever" …     words without an end, until the limit of tokens
+    … "count" …       the numbers from 1 to 200
     … anything else   <think>one two three</think>The letter was received on Monday, thank you.
                       without the thinking where the request says {"chat_template_kwargs": {"enable_thinking": false}}
 """
@@ -16,13 +17,16 @@ import sys
 THINKING = ["<think>", "one", " two", " three", "</think>"]
 ANSWER = ["The", " letter", " was", " received", " on", " Monday", ",", " thank", " you", "."]
 ENDLESS = [" again", " and"]
-BEGIN_THINKING, BEGIN_ANSWER, BEGIN_ENDLESS = "<|begin thinking|>", "<|begin answer|>", "<|begin endless|>"
+NUMBERS = ["1"] + [f" {number}" for number in range(2, 201)]
+BEGIN_THINKING, BEGIN_ANSWER, BEGIN_ENDLESS, BEGIN_NUMBERS = (
+    f"<|begin {kind}|>" for kind in ("thinking", "answer", "endless", "numbers"))
 UNKNOWN, START, END = "<unk>", "<s>", "</s>"
 
 TEMPLATE = (
     "{{ messages[-1].content }}"
-    "{% if 'forever' in messages[-1].content %}" + BEGIN_ENDLESS + "{% elif enable_thinking is defined and not enable_thinking %}"
-    + BEGIN_ANSWER + "{% else %}" + BEGIN_THINKING + "{% endif %}"
+    "{% if 'forever' in messages[-1].content %}" + BEGIN_ENDLESS + "{% elif 'count' in messages[-1].content %}"
+    + BEGIN_NUMBERS + "{% elif enable_thinking is defined and not enable_thinking %}" + BEGIN_ANSWER + "{% else %}"
+    + BEGIN_THINKING + "{% endif %}"
 )
 
 # Kinds of tokens and of values, by the GGUF specification.
@@ -32,11 +36,11 @@ ALIGNMENT = 32
 
 
 def vocabulary():
-    words = THINKING + ANSWER + ENDLESS
+    words = THINKING + ANSWER + ENDLESS + NUMBERS
     tokens = [(UNKNOWN, UNKNOWN_TOKEN), (START, CONTROL), (END, CONTROL)]
     tokens += [(f"<0x{byte:02X}>", BYTE) for byte in range(256)]
     tokens += [(word.replace(" ", "\u2581"), NORMAL) for word in words]
-    tokens += [(word, CONTROL) for word in (BEGIN_THINKING, BEGIN_ANSWER, BEGIN_ENDLESS)]
+    tokens += [(word, CONTROL) for word in (BEGIN_THINKING, BEGIN_ANSWER, BEGIN_ENDLESS, BEGIN_NUMBERS)]
     while len(tokens) % ALIGNMENT:
         tokens.append((f"<|unused {len(tokens)}|>", CONTROL))
     return tokens
@@ -48,6 +52,7 @@ def followers(tokens):
         [BEGIN_THINKING] + THINKING + ANSWER + [END],
         [BEGIN_ANSWER] + ANSWER + [END],
         [BEGIN_ENDLESS] + ENDLESS + ENDLESS[:1],
+        [BEGIN_NUMBERS] + NUMBERS + [END],
     ]
     pairs = {}
     for chain in chains:
