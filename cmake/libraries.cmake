@@ -17,6 +17,7 @@ pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
 pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
 pkg_check_modules(SESSION REQUIRED IMPORTED_TARGET sm ice)
 pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11 xext xtst xfixes xi xres xkbcommon)
+pkg_check_modules(CANBERRA REQUIRED IMPORTED_TARGET libcanberra)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes xcb-sync x11-xcb)
 
 # The interface. dtl has headers only.
