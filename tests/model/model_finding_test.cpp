@@ -106,6 +106,18 @@ TEST_F(ChosenServer, IsUsedByItsModelsNameThoughItIsSlow) {
     EXPECT_THAT(call("availability"), StartsWith(available));
 }
 
+TEST_F(ChosenServer, IsNotSaidToBeThereOnceItHasDied) {
+    server.become({.chat = [this](ClientConnection& connection) {
+        server.become({.health = 503});
+        connection.head(200);
+        connection.text("a");
+    }});
+    EXPECT_THAT(call("availability"), StartsWith(available));
+    respond("a");
+    EXPECT_THAT(allEvents(), ElementsAre(firstText, HasSubstr("ended before its answer was complete")));
+    EXPECT_THAT(call("availability"), StartsWith("state=unavailable reason=model_not_ready"));
+}
+
 struct FoundServer : ServerHost {
     FoundServer() {
         choose("");

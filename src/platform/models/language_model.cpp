@@ -20,9 +20,10 @@ void start(const ModelChoice& choice, const Prompt& prompt, const std::shared_pt
     if (const auto* reason = std::get_if<SystemLanguageModel::UnavailableReason>(&choice))
         return answer->fail(reason->description);
     const auto& served = std::get<ServedModel>(choice);
-    askServer(served, prompt, answer, [address = served.server.address](const std::string& model) {
-        rememberUnusable(address, model);
-    });
+    askServer(served, prompt, answer,
+              {.cannotAnswer = [address = served.server.address](
+                                   const std::string& model) { rememberUnusable(address, model); },
+               .lost = lookAnew});
 }
 
 } // namespace

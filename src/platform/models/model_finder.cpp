@@ -50,6 +50,14 @@ public:
         last_ = {};
     }
 
+    // A look that still waits for servers sees the change by itself.
+    void forgetLook() {
+        const std::lock_guard lock(mutex_);
+        if (!last_.look || !last_.look->isDecided()) return;
+        learnFromLast();
+        last_ = {};
+    }
+
     static ModelFinder& shared() {
         static const NeverDestroyed<ModelFinder> finder;
         return *finder;
@@ -127,6 +135,8 @@ void findModelForGeneration(std::function<void(const ModelChoice&)> call) {
         found.look->whenDecided([call, found] { call(choiceForGeneration(found)); });
     });
 }
+
+void lookAnew() { ModelFinder::shared().forgetLook(); }
 
 void rememberUnusable(const ServerAddress& server, const std::string& model) {
     ModelFinder::shared().rememberUnusable(server, model);

@@ -26,4 +26,7 @@ ModelChoice choiceOf(const ReadSettings& settings, const ServerLook& look);
 // A model of that server takes no prompts: it is not asked again while another is there.
 void rememberUnusable(const ServerAddress& server, const std::string& model);
 
+// A server was lost: whoever asks next is not told what the last look saw.
+void lookAnew();
+
 } // namespace platform

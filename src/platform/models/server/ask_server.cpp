@@ -33,10 +33,10 @@ std::vector<Attempt> attemptsFor(const ServedModel& served) {
 // Kept by the exchange that is under way.
 class Request : public std::enable_shared_from_this<Request> {
 public:
-    Request(const ServedModel& served, Prompt prompt, std::shared_ptr<Answer> answer,
-            std::function<void(const std::string&)> cannotAnswer, const SilenceLimits& limits)
+    Request(const ServedModel& served, Prompt prompt, std::shared_ptr<Answer> answer, ServerNews news,
+            const SilenceLimits& limits)
         : server_(served.server), prompt_(std::move(prompt)), answer_(std::move(answer)),
-          cannotAnswer_(std::move(cannotAnswer)), limits_(limits), attempts_(attemptsFor(served)) {}
+          news_(std::move(news)), limits_(limits), attempts_(attemptsFor(served)) {}
 
     // False when nothing is left to try.
     bool tryNext() {
@@ -49,7 +49,8 @@ public:
             .headLimit = limits_.beforeText,
         };
         ChatStream::Outcomes outcomes{.accepted = [self = shared_from_this()] { self->accepted(); },
-                                      .rejected = [self = shared_from_this()] { return self->tryNext(); }};
+                                      .rejected = [self = shared_from_this()] { return self->tryNext(); },
+                                      .lost = news_.lost};
         auto stream = std::make_shared<ChatStream>(server_.address.shown(), prompt_, limits_,
                                                    std::move(outcomes), answer_);
         answer_->whenUnwanted(startHttpExchange(std::move(request), std::move(stream)));
@@ -61,14 +62,14 @@ private:
         const auto& model = attempts_[next_ - 1].model;
         for (const auto& attempt : attempts_) {
             if (attempt.model == model) return;
-            if (cannotAnswer_) cannotAnswer_(attempt.model);
+            if (news_.cannotAnswer) news_.cannotAnswer(attempt.model);
         }
     }
 
     ModelServer server_;
     Prompt prompt_;
     std::shared_ptr<Answer> answer_;
-    std::function<void(const std::string&)> cannotAnswer_;
+    ServerNews news_;
     SilenceLimits limits_;
     std::vector<Attempt> attempts_;
     std::size_t next_ = 0;
@@ -77,8 +78,8 @@ private:
 } // namespace
 
 void askServer(const ServedModel& served, const Prompt& prompt, std::shared_ptr<Answer> answer,
-               std::function<void(const std::string&)> cannotAnswer, const SilenceLimits& limits) {
-    std::make_shared<Request>(served, prompt, std::move(answer), std::move(cannotAnswer), limits)->tryNext();
+               ServerNews news, const SilenceLimits& limits) {
+    std::make_shared<Request>(served, prompt, std::move(answer), std::move(news), limits)->tryNext();
 }
 
 } // namespace platform

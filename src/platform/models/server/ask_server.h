@@ -11,10 +11,16 @@
 
 namespace platform {
 
-// Has the server answer on one connection, which is closed as soon as nobody wants the answer. A model that
-// takes no such request (HTTP 400) is told of, once the next one does. Any thread.
+// What asking a server for an answer says of the server. Called on a background thread.
+struct ServerNews {
+    // A model takes no such request (HTTP 400), and the next one does.
+    std::function<void(const std::string& model)> cannotAnswer = {};
+    // The server cannot be reached, or has ended the connection in the middle of its answer.
+    std::function<void()> lost = {};
+};
+
+// Has the server answer on one connection, which is closed as soon as nobody wants the answer. Any thread.
 void askServer(const ServedModel& served, const Prompt& prompt, std::shared_ptr<Answer> answer,
-               std::function<void(const std::string& model)> cannotAnswer = {},
-               const SilenceLimits& limits = {});
+               ServerNews news = {}, const SilenceLimits& limits = {});
 
 } // namespace platform

@@ -74,6 +74,10 @@ void ChatStream::finished(HttpEnd end, const std::string& reason) {
         if (!readEvents()) return;
         if (finishReason_) return succeed();
     }
+    const bool isCutOff = status_ == ok && end == HttpEnd::complete;
+    const bool isLost =
+        end == HttpEnd::unreachable || end == HttpEnd::unanswered || end == HttpEnd::broken || isCutOff;
+    if (isLost && outcomes_.lost) outcomes_.lost();
     failWith(end, reason);
 }
 

@@ -34,6 +34,8 @@ public:
         // It does not, because of what the request holds (HTTP 400). True: the answer is asked for in another
         // way.
         std::function<bool()> rejected = {};
+        // It cannot be reached, or has ended the connection in the middle of its answer.
+        std::function<void()> lost = {};
     };
 
     // `server` is its address as a sentence names it.
