@@ -13,11 +13,14 @@
 
 #include <glibmm/main.h>
 
+#include <chrono>
 #include <utility>
 
 namespace quillmark {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 void lookAtDesktop(SettingsActions::Checked done) {
     runHost({"--check", "--json"}, [done = std::move(done)](const HostAnswer& answer) {
@@ -45,7 +48,11 @@ Application::Application(Connection& connection, unsigned long view)
       closing_(closingActions()) {
     registerHotKey(preferences_.settings().hotKey, {});
     useLanguage();
-    model_.look();
+    // The window's first picture needs the processor more.
+    after(200ms, [this] {
+        useStatusIcon();
+        model_.look();
+    });
     if (const auto& file = preferences_.setAside())
         tell({.title = say(phrases::settingsSetAsideTitle), .body = say(phrases::settingsSetAside, {*file})});
 }
@@ -59,7 +66,6 @@ void Application::useLanguage() {
         labels[key] = say(label);
     desktop_.localize(labels);
     buildWindow();
-    useStatusIcon();
 }
 
 void Application::buildWindow() {
@@ -95,7 +101,7 @@ void Application::showFacts() {
                        .hotKey = hotKey,
                        .model = model,
                        .missing = hotKeyRegistered_ ? "" : say(phrases::hotKeyTaken, {hotKey})});
-    window_->settings().show();
+    window_->refreshSettings();
 }
 
 void Application::settingsChanged(const Settings& before) {
@@ -103,13 +109,13 @@ void Application::settingsChanged(const Settings& before) {
     if (now.excludedApps != before.excludedApps) registerHotKey(now.hotKey, {});
     if (now.statusIcon != before.statusIcon) useStatusIcon();
     if (now.instructions != before.instructions) window_->setInstructions(instructionsOf(now));
-    window_->settings().warn(preferences_.problem() ? say(phrases::notSaved, {*preferences_.problem()})
-                                                    : std::string());
+    window_->warn(preferences_.problem() ? say(phrases::notSaved, {*preferences_.problem()}) : std::string());
     showFacts();
     if (now.language == before.language) return;
     // Later: what was chosen there is part of the window.
     Glib::signal_idle().connect_once([this] {
         useLanguage();
+        useStatusIcon();
         window_->showSettings();
     });
 }
@@ -225,7 +231,7 @@ SettingsActions Application::settingsActions() {
                 model_.choose(choice, std::move(done));
             },
         .useModel = [this](bool use) { useModel(use); },
-        .lookForModel = [this] { model_.look([this] { window_->settings().show(); }); },
+        .lookForModel = [this] { model_.look([this] { window_->refreshSettings(); }); },
         .recentPrograms =
             [this] { return std::vector<ProgramName>(recent_.programs().begin(), recent_.programs().end()); },
         .installedPrograms = [] { return installedPrograms(); },

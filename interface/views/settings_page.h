@@ -27,7 +27,6 @@ public:
     // A sentence that concerns the whole page.
     void warn(const std::string& sentence);
 
-    void help() { actions_.help(); }
     // Saves the instruction that is being edited.
     void primary();
     void back();

@@ -11,31 +11,20 @@ namespace quillmark {
 
 Window::Window(unsigned long into, Assistant& assistant, Background& background, SettingsActions settings,
                Actions actions)
-    : assistant_(assistant), actions_(std::move(actions)), first_({.tryOut =
-                                                                       [this](const std::string& text) {
-                                                                           assistant_.tryOut(text);
-                                                                           begin();
-                                                                       },
-                                                                   .settings = [this] { showSettings(); }}),
+    : assistant_(assistant), settingsActions_(std::move(settings)), actions_(std::move(actions)),
+      first_({.tryOut =
+                  [this](const std::string& text) {
+                      assistant_.tryOut(text);
+                      begin();
+                  },
+              .settings = [this] { showSettings(); }}),
       main_(assistant, background,
             {.history = [this] { showHistory(); },
              .settings = [this] { showSettings(); },
              .useModel = actions_.useModel,
-             .grow = actions_.grow}),
-      history_({.open =
-                    [this](std::size_t entry) {
-                        assistant_.reopen(entry);
-                        begin();
-                    },
-                .clear =
-                    [this] {
-                        assistant_.forgetHistory();
-                        showHistory();
-                    },
-                .back = [this] { goHome(); }}),
-      settings_(withBack(std::move(settings))) {
-    for (Gtk::Widget* page :
-         std::initializer_list<Gtk::Widget*>{&first_, &main_, &history_, &settings_, &question_}) {
+             .grow = actions_.grow}) {
+    settingsActions_.back = [this] { goHome(); };
+    for (Gtk::Widget* page : std::initializer_list<Gtk::Widget*>{&first_, &main_}) {
         page->show();
         pages_.add(*page);
     }
@@ -43,12 +32,48 @@ Window::Window(unsigned long into, Assistant& assistant, Background& background,
     add(pages_);
     pages_.show();
     nameFor(*this, "Quillmark");
-    shortcuts_.set(pages_, keys::help, [this] { settings_.help(); });
-    shortcuts_.set(settings_, keys::primary, [this] { settings_.primary(); });
+    shortcuts_.set(pages_, keys::help, [this] { settingsActions_.help(); });
     shortcuts_.set(first_, keys::primary, [this] { first_.tryOut(); });
     shortcuts_.set(first_, keys::settings, [this] { showSettings(); });
     goHome();
     embed(into);
+}
+
+SettingsPage& Window::settings() {
+    if (!settings_) {
+        settings_ = std::make_unique<SettingsPage>(settingsActions_);
+        settings_->show();
+        settings_->warn(warning_);
+        pages_.add(*settings_);
+        shortcuts_.set(*settings_, keys::primary, [this] { settings_->primary(); });
+    }
+    return *settings_;
+}
+
+HistoryPage& Window::history() {
+    if (!history_) {
+        HistoryPage::Actions actions;
+        actions.open = [this](std::size_t entry) {
+            assistant_.reopen(entry);
+            begin();
+        };
+        actions.clear = [this] {
+            assistant_.forgetHistory();
+            showHistory();
+        };
+        actions.back = [this] { goHome(); };
+        history_ = std::make_unique<HistoryPage>(std::move(actions));
+        pages_.add(*history_);
+    }
+    return *history_;
+}
+
+QuestionPage& Window::question() {
+    if (!question_) {
+        question_ = std::make_unique<QuestionPage>();
+        pages_.add(*question_);
+    }
+    return *question_;
 }
 
 // The toolkit embeds a plug as soon as it makes its window, and only then says where its controls are to be
@@ -59,11 +84,6 @@ void Window::embed(unsigned long into) {
     auto* display = GDK_DISPLAY_XDISPLAY(get_display()->gobj());
     XReparentWindow(display, get_id(), into, 0, 0);
     XFlush(display);
-}
-
-SettingsActions Window::withBack(SettingsActions actions) {
-    actions.back = [this] { goHome(); };
-    return actions;
 }
 
 void Window::go(Gtk::Widget& page) { pages_.set_visible_child(page); }
@@ -87,18 +107,27 @@ void Window::begin() {
 void Window::changed() { main_.show(); }
 
 void Window::showSettings() {
-    go(settings_);
-    settings_.begin();
+    go(settings());
+    settings().begin();
+}
+
+void Window::refreshSettings() {
+    if (settings_) settings_->show();
+}
+
+void Window::warn(const std::string& sentence) {
+    warning_ = sentence;
+    if (settings_) settings_->warn(warning_);
 }
 
 void Window::showHistory() {
-    go(history_);
-    history_.show(assistant_.history());
+    go(history());
+    history().show(assistant_.history());
 }
 
-void Window::ask(const std::string& question, const std::vector<QuestionPage::Choice>& choices) {
-    go(question_);
-    question_.ask(question, choices);
+void Window::ask(const std::string& text, const std::vector<QuestionPage::Choice>& choices) {
+    go(question());
+    question().ask(text, choices);
 }
 
 void Window::setInstructions(const std::vector<Instruction>& instructions) {
@@ -118,8 +147,8 @@ bool Window::on_key_press_event(GdkEventKey* event) {
 void Window::escape() {
     if (main_.get_mapped() && main_.closeOpen()) return;
     const auto* page = pages_.get_visible_child();
-    if (page == &settings_) return settings_.back();
-    if (page == &history_) return goHome();
+    if (page == settings_.get()) return settings_->back();
+    if (page == history_.get()) return goHome();
     actions_.hide();
 }
 

@@ -12,6 +12,7 @@
 #include <gtkmm/stack.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace quillmark {
@@ -39,7 +40,9 @@ public:
 
     void setFacts(const FirstPage::Facts& facts) { first_.show(facts); }
     void setModel(const std::string& words, const std::string& details) { main_.setModel(words, details); }
-    SettingsPage& settings() { return settings_; }
+    // What the settings show from the outside may have changed, and a sentence that concerns all of them.
+    void refreshSettings();
+    void warn(const std::string& sentence);
     void setInstructions(const std::vector<Instruction>& instructions);
 
 protected:
@@ -47,20 +50,25 @@ protected:
 
 private:
     void embed(unsigned long into);
-    SettingsActions withBack(SettingsActions actions);
+    SettingsPage& settings();
+    HistoryPage& history();
+    QuestionPage& question();
     void go(Gtk::Widget& page);
     void showHistory();
     void escape();
 
     Assistant& assistant_;
+    SettingsActions settingsActions_;
     Actions actions_;
+    std::string warning_;
     Shortcuts shortcuts_{*this};
     Gtk::Stack pages_;
     FirstPage first_;
     MainPage main_;
-    HistoryPage history_;
-    SettingsPage settings_;
-    QuestionPage question_;
+    // Made when they are first shown: the window comes up earlier without them.
+    std::unique_ptr<HistoryPage> history_;
+    std::unique_ptr<SettingsPage> settings_;
+    std::unique_ptr<QuestionPage> question_;
 };
 
 } // namespace quillmark

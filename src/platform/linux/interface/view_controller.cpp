@@ -42,12 +42,9 @@ ViewController::Native::Native()
          },
          [this](std::optional<std::string> why) { connectionEnded(std::move(why)); }},
         whyNot);
-    if (!socket_) {
+    if (!socket_)
         finish("there is no place for the interface's socket (" + whyNot +
                "); make $XDG_RUNTIME_DIR or the temporary folder writable.");
-        return;
-    }
-    platform::MainQueue::async(life_, [this] { start(); });
 }
 
 ViewController::Native::~Native() {
@@ -55,11 +52,11 @@ ViewController::Native::~Native() {
     if (process_) process_->end(processEndLimit);
 }
 
-void ViewController::Native::start() {
+void ViewController::Native::start(unsigned long view) {
+    if (!socket_) return;
     // A host that another host's interface has started inherits that one's variables; they are replaced.
     char** variables = g_environ_setenv(g_get_environ(), "QUILLMARK_SOCKET", socket_->path().c_str(), TRUE);
-    variables = view_ ? g_environ_setenv(variables, "QUILLMARK_VIEW", std::to_string(*view_).c_str(), TRUE)
-                      : g_environ_unsetenv(variables, "QUILLMARK_VIEW");
+    variables = g_environ_setenv(variables, "QUILLMARK_VIEW", std::to_string(view).c_str(), TRUE);
     const auto environment =
         Glib::ArrayHandler<std::string>::array_to_vector(variables, Glib::OWNERSHIP_DEEP);
     std::string whyNot;

@@ -23,17 +23,15 @@ public:
 
     FrameMessenger& messenger() { return messenger_; }
 
-    // The X window in which the interface may embed its view. Call it before the next turn of the main loop,
-    // in which the interface starts.
-    void setView(unsigned long window) { view_ = window; }
+    // Starts the interface, which may embed its view in that X window. It takes longer to come up than the
+    // host does from here to its main loop, and meanwhile its calls wait in the socket.
+    void start(unsigned long view);
 
 private:
-    void start();
     void processEnded();
     void connectionEnded(std::optional<std::string> why);
     void finish(std::string lastLine);
 
-    std::optional<unsigned long> view_;
     std::optional<platform::FrameTrace> trace_;
     FrameMessenger messenger_;
     std::unique_ptr<platform::EngineSocket> socket_;

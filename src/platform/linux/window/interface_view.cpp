@@ -45,7 +45,12 @@ InterfaceView::InterfaceView() {
     show_all();
 }
 
-unsigned long InterfaceView::embeddingWindow() const { return socket_.get_id(); }
+unsigned long InterfaceView::embeddingWindow() const {
+    const auto window = socket_.get_id();
+    gdk_display_flush(
+        gdk_display_get_default()); // else the interface may look for it before the X server has it
+    return window;
+}
 
 bool InterfaceView::takesKeys() const {
     GdkWindow* view = gtk_socket_get_plug_window(const_cast<GtkSocket*>(socket_.gobj()));

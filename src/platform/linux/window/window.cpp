@@ -20,7 +20,7 @@ void Window::awakeFromNib() {}
 
 void Window::setContentViewController(std::unique_ptr<flutter::ViewController> controller) {
     native_->controller = std::move(controller);
-    if (native_->controller) native_->controller->native().setView(native_->view.embeddingWindow());
+    if (native_->controller) native_->controller->native().start(native_->view.embeddingWindow());
 }
 
 flutter::ViewController* Window::contentViewController() const { return native_->controller.get(); }
