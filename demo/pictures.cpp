@@ -104,7 +104,9 @@ private:
     std::map<std::string, std::string> environment(const std::string& settings) {
         std::filesystem::create_directories(config_ / "gtk-3.0");
         std::filesystem::create_directories(config_ / "quillmark");
-        std::ofstream(config_ / "gtk-3.0/settings.ini") << "[Settings]\ngtk-font-name=" << look_.font << "\n";
+        std::ofstream(config_ / "gtk-3.0/settings.ini")
+            << "[Settings]\ngtk-enable-animations=0\ngtk-cursor-blink=0\n"
+            << "gtk-font-name=" << look_.font << "\n";
         if (!settings.empty()) std::ofstream(config_ / "quillmark/interface.conf") << settings;
         return {{"XDG_CONFIG_HOME", config_},
                 {"XDG_STATE_HOME", folder_ / "state"},
@@ -123,20 +125,21 @@ private:
         waitUntil([&] { return desktop_.hasState(window(), "_NET_WM_STATE_FULLSCREEN") == on; });
     }
 
-    // Once nothing moves any more: programs draw a moment after they have done what they were told.
+    // Once nothing moves any more. The interface answers questions before each look: else one that is busy
+    // would count as done.
     void save(const std::string& name) {
         const auto file = pictures_ / (look_.name + "-" + name + ".png");
         std::string last;
         int same = 0;
-        waitUntil(
-            [&] {
-                desktop_.screenshot(file, desktop_.place(window()));
-                const std::string now = readFile(file);
-                same = now == last ? same + 1 : 0;
-                last = now;
-                return same == 4;
-            },
-            milliseconds(1500));
+        const auto stands = [&] {
+            interface_->all();
+            desktop_.screenshot(file, desktop_.place(window()));
+            const std::string now = readFile(file);
+            same = now == last ? same + 1 : 0;
+            last = now;
+            return same == 4;
+        };
+        require(waitUntil(stands, milliseconds(10'000)), name + " does not come to rest");
     }
 
     std::filesystem::path pictures_;
