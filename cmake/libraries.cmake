@@ -9,9 +9,6 @@ find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
 find_package(Boost 1.81 REQUIRED COMPONENTS json)
 pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl)
 
-# The interface that comes with the host.
-pkg_check_modules(HUNSPELL REQUIRED IMPORTED_TARGET hunspell)
-
 # The Linux desktop.
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0)
 pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
@@ -20,7 +17,8 @@ pkg_check_modules(X11 REQUIRED IMPORTED_TARGET x11 xext xtst xfixes xi xres xkbc
 pkg_check_modules(CANBERRA REQUIRED IMPORTED_TARGET libcanberra)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xfixes xcb-sync x11-xcb)
 
-# The interface. dtl has headers only.
+# The interface that comes with the host. It also needs dtl, which has headers only.
+pkg_check_modules(HUNSPELL REQUIRED IMPORTED_TARGET hunspell)
 pkg_check_modules(APPINDICATOR REQUIRED IMPORTED_TARGET ayatana-appindicator3-0.1)
 
 # Tests, benchmarks and the demonstration.
