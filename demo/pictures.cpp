@@ -56,6 +56,11 @@ const Look looks[]{{"light", "Adwaita", "Sans 10"},
                    {"light-18", "Adwaita", "Sans 18"},
                    {"dark-18", "Adwaita:dark", "Sans 18"}};
 
+bool isAsleep(const std::string& process) {
+    const auto state = readFile("/proc/" + process + "/stat");
+    return state.find(") S ") != std::string::npos;
+}
+
 void require(bool done, const std::string& otherwise) {
     if (!done) throw std::runtime_error(otherwise);
 }
@@ -125,19 +130,20 @@ private:
         waitUntil([&] { return desktop_.hasState(window(), "_NET_WM_STATE_FULLSCREEN") == on; });
     }
 
-    // Once nothing moves any more. The interface answers questions before each look: else one that is busy
-    // would count as done.
+    // Once nothing moves any more and both programs wait for something to do.
     void save(const std::string& name) {
         const auto file = pictures_ / (look_.name + "-" + name + ".png");
         std::string last;
         int same = 0;
         const auto stands = [&] {
-            interface_->all();
             desktop_.screenshot(file, desktop_.place(window()));
             const std::string now = readFile(file);
-            same = now == last ? same + 1 : 0;
+            const auto host = std::to_string(host_.pid());
+            const auto interface = readFile("/proc/" + host + "/task/" + host + "/children");
+            const bool rests = isAsleep(host) && isAsleep(interface.substr(0, interface.find(' ')));
+            same = rests && now == last ? same + 1 : 0;
             last = now;
-            return same == 4;
+            return same == 8;
         };
         require(waitUntil(stands, milliseconds(10'000)), name + " does not come to rest");
     }

@@ -65,6 +65,8 @@ std::string gradeOf(const Finding& finding) {
     return say(phrases::grades.at(static_cast<std::size_t>(finding.grade)));
 }
 
+std::string foundOf(const Finding& finding) { return translated(finding.found, phrases::facts); }
+
 // The host speaks English; it knows the case at hand, the table only what is true of every one.
 std::string explanationOf(const Finding& finding) {
     if (finding.grade == Grade::good) return {};

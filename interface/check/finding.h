@@ -24,6 +24,8 @@ std::optional<std::vector<Finding>> readFindings(std::string_view json);
 // In the person's language. Of a thing that this version does not know, the host's name.
 std::string nameOf(const Finding& finding);
 std::string gradeOf(const Finding& finding);
+// What there is.
+std::string foundOf(const Finding& finding);
 // What it means and what to do, with the host's own words where those say it more exactly. Empty when good.
 std::string explanationOf(const Finding& finding);
 // "Missing: 1, degraded: 2".

@@ -23,6 +23,32 @@ inline constexpr Phrase notAllGood{"Missing: %1, degraded: %2", "없음: %1, 부
 inline constexpr std::array grades{Phrase{"good", "좋음"}, Phrase{"degraded", "부족함"},
                                    Phrase{"missing", "없음"}};
 
+// What the host finds, as it says so; %1 and %2 are names, numbers and folders.
+inline constexpr std::array facts{
+    Phrase{"X11 on %1, %2 pixels", "X11 %1, %2 픽셀"},
+    Phrase{"runs (process %1) with %2", "실행 중(프로세스 %1): %2"},
+    Phrase{"does not run now", "지금은 실행되지 않음"},
+    Phrase{"runs but does not answer", "실행 중이지만 답하지 않음"},
+    Phrase{"runs, of another version", "다른 버전이 실행 중"},
+    Phrase{"none", "없음"},
+    Phrase{"answers", "답함"},
+    Phrase{"does not answer", "답하지 않음"},
+    Phrase{"no accessibility bus", "접근성 버스가 없음"},
+    Phrase{"switched on", "켜져 있음"},
+    Phrase{"switched off", "꺼져 있음"},
+    Phrase{"%1 is the host's", "%1: Quillmark가 씀"},
+    Phrase{"%1 is free", "%1: 쓸 수 있음"},
+    Phrase{"%1, paused", "%1: 일시 중지됨"},
+    Phrase{"%1 belongs to another program", "%1: 다른 프로그램이 씀"},
+    Phrase{"%1 belongs to %2", "%1: %2에서 씀"},
+    Phrase{"one runs", "하나가 실행 중"},
+    Phrase{"none answers", "답하는 모델이 없음"},
+    Phrase{"%1 at %2, on this computer", "%1, %2(이 컴퓨터)"},
+    Phrase{"%1 at %2, on another computer", "%1, %2(다른 컴퓨터)"},
+    Phrase{"%1 cannot be written to", "%1: 쓸 수 없음"},
+    Phrase{"%1 can be written to by others", "%1: 다른 사용자가 바꿀 수 있음"},
+};
+
 // One thing that is needed, under the host's name for it. The host says in English what it means when it is
 // not there; `explained` says so in Korean.
 struct Need {

@@ -2,9 +2,10 @@
 // that none can be missing. Main thread only.
 #pragma once
 
-#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmark {
 
@@ -24,7 +25,9 @@ struct Phrase {
 
 std::string say(const Phrase& phrase);
 // With %1, %2 … replaced.
-std::string say(const Phrase& phrase, std::initializer_list<std::string> values);
+std::string say(const Phrase& phrase, const std::vector<std::string>& values);
+// A text that reads as one of those phrases does in English, in the language in use; any other as it is.
+std::string translated(const std::string& text, std::span<const Phrase> phrases);
 
 // "1 change", "1,204 changes": %1 is the number.
 std::string count(std::size_t number, const Phrase& one, const Phrase& many);

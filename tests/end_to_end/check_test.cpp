@@ -84,7 +84,7 @@ TEST(HostCheck, NamesWhatIsNotThere) {
 }
 
 TEST(HostCheck, SaysWhoHasTheHotKey) {
-    EXPECT_THAT(check().line("hot key"), HasSubstr("Alt+Shift+space is free"));
+    EXPECT_THAT(check().line("hot key"), HasSubstr("Alt+Shift+Space is free"));
     {
         const KeyGrab other("space", altShift);
         const TemporaryFolder settings;
@@ -102,7 +102,7 @@ TEST(HostCheck, SaysWhoHasTheHotKey) {
     }
     Host host;
     host.call("initialize");
-    EXPECT_THAT(check().line("hot key"), HasSubstr("Alt+Shift+space is the host's"));
+    EXPECT_THAT(check().line("hot key"), HasSubstr("Alt+Shift+Space is the host's"));
     EXPECT_THAT(check().line("host"), HasSubstr(std::to_string(host.process().pid())));
     Process pause({hostProgram(), "--pause"});
     EXPECT_EQ(pause.exitStatus(), 0);

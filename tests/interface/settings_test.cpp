@@ -123,19 +123,21 @@ TEST(Programs, RecentOnesAreKnownOnceEach) {
 TEST(Findings, AreReadAndSaidInEachLanguage) {
     const auto findings = readFindings(
         R"({"worst": "degraded", "checks": [{"name": "files", "grade": "good", "found": "/home"},
-            {"name": "hot-key", "grade": "degraded", "found": "F9", "meaning": "It is paused.", "mend": "Go on."},
+            {"name": "hot-key", "grade": "degraded", "found": "F9, paused", "meaning": "It is paused.", "mend": "Go on."},
             {"name": "new", "grade": "missing", "found": "none", "meaning": "Buy one.", "mend": ""}]})");
     ASSERT_TRUE(findings);
     EXPECT_EQ(summaryOf(*findings), "Missing: 1, degraded: 1");
     EXPECT_EQ(explanationOf(findings->at(0)), "");
     EXPECT_EQ(explanationOf(findings->at(1)), "It is paused. Go on.");
     EXPECT_EQ(nameOf(findings->at(2)), "new");
-    EXPECT_EQ(reportOf(*findings), "files: good: /home\nhot-key: degraded: F9\n    It is paused. Go on.\n"
-                                   "new: missing: none\n    Buy one.\n");
+    EXPECT_EQ(reportOf(*findings),
+              "files: good: /home\nhot-key: degraded: F9, paused\n    It is paused. Go on.\n"
+              "new: missing: none\n    Buy one.\n");
     setLanguage(Language::korean);
     EXPECT_EQ(nameOf(findings->at(1)) + gradeOf(findings->at(1)), "단축키부족함");
     EXPECT_THAT(explanationOf(findings->at(1)), testing::EndsWith("\nIt is paused. Go on."));
     EXPECT_EQ(explanationOf(findings->at(2)), "Buy one.");
+    EXPECT_EQ(foundOf(findings->at(0)) + foundOf(findings->at(1)), "/homeF9: 일시 중지됨");
     setLanguage(Language::english);
     for (const char* broken : {"", "{}", R"({"checks": [{"name": "files", "grade": "fine"}]})"})
         EXPECT_FALSE(readFindings(broken)) << broken;

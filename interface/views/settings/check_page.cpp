@@ -63,13 +63,14 @@ void CheckPage::show(const std::vector<Finding>& findings) {
 }
 
 void CheckPage::addFinding(const Finding& finding) {
-    const auto title = nameOf(finding) + " · " + gradeOf(finding), explanation = explanationOf(finding);
+    const auto title = nameOf(finding) + " · " + gradeOf(finding), found = foundOf(finding),
+               explanation = explanationOf(finding);
     auto* column = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL, 2);
     auto* name = wrappedLabel(title);
     addClass(*name, look::heading);
-    auto* found = wrappedLabel(finding.found);
-    addClass(*found, look::dim);
-    for (auto* label : {name, found})
+    auto* fact = wrappedLabel(found);
+    addClass(*fact, look::dim);
+    for (auto* label : {name, fact})
         column->pack_start(*label, Gtk::PACK_SHRINK);
     if (!explanation.empty()) column->pack_start(*wrappedLabel(explanation), Gtk::PACK_SHRINK);
 
@@ -83,7 +84,7 @@ void CheckPage::addFinding(const Finding& finding) {
     auto* row = Gtk::make_managed<Gtk::ListBoxRow>();
     row->add(*line);
     row->set_activatable(false);
-    nameFor(*row, title, finding.found + (explanation.empty() ? "" : "\n" + explanation));
+    nameFor(*row, title, found + (explanation.empty() ? "" : "\n" + explanation));
     list_.append(*row);
 }
 

@@ -41,6 +41,7 @@ void ExcludedSection::addProgram(const std::string& id, const std::vector<Progra
     const auto found = std::ranges::find(known, id, &ProgramName::id);
     const auto name = found == known.end() || found->name.empty() ? id : found->name;
     auto* row = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
+    row->set_margin_start(8);
     auto* label = Gtk::make_managed<Gtk::Label>(name, Gtk::ALIGN_START);
     label->set_ellipsize(Pango::ELLIPSIZE_END);
     auto* remove = Gtk::make_managed<IconButton>("list-remove-symbolic", say(phrases::remove, {name}));

@@ -43,6 +43,7 @@ void InstructionsSection::show() {
 void InstructionsSection::addInstruction(std::size_t index, const std::vector<Instruction>& all) {
     const auto& [name, prompt, question, key, corrects] = all[index];
     auto* row = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 4);
+    row->set_margin_start(8);
     auto* label = Gtk::make_managed<Gtk::Label>(name, Gtk::ALIGN_START);
     label->set_ellipsize(Pango::ELLIPSIZE_END);
     auto* keyLabel = Gtk::make_managed<Gtk::Label>(keyName(key));

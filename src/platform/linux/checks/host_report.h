@@ -13,7 +13,7 @@ struct HostReport {
 
     pid_t process = 0;
     HotKeyState hotKey = HotKeyState::none;
-    std::string combination; // such as "Alt+Shift+space"; empty with `none`
+    std::string combination; // such as "Alt+Shift+Space"; empty with `none`
     std::string interface;   // its program
 };
 

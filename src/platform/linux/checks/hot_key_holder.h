@@ -6,7 +6,7 @@
 namespace platform {
 
 // The X server does not say who holds a key. What can be known is in the settings of the desktop that runs.
-// `keys` is a combination such as "Alt+Shift+space".
+// `keys` is a combination such as "Alt+Shift+Space".
 
 // Who has it by those settings, in a few words; absent when nobody is named there. Needs an X server.
 std::optional<std::string> hotKeyHolder(const std::string& keys);
