@@ -153,7 +153,13 @@ TEST_F(SettingsPage, SpeaksAnotherLanguageAtOnce) {
     press("Return");
     EXPECT_TRUE(screen().shows("push button", "도움말"));
     EXPECT_TRUE(screen().shows("menu", "편집"));
-    EXPECT_THAT(screen().unnamed(), IsEmpty());
+    for (const char* page : {"새 지시", "제외한 프로그램: 추가 …", "필요한 것이 갖추어졌는지 살펴보기 …"}) {
+        EXPECT_THAT(screen().unnamed(), IsEmpty());
+        screen().press("push button", page);
+        EXPECT_TRUE(comes([&] { return !screen().shows("push button", page, milliseconds(0)); }));
+        EXPECT_THAT(screen().unnamed(), IsEmpty()) << page;
+        press("Escape");
+    }
     EXPECT_TRUE(kept("language=ko"));
 }
 
@@ -187,6 +193,7 @@ TEST_F(SettingsPage, ABrokenFileIsSetAside) {
     ASSERT_TRUE(notice);
     EXPECT_THAT(notice->body, HasSubstr("interface.conf.broken"));
     EXPECT_TRUE(screen().shows("label", "Welcome to Quillmark"));
+    EXPECT_THAT(screen().unnamed(), IsEmpty());
 }
 
 } // namespace
