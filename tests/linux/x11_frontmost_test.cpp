@@ -1,6 +1,8 @@
 #include "linux/run_until.h"
 #include "platform/linux/interface/process.h"
 #include "platform/linux/x11/base/xlib_connection.h"
+#include "platform/linux/x11/windows/activation.h"
+#include "platform/linux/x11/windows/front_window.h"
 #include "platform/workspace.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
@@ -57,6 +59,17 @@ TEST_F(Frontmost, IsNeverAbsentWhileTheFocusMovesToAnotherProgram) {
             return application == next;
         }));
     }
+}
+
+TEST_F(Frontmost, NoOtherWindowOfAProgramPassesForTheOneThatIsToCome) {
+    const testbed::KeyWindow first;
+    ASSERT_TRUE(runUntil([] { return x11::frontWindow().has_value(); }));
+    const auto wanted = x11::frontWindow();
+    const testbed::KeyWindow second;
+    ASSERT_TRUE(runUntil([&] { return x11::frontWindow() && x11::frontWindow() != wanted; }));
+    ASSERT_TRUE(x11::activateWindow(wanted->window));
+    EXPECT_TRUE(runUntil([] { return x11::frontWindow().has_value(); }));
+    EXPECT_EQ(x11::frontWindow(), wanted);
 }
 
 TEST_F(Frontmost, IsKnownByItsDesktopFile) {

@@ -2,13 +2,25 @@
 
 #include "platform/linux/x11/base/server_time.h"
 #include "platform/linux/x11/base/xlib_connection.h"
+#include "platform/main_queue.h"
 
 #include <X11/Xlib.h>
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 
 namespace platform::x11 {
 namespace {
+
+// Window managers take 2 to 4 ms, 50 on a busy machine. One that refuses shall not hold up a paste for long.
+constexpr std::chrono::milliseconds mostTimeToCome{300};
+
+struct Awaited {
+    WindowId window;
+    TimePoint since;
+};
+std::optional<Awaited> awaited;
 
 // Sends the window manager a request, as task bars do.
 bool ask(XlibConnection& connection, WindowId window, const char* request, long first, long second) {
@@ -50,7 +62,14 @@ bool activateWindow(WindowId window) {
     XlibConnection* connection = XlibConnection::shared();
     if (connection == nullptr || window == None) return false;
     goToWorkspaceOf(*connection, window);
+    awaited = {window, now()};
     return askToActivate(*connection, window);
+}
+
+bool isOnlyPassing(const FrontWindow& front) {
+    if (awaited && (front.window == awaited->window || now() - awaited->since >= mostTimeToCome))
+        awaited.reset();
+    return awaited && windowProcess(awaited->window) == front.process;
 }
 
 } // namespace platform::x11

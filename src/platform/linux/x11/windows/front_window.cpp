@@ -1,6 +1,7 @@
 #include "platform/linux/x11/windows/front_window.h"
 
 #include "platform/linux/x11/base/xlib_connection.h"
+#include "platform/linux/x11/windows/activation.h"
 #include "platform/linux/x11/windows/window_class.h"
 #include "platform/main_queue.h"
 
@@ -21,7 +22,7 @@ bool isInside(XlibConnection& connection, ::Window window, ::Window ancestor) {
 
 struct Look {
     std::optional<FrontWindow> front;
-    // The active window and the focus are of different programs.
+    // The active window and the focus are of different programs, or another window is about to come.
     bool isMoving = false;
 };
 
@@ -40,6 +41,7 @@ Look look() {
     // popup that is nobody's child belongs to the same program. Openbox goes on naming a window that has gone
     // until there is another.
     const FrontWindow front{window, *process};
+    if (isOnlyPassing(front)) return {{}, true};
     if (isInside(*connection, focus, window) || isInside(*connection, window, focus)) return {front};
     if (windowProcess(focus) != process) return {{}, true};
     if (parentWindow(window) != None) return {front};

@@ -24,8 +24,8 @@ WindowId activeWindow();
 WindowId focusedWindow();
 
 // The active window, provided that its program has the keyboard focus too: a keystroke posted now arrives
-// there. Absent while only one of the two has moved to another program yet, and when no program has the
-// focus.
+// there. Absent while only one of the two has moved to another program yet, while another window of that
+// program is about to come to the front, and when no program has the focus.
 std::optional<FrontWindow> frontWindow();
 
 // The same; while only one of the two has moved, waits for the other, at most that long. Launchers take the
