@@ -67,7 +67,7 @@ public:
         if (!target_.newWindow.empty()) inTwoWindows();
         if (target_.password) inPassword();
         for (const auto& [column, reason] : target_.reasons)
-            outcomes_[column] = {.note = reason};
+            outcomes_[column] = {.note = reason, .wrong = outcomes_[column].wrong};
         return outcomes_;
     }
 
