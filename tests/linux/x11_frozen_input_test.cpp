@@ -11,15 +11,17 @@ TEST(FrozenInput, ProgramsGetLaterAndInOrderWhatIsTypedMeanwhile) {
     FrontKeyWindow window;
     testbed::Keyboard keyboard;
     const auto start = testbed::Clock::now();
-    const x11::FrozenInput input;
+    x11::FrozenInput input;
     input.begin(frozen);
+    input.awaitBegun();
     keyboard.press("a");
     keyboard.press("b");
     ASSERT_TRUE(testbed::waitUntil([&] { return window.presses().size() == 2; }));
     EXPECT_GE(testbed::Clock::now() - start, frozen - precision);
     {
-        const x11::FrozenInput another;
+        x11::FrozenInput another;
         another.begin(std::chrono::hours(1));
+        another.awaitBegun();
         keyboard.press("c");
         EXPECT_EQ(window.presses().size(), 2u);
     }

@@ -20,14 +20,6 @@ constexpr auto mostDelay = 3s;
 constexpr auto mostWait = 100ms;
 constexpr std::uint32_t pollInterval = 20'000; // microseconds
 
-// Chromium 156 shows the elements of a page, made when the host asked for them, without the selection at
-// first; the page of Firefox 153 lives in another process than its elements, too.
-bool tellsLate(const at_spi::FocusedObject& element) {
-    using at_spi::Toolkit;
-    return element.states.canBeEdited() &&
-           (element.toolkit == Toolkit::chromium || element.toolkit == Toolkit::gecko);
-}
-
 // Texts of embedded objects are not in the element's own.
 bool mayHold(const std::string& text, const std::string& selected) {
     return !selected.empty() &&
@@ -39,7 +31,8 @@ bool mayHold(const std::string& text, const std::string& selected) {
 at_spi::TextReading settled(at_spi::Bus& bus, const at_spi::FocusedObject& element,
                             at_spi::TextReading reading) {
     static std::uint32_t waitedFor = 0;
-    if (!tellsLate(element) || reading.hasSelection != false || !reading.text) return reading;
+    if (!tellsSelectionLate(element.toolkit) || !element.states.canBeEdited()) return reading;
+    if (reading.hasSelection != false || !reading.text) return reading;
     const auto window = static_cast<std::uint32_t>(x11::focusedWindow());
     const auto selected = selection::primarySelection(window);
     if (!selected || selected->age >= mostDelay || !mayHold(*reading.text, selected->text)) return reading;

@@ -1,6 +1,7 @@
 #include "platform/linux/at_spi/events.h"
 
 #include <array>
+#include <mutex>
 #include <string_view>
 #include <utility>
 
@@ -55,9 +56,27 @@ std::optional<Event> eventIn(const Signal& signal) {
 
 } // namespace
 
+struct Events::Heard {
+    std::mutex mutex;
+    std::vector<Event> events; // under the mutex
+
+    void add(const Signal& signal) {
+        auto event = eventIn(signal);
+        if (!event) return;
+        const std::lock_guard lock(mutex);
+        events.push_back(std::move(*event));
+    }
+
+    std::vector<Event> take() {
+        const std::lock_guard lock(mutex);
+        return std::exchange(events, {});
+    }
+};
+
 Events::Events(Bus& bus, const std::string& program)
-    : program_(program), subscription_(bus, {program, "org.a11y.atspi.Event.Object"},
-                                       [this](const Signal& signal) { hear(signal); }) {
+    : program_(program), heard_(std::make_shared<Heard>()),
+      subscription_(bus, {program, "org.a11y.atspi.Event.Object"},
+                    [heard = heard_](const Signal& signal) { heard->add(signal); }) {
     // The registry signals the programs before it replies. The program handles what it receives in order, so
     // once it replies to the second call it knows of the first.
     bus.call(toRegistry("RegisterEvent", "(sass)", nullptr, ""));
@@ -71,7 +90,7 @@ Events::~Events() {
 
 std::optional<std::vector<Event>> Events::take(Bus& bus) {
     if (!subscription_.isOn(bus) || !bus.call(stateOf(rootOf(program_))).value) return std::nullopt;
-    return takeHeard();
+    return heard_->take();
 }
 
 // The bus may read our first call before something that the program sent earlier, but reads both before our
@@ -79,19 +98,11 @@ std::optional<std::vector<Event>> Events::take(Bus& bus) {
 std::vector<Event> Events::takeSent(Bus& bus) {
     for (int call = 0; call < 2; ++call)
         bus.call(toBus("GetId", "(s)"), busDeadline);
-    return takeHeard();
+    return heard_->take();
 }
 
-std::vector<Event> Events::takeHeard() {
-    const std::lock_guard lock(mutex_);
-    return std::exchange(heard_, {});
-}
-
-void Events::hear(const Signal& signal) {
-    if (auto event = eventIn(signal)) {
-        const std::lock_guard lock(mutex_);
-        heard_.push_back(std::move(*event));
-    }
+std::function<std::vector<Event>()> Events::takeLater() const {
+    return [heard = heard_] { return heard->take(); };
 }
 
 } // namespace platform::at_spi

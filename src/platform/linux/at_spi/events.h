@@ -3,7 +3,8 @@
 #include "platform/linux/at_spi/object.h"
 #include "platform/linux/at_spi/subscription.h"
 
-#include <mutex>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,7 +24,7 @@ struct Event {
 };
 
 // What happens in one program while the object lives: where its focus goes, and what becomes of its texts,
-// carets and selections. Main thread only.
+// carets and selections. Main thread only, except what takeLater() returns.
 //
 // A program tells of text only while somebody asks for it, and begins once it knows: whatever happens after
 // the constructor has returned is told. Focus changes are told by those programs that know the session's own
@@ -39,15 +40,16 @@ public:
     std::optional<std::vector<Event>> take(Bus& bus);
     // The same without a call to the program: what it had sent when this was called.
     std::vector<Event> takeSent(Bus& bus);
+    // Takes what has arrived when it is called, without asking anybody. For any thread, and also when this
+    // object has gone.
+    std::function<std::vector<Event>()> takeLater() const;
 
 private:
-    void hear(const Signal& signal);
-    std::vector<Event> takeHeard();
+    struct Heard;
 
     std::string program_;
-    std::mutex mutex_;
-    std::vector<Event> heard_;  // under the mutex
-    Subscription subscription_; // last: its handler uses what stands above
+    std::shared_ptr<Heard> heard_;
+    Subscription subscription_;
 };
 
 } // namespace platform::at_spi

@@ -83,6 +83,13 @@ inline constexpr const char* registry = "org.a11y.atspi.Registry";
 // Which library builds a program's object tree, where that makes a difference.
 enum class Toolkit { other, chromium, gecko, gtk4, libreOffice };
 
+// Pages of browsers have a process of their own: what is selected in them the browser knows only some time
+// after it is, and not while it waits for the pasteboard (Chromium 156, Firefox 153). Chromium shows the
+// elements of a page, made when the host asked for them, without the selection at first.
+constexpr bool tellsSelectionLate(Toolkit toolkit) {
+    return toolkit == Toolkit::chromium || toolkit == Toolkit::gecko;
+}
+
 namespace interfaces {
 inline constexpr const char* accessible = "org.a11y.atspi.Accessible";
 inline constexpr const char* application = "org.a11y.atspi.Application";

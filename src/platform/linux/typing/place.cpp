@@ -65,9 +65,9 @@ std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_sp
     return attribute<std::string>(element, "AXSelectedText");
 }
 
-bool tellsLate(const AXUIElementRef& element) {
+bool tellsSelectionLate(const AXUIElementRef& element) {
     const auto* accessible = accessibleOf(element);
-    return accessible != nullptr && accessible->seen.toolkit == at_spi::Toolkit::chromium;
+    return accessible != nullptr && at_spi::tellsSelectionLate(accessible->seen.toolkit);
 }
 
 const at_spi::Object* objectOf(const AXUIElementRef& element) {

@@ -29,9 +29,8 @@ std::optional<std::string> roleOf(const AXUIElementRef& element);
 std::optional<bool> hasFocusSoon(const AXUIElementRef& element, at_spi::Milliseconds time);
 std::optional<std::string> selectedTextSoon(const AXUIElementRef& element, at_spi::Milliseconds time);
 
-// True in Chromium, where pages have a process of their own: it says what is selected only some time after it
-// is, and not while it waits for the pasteboard.
-bool tellsLate(const AXUIElementRef& element);
+// False for an element that is not on the accessibility bus.
+bool tellsSelectionLate(const AXUIElementRef& element);
 
 // Null for an element that is not on the accessibility bus.
 const at_spi::Object* objectOf(const AXUIElementRef& element);

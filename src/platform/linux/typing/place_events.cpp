@@ -5,6 +5,27 @@
 #include <utility>
 
 namespace platform::typing {
+namespace {
+
+Happened seenFrom(const at_spi::Object& here, const std::vector<at_spi::Event>& events) {
+    using Kind = at_spi::Event::Kind;
+    Happened happened;
+    for (const at_spi::Event& event : events) {
+        happened.anything = true;
+        if (event.source != here) {
+            happened.focusElsewhere |= event.kind == Kind::focusGained;
+        } else if (event.kind == Kind::textInserted || event.kind == Kind::textRemoved) {
+            const bool isFirst = !std::exchange(happened.toText, true);
+            happened.removed.reset();
+            if (isFirst && event.kind == Kind::textRemoved) happened.removed = {event.position, event.length};
+        } else {
+            happened.toSelection |= event.kind == Kind::caretMoved || event.kind == Kind::selectionChanged;
+        }
+    }
+    return happened;
+}
+
+} // namespace
 
 PlaceEvents::PlaceEvents(const AXUIElementRef& element) {
     at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
@@ -18,31 +39,18 @@ std::optional<Happened> PlaceEvents::sinceLast() {
     if (!events_) return Happened();
     at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     const auto events = bus != nullptr ? events_->take(*bus) : std::nullopt;
-    return events ? std::optional(seenFromHere(*events)) : std::nullopt;
+    return events ? std::optional(seenFrom(*here_, *events)) : std::nullopt;
 }
 
 Happened PlaceEvents::sinceLastUnasked() {
     at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (!events_ || bus == nullptr) return {};
-    return seenFromHere(events_->takeSent(*bus));
+    return seenFrom(*here_, events_->takeSent(*bus));
 }
 
-Happened PlaceEvents::seenFromHere(const std::vector<at_spi::Event>& events) const {
-    using Kind = at_spi::Event::Kind;
-    Happened happened;
-    for (const at_spi::Event& event : events) {
-        happened.anything = true;
-        if (event.source != here_) {
-            happened.focusElsewhere |= event.kind == Kind::focusGained;
-        } else if (event.kind == Kind::textInserted || event.kind == Kind::textRemoved) {
-            const bool isFirst = !std::exchange(happened.toText, true);
-            happened.removed.reset();
-            if (isFirst && event.kind == Kind::textRemoved) happened.removed = {event.position, event.length};
-        } else {
-            happened.toSelection |= event.kind == Kind::caretMoved || event.kind == Kind::selectionChanged;
-        }
-    }
-    return happened;
+std::function<Happened()> PlaceEvents::sinceLastByThen() const {
+    if (!events_) return [] { return Happened(); };
+    return [here = *here_, take = events_->takeLater()] { return seenFrom(here, take()); };
 }
 
 } // namespace platform::typing

@@ -3,6 +3,7 @@
 #include "platform/linux/at_spi/events.h"
 #include "platform/linux/typing/place.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -29,10 +30,10 @@ public:
     // The same without a question to the program, which may be waiting for the host: up to anything of which
     // the X server has told the host.
     Happened sinceLastUnasked();
+    // Up to when it is called, without any question. For any thread, and also when this object has gone.
+    std::function<Happened()> sinceLastByThen() const;
 
 private:
-    Happened seenFromHere(const std::vector<at_spi::Event>& events) const;
-
     std::optional<at_spi::Object> here_;
     std::unique_ptr<at_spi::Events> events_;
 };

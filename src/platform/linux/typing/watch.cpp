@@ -54,12 +54,18 @@ bool KeystrokeGuard::Watch::deliver() {
         x11::awaitTyped();
         return typed;
     }
-    const x11::FrozenInput input;
+    x11::FrozenInput input;
     if (!placeIsUnchanged()) return false;
     showsFocus_ = typing::hasFocusSoon(place_.element, longestAnswer).value_or(false);
     selection::HeldRequests requests(static_cast<std::uint32_t>(x11::focusedWindow()), longestWait);
-    if (!delivery.deliver([this] { return isInFront() && !inputWasSeen(); })) return false;
-    input.begin(longestPaste); // at once, or what a person types now would come before the paste
+    // What a person types after the keystroke would come before the paste.
+    const auto freezeIfRight = [this, &input] {
+        if (!isInFront() || inputWasSeen()) return false;
+        input.begin(longestPaste);
+        return true;
+    };
+    if (!delivery.deliver(freezeIfRight)) return false;
+    input.awaitBegun(); // what came before it shows in the place
     return decide(requests);
 }
 
@@ -90,28 +96,34 @@ bool KeystrokeGuard::Watch::inputWasSeen() {
 }
 
 // The program asks for what it is to paste when it gets the keystroke, and puts it wherever its focus and
-// selection are then. Until then the place may still change. True also for a program that has not asked yet.
+// selection are once it has it. Until then the place may still change. True also for a program that has not
+// asked yet.
 bool KeystrokeGuard::Watch::decide(selection::HeldRequests& requests) {
-    if (!requests.areMade() || mayPaste()) return true;
-    requests.refuse();
-    return false;
-}
-
-bool KeystrokeGuard::Watch::mayPaste() {
+    if (!requests.areMade()) return true;
     // GTK 3 tells of a new focus only when it has nothing else to do.
     const bool lostFocus = showsFocus_ && !typing::hasFocusSoon(place_.element, longestAnswer).value_or(true);
     const auto happened = events_->sinceLastUnasked();
-    if (lostFocus || happened.focusElsewhere) return false;
+    const bool isRight = !lostFocus && mayPaste(happened);
+    // What has removed the selected text must get what is to replace it.
+    const bool mayMove = happened.removed || typing::tellsSelectionLate(place_.element);
+    return requests.deliverIf([=, byThen = events_->sinceLastByThen()] {
+        const auto since = byThen();
+        return isRight && !since.focusElsewhere && (mayMove || !(since.toText || since.toSelection));
+    });
+}
+
+bool KeystrokeGuard::Watch::mayPaste(const typing::Happened& happened) const {
+    if (happened.focusElsewhere) return false;
     const bool selectsAll = keystrokes.size() > 1;
     // LibreOffice removes the selected text and then asks for what is to replace it.
     if (happened.removed)
         return selectsAll ? happened.removed->location == 0 : happened.removed == place_.selection;
     if (happened.toText) return false;
     if (!selectsAll) return !happened.toSelection;
-    return (!happened.toSelection && typing::tellsLate(place_.element)) || allIsSelected();
+    return typing::tellsSelectionLate(place_.element) || allIsSelected();
 }
 
-// Qt, Chromium and Firefox answer nothing while they wait for the pasteboard, and do nothing else either.
+// Qt answers nothing while it waits for the pasteboard, and does nothing else either.
 bool KeystrokeGuard::Watch::allIsSelected() const {
     const auto selected = typing::selectedTextSoon(place_.element, longestAnswer);
     return !selected || !place_.text || selected == place_.text;

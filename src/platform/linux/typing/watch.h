@@ -34,7 +34,7 @@ private:
     bool placeIsUnchanged();
     bool inputWasSeen();
     bool decide(selection::HeldRequests& requests);
-    bool mayPaste();
+    bool mayPaste(const typing::Happened& happened) const;
     bool allIsSelected() const;
 
     pid_t process_;

@@ -55,14 +55,14 @@ FrozenInput::~FrozenInput() {
 }
 
 // All is sent together: the server has the request that ends the grab before it begins.
-void FrozenInput::begin(std::chrono::milliseconds longest) const {
+void FrozenInput::begin(std::chrono::milliseconds longest) {
     if (ended_ == XCB_NONE) return;
     xcb_connection_t* connection = connection_.get();
     // A grab of the pointer stops the keyboard as well. One of the keyboard would take the focus from the
     // program in front.
     const auto root = static_cast<xcb_window_t>(XlibConnection::shared()->root());
-    const auto grab = xcb_grab_pointer(connection, 0, root, 0, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_SYNC,
-                                       XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+    grab_ = xcb_grab_pointer(connection, 0, root, 0, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_SYNC, XCB_NONE,
+                             XCB_NONE, XCB_CURRENT_TIME);
     std::array<xcb_sync_waitcondition_t, 2> either{};
     either[0].trigger = {clock_,
                          XCB_SYNC_VALUETYPE_RELATIVE,
@@ -72,9 +72,13 @@ void FrozenInput::begin(std::chrono::milliseconds longest) const {
     xcb_sync_await(connection, either.size(), either.data());
     xcb_ungrab_pointer(connection, XCB_CURRENT_TIME);
     xcb_flush(connection);
-    // In force from here on.
+}
+
+void FrozenInput::awaitBegun() {
+    if (!grab_) return;
     const Handle<xcb_grab_pointer_reply_t, &std::free> reply(
-        xcb_grab_pointer_reply(connection, grab, nullptr));
+        xcb_grab_pointer_reply(connection_.get(), *grab_, nullptr));
+    grab_.reset();
 }
 
 } // namespace platform::x11

@@ -3,6 +3,7 @@
 #include "platform/linux/x11/pasteboard/thread.h"
 
 #include <semaphore>
+#include <utility>
 
 namespace platform::selection {
 namespace {
@@ -33,6 +34,8 @@ HeldRequests::~HeldRequests() { Thread::shared().release(); }
 
 bool HeldRequests::areMade() { return arrival_->requests.try_acquire_until(end_); }
 
-void HeldRequests::refuse() { Thread::shared().refuseHeld(Clock::now() + refusal); }
+bool HeldRequests::deliverIf(std::function<bool()> isRight) {
+    return Thread::shared().deliverHeld(std::move(isRight), Clock::now() + refusal);
+}
 
 } // namespace platform::selection

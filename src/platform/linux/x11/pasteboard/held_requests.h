@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace platform::selection {
@@ -21,8 +22,10 @@ public:
     // Waits for the first request; false when none comes by the limit.
     bool areMade();
 
-    // Refuses what is held back, and what the program asks for next: it may ask for one form after the other.
-    void refuse();
+    // Delivers what is held back if `isRight` says so at the last moment, on the pasteboard's thread and
+    // perhaps when this object has gone. Else refuses it, and what the program asks for next: it may ask for
+    // one form after the other. False when it was refused.
+    bool deliverIf(std::function<bool()> isRight);
 
 private:
     struct Arrival;

@@ -155,16 +155,23 @@ void Thread::hold(xcb_window_t window, std::function<void()> arrived, Clock::tim
     });
 }
 
-void Thread::refuseHeld(Clock::time_point end) {
-    post([end](Clipboard& clipboard) { clipboard.owner().refuseHeld(end); });
-}
-
 void Thread::release() {
     call<bool>(serverLimit, [](Clipboard& clipboard, auto result) {
         clipboard.owner().release();
         clipboard.connection().synchronize();
         result->set_value(true);
     });
+}
+
+bool Thread::deliverHeld(std::function<bool()> isRight, Clock::time_point end) {
+    return call<bool>(serverLimit,
+                      [=, isRight = std::move(isRight)](Clipboard& clipboard, auto result) {
+                          const bool right = isRight();
+                          right ? clipboard.owner().release() : clipboard.owner().refuseHeld(end);
+                          clipboard.connection().synchronize();
+                          result->set_value(right);
+                      })
+        .value_or(true);
 }
 
 void Thread::post(Work task) {

@@ -36,8 +36,10 @@ public:
 
     // As Owner has them. `arrived` is called on the pasteboard's thread.
     void hold(xcb_window_t window, std::function<void()> arrived, Clock::time_point end);
-    void refuseHeld(Clock::time_point end);
     void release();
+    // Releases if `isRight`, asked on the pasteboard's thread, else refuses until `end`. False when it
+    // refused.
+    bool deliverHeld(std::function<bool()> isRight, Clock::time_point end);
 
 private:
     Thread();
