@@ -222,6 +222,7 @@ void takeQuestion(Stage& stage, RewritingModel& model) {
             "nothing was rewritten");
     require(waitUntil([&] { return stage.interface().isFocused("text", "Rewrite"); }),
             "the keyboard is not in the rewrite");
+    stage.show();     // the view has the keyboard before the window manager has given it to the window
     stage.press("x"); // nobody quits in the middle of work without being asked
     stage.press("Control+q");
     require(stage.interface().shows("push button", "Stay"), "nothing is asked before the end");

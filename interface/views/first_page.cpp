@@ -57,11 +57,13 @@ FirstPage::FirstPage(Actions actions)
     text_.set_bottom_margin(6);
     text_.get_buffer()->set_text(say(phrases::sample));
     auto* frame = Gtk::make_managed<Scroller>(Scroller::Holds::text);
-    frame->set_min_content_height(70);
+    frame->set_min_content_height(120);
+    frame->set_max_content_height(400);
+    frame->set_propagate_natural_height();
     frame->add(text_);
     try_.set_halign(Gtk::ALIGN_END);
     column_.pack_start(*heading, Gtk::PACK_SHRINK);
-    column_.pack_start(*frame, Gtk::PACK_EXPAND_WIDGET);
+    column_.pack_start(*frame, Gtk::PACK_SHRINK);
     column_.pack_start(try_, Gtk::PACK_SHRINK);
     try_.signal_clicked().connect([this] { tryOut(); });
     settings_.signal_clicked().connect([this] { actions_.settings(); });

@@ -15,9 +15,10 @@ namespace {
 
 // The start of a text, on one line.
 std::string start(const std::string& text) {
-    constexpr std::size_t length = 120;
-    auto line = Glib::ustring(text).substr(0, length);
-    std::string result = line;
+    constexpr std::size_t length = 300;
+    const Glib::ustring whole(text);
+    std::string result = whole.substr(0, length);
+    if (whole.size() > length) result += "…";
     for (char& c : result)
         if (c == '\n' || c == '\r' || c == '\t') c = ' ';
     return result;
