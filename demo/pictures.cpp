@@ -247,6 +247,9 @@ void take(const std::string& host, const std::string& interface, const std::file
     {
         Stage first(host, interface, look, model, pictures, {});
         first.show();
+        waitUntil([&] {
+            return !first.interface().shows("label", "Looking for a language model …", milliseconds(0));
+        });
         first.picture("first");
     }
     {

@@ -1,6 +1,7 @@
 #include "application.h"
 
 #include "language/main_phrases.h"
+#include "language/model_phrases.h"
 #include "language/settings_phrases.h"
 #include "language/system_phrases.h"
 #include "settings/login.h"
@@ -94,7 +95,7 @@ void Application::showFacts() {
     if (!window_) return;
     const auto& settings = preferences_.settings();
     const auto hotKey = hotKeyName(settings.hotKey);
-    const auto model = inWords(model_.status(), settings);
+    const auto model = model_.isKnown() ? inWords(model_.status(), settings) : say(phrases::lookingForModel);
     window_->setModel(model, model_.status().whyNot);
     window_->setFacts({.firstTime = !settings.introduced,
                        .atOnce = settings.way == WayOfWorking::atOnce,

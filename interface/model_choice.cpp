@@ -25,7 +25,7 @@ void ModelChoice::look(std::function<void()> then) {
 }
 
 void ModelChoice::take(ModelStatus status) {
-    if (status == status_) return;
+    if (std::exchange(known_, true) && status == status_) return;
     status_ = std::move(status);
     changed_();
 }

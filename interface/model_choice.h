@@ -15,8 +15,9 @@ class ModelChoice {
 public:
     explicit ModelChoice(std::function<void()> changed) : changed_(std::move(changed)) {}
 
-    // As it was at the last look.
+    // As it was at the last look; before the first one has ended, nothing is known.
     const ModelStatus& status() const { return status_; }
+    bool isKnown() const { return known_; }
 
     // Looks, which takes some hundredths of a second and two seconds at most. Several at once are one.
     void look(std::function<void()> then = {});
@@ -31,6 +32,7 @@ private:
     ModelStatus status_;
     std::vector<std::function<void()>> waiting_;
     bool looking_ = false;
+    bool known_ = false;
 };
 
 } // namespace quillmark

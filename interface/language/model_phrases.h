@@ -5,6 +5,7 @@
 
 namespace quillmark::phrases {
 
+inline constexpr Phrase lookingForModel{"Looking for a language model …", "언어 모델을 찾는 중 …"};
 inline constexpr Phrase noModel{
     "Spelling only. Start a model server such as Ollama, or choose one in the settings.",
     "맞춤법만 고칩니다. Ollama 같은 모델 서버를 켜거나 설정에서 고르세요."};
