@@ -50,9 +50,11 @@ void Owner::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
 
 void Owner::answer(const xcb_selection_request_event_t& request) {
     if (claiming()) return early_.push_back(request);
-    if (!mustWait(request)) return reply(request, true);
-    if (hold_->refuses) return reply(request, false);
-    hold_->requests.push_back(request);
+    const bool waits = mustWait(request);
+    if (waits && hold_->refuses) return notify(request, XCB_NONE);
+    const xcb_atom_t property = convert(request);
+    if (!waits) return notify(request, property);
+    hold_->requests.push_back({request, property});
     hold_->arrived();
 }
 
@@ -81,25 +83,38 @@ void Owner::release() {
 }
 
 void Owner::answerHeld(bool deliver) {
-    for (const auto& request : std::exchange(hold_->requests, {}))
-        reply(request, deliver);
+    for (const auto& [request, property] : std::exchange(hold_->requests, {})) {
+        if (!deliver && property != XCB_NONE) withdraw(request.requestor, property);
+        notify(request, deliver ? property : xcb_atom_t{XCB_NONE});
+    }
 }
 
-void Owner::reply(const xcb_selection_request_event_t& request, bool deliver) {
+// None when there is nothing of that kind.
+xcb_atom_t Owner::convert(const xcb_selection_request_event_t& request) {
     // Programs written before the ICCCM (1988) name no property and mean the target's own name.
     const xcb_atom_t property = request.property == XCB_NONE ? request.target : request.property;
     const bool offered = contents_ && request.selection == connection_.atom("CLIPBOARD");
-    const bool done = deliver && offered &&
-                      (request.target == connection_.atom("MULTIPLE")
-                           ? request.property != XCB_NONE && convertMultiple(request.requestor, property)
-                           : convert(request.requestor, request.target, property));
+    const bool done =
+        offered && (request.target == connection_.atom("MULTIPLE")
+                        ? request.property != XCB_NONE && convertMultiple(request.requestor, property)
+                        : convert(request.requestor, request.target, property));
+    return done ? property : xcb_atom_t{XCB_NONE};
+}
+
+// Before the program was told of it.
+void Owner::withdraw(xcb_window_t requestor, xcb_atom_t property) {
+    drop([&](const Transfer& transfer) { return transfer.concerns(requestor, property); });
+    xcb_delete_property(connection_.xcb(), requestor, property);
+}
+
+void Owner::notify(const xcb_selection_request_event_t& request, xcb_atom_t property) {
     xcb_selection_notify_event_t notice{};
     notice.response_type = XCB_SELECTION_NOTIFY;
     notice.time = request.time;
     notice.requestor = request.requestor;
     notice.selection = request.selection;
     notice.target = request.target;
-    notice.property = done ? property : xcb_atom_t{XCB_NONE};
+    notice.property = property;
     // xcb_send_event() reads 32 bytes, whatever the size of the event.
     char event[32] = {};
     static_assert(sizeof notice <= sizeof event);

@@ -54,7 +54,9 @@ public:
 private:
     bool mustWait(const xcb_selection_request_event_t& request) const;
     void answerHeld(bool deliver);
-    void reply(const xcb_selection_request_event_t& request, bool deliver);
+    xcb_atom_t convert(const xcb_selection_request_event_t& request);
+    void withdraw(xcb_window_t requestor, xcb_atom_t property);
+    void notify(const xcb_selection_request_event_t& request, xcb_atom_t property);
     bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
     bool convertMultiple(xcb_window_t requestor, xcb_atom_t property);
     void deliver(xcb_window_t requestor, xcb_atom_t property, const Offer& offer);
@@ -70,11 +72,16 @@ private:
     std::vector<Offer> offers_;
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     std::vector<Transfer> transfers_;
+    // A program that waits only to be told that it has what it asked for.
+    struct Held {
+        xcb_selection_request_event_t request;
+        xcb_atom_t property; // where it is; None when it could not be delivered
+    };
     struct Hold {
         xcb_window_t window;
         std::function<void()> arrived;
         Clock::time_point end;
-        std::vector<xcb_selection_request_event_t> requests = {}; // oldest first
+        std::vector<Held> requests = {}; // oldest first
         bool refuses = false;
     };
     std::optional<Hold> hold_;
