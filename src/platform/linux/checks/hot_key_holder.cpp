@@ -1,7 +1,7 @@
 #include "platform/linux/checks/hot_key_holder.h"
 
 #include "platform/linux/base/handle.h"
-#include "platform/linux/checks/key_words.h"
+#include "platform/linux/checks/key_combination.h"
 #include "platform/linux/checks/window_manager_check.h"
 #include "platform/linux/x11/base/xlib_connection.h"
 
@@ -79,12 +79,12 @@ std::string withoutVariables(std::string text) {
     return text;
 }
 
-bool fileHas(const std::string& text, const char* pattern, const KeyWords& keys) {
+bool fileHas(const std::string& text, const char* pattern, const KeyCombination& keys) {
     return std::ranges::any_of(found(pattern, text),
-                               [&](const auto& groups) { return readKeyWords(groups.first) == keys; });
+                               [&](const auto& groups) { return readKeyCombination(groups.first) == keys; });
 }
 
-std::optional<std::string> holderInFiles(const std::string& windowManager, const KeyWords& keys) {
+std::optional<std::string> holderInFiles(const std::string& windowManager, const KeyCombination& keys) {
     for (const auto& [manager, file, pattern] : keysFiles) {
         if (windowManager != manager) continue;
         for (const fs::path& folder :
@@ -99,19 +99,19 @@ std::optional<std::string> holderInFiles(const std::string& windowManager, const
     return std::nullopt;
 }
 
-bool settingHas(GSettings* settings, const char* name, const KeyWords& keys) {
+bool settingHas(GSettings* settings, const char* name, const KeyCombination& keys) {
     const Handle<GVariant, g_variant_unref> value(g_settings_get_value(settings, name));
     if (g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING))
-        return readKeyWords(g_variant_get_string(value.get(), nullptr)) == keys;
+        return readKeyCombination(g_variant_get_string(value.get(), nullptr)) == keys;
     if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING_ARRAY)) return false;
     const Handle<const char*, g_free> all(g_variant_get_strv(value.get(), nullptr));
     for (const char** one = all.get(); *one != nullptr; ++one)
-        if (readKeyWords(*one) == keys) return true;
+        if (readKeyCombination(*one) == keys) return true;
     return false;
 }
 
 std::optional<std::string> holderInSchema(GSettingsSchemaSource* source, const char* id,
-                                          const KeyWords& keys) {
+                                          const KeyCombination& keys) {
     const Handle<GSettingsSchema, g_settings_schema_unref> schema(
         g_settings_schema_source_lookup(source, id, TRUE));
     const Handle<GSettings, g_object_unref> settings(g_settings_new(id));
@@ -122,7 +122,7 @@ std::optional<std::string> holderInSchema(GSettingsSchemaSource* source, const c
     return std::nullopt;
 }
 
-std::optional<std::string> holderInSettings(const std::string& windowManager, const KeyWords& keys) {
+std::optional<std::string> holderInSettings(const std::string& windowManager, const KeyCombination& keys) {
     const auto known = std::ranges::find(keysSchemas, windowManager, &KeysSchemas::windowManager);
     GSettingsSchemaSource* source = g_settings_schema_source_get_default();
     if (known == keysSchemas.end() || source == nullptr) return std::nullopt;
@@ -153,7 +153,7 @@ std::set<std::string> modifiersThatSwitch(const std::string& option) {
 std::optional<std::string> hotKeyHolder(const std::string& keys) {
     const auto windowManager = runningWindowManager();
     if (!windowManager) return std::nullopt;
-    const KeyWords wanted = readKeyWords(keys);
+    const KeyCombination wanted = readKeyCombination(keys);
     if (auto holder = holderInFiles(*windowManager, wanted)) return holder;
     return holderInSettings(*windowManager, wanted);
 }
@@ -162,7 +162,7 @@ std::optional<std::string> hotKeyHolder(const std::string& keys) {
 std::optional<std::string> layoutSwitchWithin(const std::string& keys) {
     auto& connection = *x11::XlibConnection::shared();
     const auto rules = connection.text(connection.root(), connection.atom("_XKB_RULES_NAMES")).value_or("");
-    const auto held = readKeyWords(keys).modifiers;
+    const auto held = readKeyCombination(keys).modifiers;
     for (const auto& [option, none] : found("(grp:\\w+)", rules)) {
         const auto modifiers = modifiersThatSwitch(option);
         if (!modifiers.empty() && std::ranges::includes(held, modifiers)) return option;
