@@ -106,7 +106,7 @@ TEST_F(PasteBack, OnlyCopiesWhenTheSourceHasEnded) {
     expectNothingTyped();
 }
 
-TEST_F(PasteBack, WaitsForTheSourceAndForTheUsersFingers) {
+TEST_F(PasteBack, WaitsUntilTheSourceIsInFrontAndNoModifierIsHeld) {
     world.bringHostToFront();
     world.heldModifiers = platform::kCGEventFlagMaskShift | platform::kCGEventFlagMaskAlphaShift;
     writer.activatesAfter = 130ms;
@@ -209,7 +209,7 @@ TEST_F(PasteBack, ComparesTextAsAReaderSeesIt) {
     EXPECT_EQ(paste().text(), "pasted");
 }
 
-TEST_F(PasteBack, OfAWholeFieldDoesNotMindTheCaret) {
+TEST_F(PasteBack, IntoAWholeFieldDoesNotCompareTheCaret) {
     captureField();
     letter.selection = {3, 0};
     EXPECT_EQ(paste().text(), "pasted");

@@ -27,13 +27,6 @@ struct WindowTest : testing::Test {
     }
 };
 
-TEST_F(WindowTest, IsShownTakenOffTheScreenAndShownAgain) {
-    show();
-    window.orderOut();
-    EXPECT_TRUE(stage.runUntil([&] { return !stage.shown(window) && !window.screen(); }));
-    show();
-}
-
 TEST_F(WindowTest, ComesToTheFrontWithItsProgramAndGivesWay) {
     const auto program = stage.open({.value = "text"});
     const auto source = frontmost();
@@ -42,8 +35,10 @@ TEST_F(WindowTest, ComesToTheFrontWithItsProgramAndGivesWay) {
     show();
     EXPECT_TRUE(stage.runUntil([] { return frontmost() == RunningApplication::currentApplication(); }));
     window.orderOut();
+    EXPECT_TRUE(stage.runUntil([&] { return !stage.shown(window) && !window.screen(); }));
     EXPECT_TRUE(source->activateFromApplication(RunningApplication::currentApplication()));
     EXPECT_TRUE(stage.runUntil([&] { return frontmost() == source; }));
+    show();
 }
 
 TEST_F(WindowTest, KeepsItsTitleSizeAndPlace) {

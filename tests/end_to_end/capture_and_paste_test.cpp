@@ -159,7 +159,7 @@ TEST_F(CaptureAndPaste, HeldModifiersDelayThePasteUntilTheyAreLetGo) {
     fields.awaitText("one 2 three");
 }
 
-TEST_F(CaptureAndPaste, WorksInAnEditorThatKnowsNothingOfThis) {
+TEST_F(CaptureAndPaste, WorksInMousepad) {
     TemporaryFolder folder;
     const std::string text = "keep this\nteh words\nand this\n";
     Editor editor(desktop, folder / "note.txt", text);

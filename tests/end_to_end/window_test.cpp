@@ -151,10 +151,4 @@ TEST_F(HostWindow, ItsCloseButtonAsksTheInterface) {
     EXPECT_EQ(host.process().exitStatus(), 0);
 }
 
-TEST_F(HostWindow, ItsCloseButtonQuitsBeforeTheInterfaceIsReady) {
-    desktop.close(window);
-    EXPECT_EQ(host.process().exitStatus(), 0);
-    EXPECT_FALSE(host.nextCall("quit", milliseconds(0)));
-}
-
 } // namespace

@@ -17,7 +17,7 @@ using Strings = std::vector<std::string>;
 
 const auto rewrite = "respond rewrite-1";
 
-struct Working : testing::Test, Surroundings {
+struct AssistantTest : testing::Test, Surroundings {
     void changed() override {}
     void tell(const Notice& notice) override {
         note("tell " + notice.body + (notice.mayCopy ? " (copy)" : ""));
@@ -92,7 +92,7 @@ struct Working : testing::Test, Surroundings {
                         *this};
 };
 
-TEST_F(Working, HandsOutOnlyAWholeAnswer) {
+TEST_F(AssistantTest, HandsOutOnlyAWholeAnswer) {
     const struct {
         const char *text, *kind, *key, *value, *result;
     } table[]{
@@ -122,7 +122,7 @@ TEST_F(Working, HandsOutOnlyAWholeAnswer) {
     }
 }
 
-TEST_F(Working, ANewCaptureEndsTheRewriteBefore) {
+TEST_F(AssistantTest, ANewCaptureEndsTheRewriteBefore) {
     capture("old");
     modelIs(true);
     event("text", "text", "old text");
@@ -142,7 +142,7 @@ TEST_F(Working, ANewCaptureEndsTheRewriteBefore) {
     EXPECT_EQ(stage(), Stage::stopped) << "half an answer is not a whole one";
 }
 
-TEST_F(Working, AppliesCopiesAndSaysWhatBecameOfIt) {
+TEST_F(AssistantTest, AppliesCopiesAndSaysWhatBecameOfIt) {
     const struct {
         const char *token, *answer;
         Stage stage;
@@ -172,7 +172,7 @@ TEST_F(Working, AppliesCopiesAndSaysWhatBecameOfIt) {
     EXPECT_THAT(done(), ElementsAre("paste I know "));
 }
 
-TEST_F(Working, APasteThatIsNotTakenLeavesTheRewriteAsItWas) {
+TEST_F(AssistantTest, APasteThatIsNotTakenLeavesTheRewriteAsItWas) {
     captureAndRewrite();
     assistant.apply();
     done();
@@ -181,7 +181,7 @@ TEST_F(Working, APasteThatIsNotTakenLeavesTheRewriteAsItWas) {
     EXPECT_TRUE(canApply(assistant.rewrite()));
 }
 
-TEST_F(Working, WhatThePersonHasEditedIsTheirs) {
+TEST_F(AssistantTest, KeepsWhatThePersonHasEdited) {
     captureAndRewrite();
     EXPECT_FALSE(isUnfinished(assistant.rewrite()));
     assistant.edit("I knew");
@@ -199,7 +199,7 @@ TEST_F(Working, WhatThePersonHasEditedIsTheirs) {
     EXPECT_THAT(done(), ElementsAre("respond rewrite-2", "cancel rewrite-2", "paste Knowing T"));
 }
 
-TEST_F(Working, CorrectsTheSpellingWhereThereIsNoModel) {
+TEST_F(AssistantTest, CorrectsTheSpellingWhereThereIsNoModel) {
     capture();
     modelIs(false);
     ASSERT_TRUE(corrected);
@@ -215,7 +215,7 @@ TEST_F(Working, CorrectsTheSpellingWhereThereIsNoModel) {
     EXPECT_EQ(stage(), Stage::rewriting) << "a model that has come is not used";
 }
 
-TEST_F(Working, AsksBeforeAModelThatWasFoundGetsTheText) {
+TEST_F(AssistantTest, AsksBeforeAModelThatWasFoundGetsTheText) {
     consent = ModelConsent::notAsked;
     capture();
     EXPECT_EQ(stage(), Stage::asking);
@@ -225,7 +225,7 @@ TEST_F(Working, AsksBeforeAModelThatWasFoundGetsTheText) {
     EXPECT_TRUE(corrected) << "the model was asked all the same, or nobody";
 }
 
-TEST_F(Working, PutsTheOriginalBackWhereTheRewriteStands) {
+TEST_F(AssistantTest, PutsTheOriginalBackWhereTheRewriteStands) {
     const struct {
         Capture now;
         Strings did;
@@ -260,7 +260,7 @@ TEST_F(Working, PutsTheOriginalBackWhereTheRewriteStands) {
     }
 }
 
-TEST_F(Working, CopiesTheOriginalWhenNoCaptureComes) {
+TEST_F(AssistantTest, CopiesTheOriginalWhenNoCaptureComes) {
     captureAndRewrite();
     assistant.apply();
     reply("paste", "pasted");
@@ -272,11 +272,11 @@ TEST_F(Working, CopiesTheOriginalWhenNoCaptureComes) {
     EXPECT_EQ(assistant.rewrite().capture.text, "late");
 }
 
-struct AtOnce : Working {
-    AtOnce() { settings.way = WayOfWorking::atOnce; }
+struct AssistantAtOnce : AssistantTest {
+    AssistantAtOnce() { settings.way = WayOfWorking::atOnce; }
 };
 
-TEST_F(AtOnce, PutsTheTextInWithoutTheWindow) {
+TEST_F(AssistantAtOnce, PutsTheTextInWithoutTheWindow) {
     capture();
     modelIs(true);
     holds = true;
@@ -290,7 +290,7 @@ TEST_F(AtOnce, PutsTheTextInWithoutTheWindow) {
     EXPECT_EQ(stage(), Stage::applied);
 }
 
-TEST_F(AtOnce, LeavesAPersonAloneWhoWentOnWorking) {
+TEST_F(AssistantAtOnce, PutsNothingInWhenThePersonWentOnWorking) {
     capture();
     modelIs(true);
     event("text", "text", "I know");
@@ -301,7 +301,7 @@ TEST_F(AtOnce, LeavesAPersonAloneWhoWentOnWorking) {
     EXPECT_THAT(done(), ElementsAre("paste I know "));
 }
 
-TEST_F(AtOnce, TellsOfWhatDidNotWork) {
+TEST_F(AssistantAtOnce, TellsWhatWasNotPutInOrNotRewritten) {
     capture();
     modelIs(true);
     event("error", "error", "It died.");

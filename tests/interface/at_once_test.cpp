@@ -30,7 +30,7 @@ TEST_F(AtOnce, PutsTheRewriteInWithoutTheWindow) {
     EXPECT_FALSE(notices.next(milliseconds(100)));
 }
 
-TEST_F(AtOnce, LeavesAloneWhoGoesOnTyping) {
+TEST_F(AtOnce, PutsNothingInWhenThePersonGoesOnTyping) {
     model.answers("I know it", Manner::half);
     write("i knwo it");
     pressHotKey();

@@ -58,7 +58,7 @@ private:
 
 const char* const channelName = "quillmark.quillmark/desktop";
 
-TEST(Interface, HandsACaptureOverAndItsRewriteBack) {
+TEST(ClientLibrary, HandsACaptureOverAndItsRewriteBack) {
     std::optional<flutter::MethodCall> paste;
     FakeHost host([&](FakeHost& self) {
         const EncodableMap capture{
@@ -84,7 +84,7 @@ TEST(Interface, HandsACaptureOverAndItsRewriteBack) {
     EXPECT_EQ(paste->arguments, flutter::EncodableValue(EncodableMap{{"text", "teh!"}, {"token", "T"}}));
 }
 
-TEST(Interface, ReportsTheHostsRefusals) {
+TEST(ClientLibrary, ReportsTheHostsRefusals) {
     FakeMessenger host;
     Desktop desktop(host, {});
     std::vector<std::optional<std::string>> failures;
@@ -96,7 +96,7 @@ TEST(Interface, ReportsTheHostsRefusals) {
               (std::vector<std::optional<std::string>>{"Could not", "This host does not know that call"}));
 }
 
-TEST(Interface, AMessageLargerThanTheSocketTakesArrivesWhole) {
+TEST(ClientLibrary, AMessageLargerThanTheSocketTakesArrivesWhole) {
     const std::string text(8 << 20, 'x');
     std::size_t arrived = 0;
     FakeHost host([&](FakeHost& self) { arrived = self.next().payload.size(); });
@@ -107,7 +107,7 @@ TEST(Interface, AMessageLargerThanTheSocketTakesArrivesWhole) {
     EXPECT_GT(arrived, text.size());
 }
 
-TEST(Interface, SaysWhatIsWrong) {
+TEST(ClientLibrary, ThrowsWithoutAHostAndWhenTheHostBreaksTheRules) {
     unsetenv("QUILLMARK_SOCKET");
     EXPECT_THROW(Connection::toHost(), ConnectionError);
     setenv("QUILLMARK_SOCKET", "/nowhere/socket", 1);

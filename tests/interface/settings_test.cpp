@@ -65,7 +65,7 @@ TEST(Settings, AFileThatCannotBeReadIsKeptAside) {
         << "one wrong value cost the others";
 }
 
-TEST(HotKeys, TellWhatIsWrongWithACombination) {
+TEST(HotKeyChoice, RefusesOrWarnsOfCombinationsThatAreNeededElsewhere) {
     enum { good, warned, refused };
     const struct {
         HotKey hotKey;
@@ -90,7 +90,7 @@ TEST(HotKeys, TellWhatIsWrongWithACombination) {
     }
 }
 
-TEST(HotKeys, AKeyIsAPlace) {
+TEST(HotKeyChoice, NumbersKeysByTheirPlaceOnTheKeyboard) {
     EXPECT_EQ(keyCodeAt(57), 49) << "the space bar";
     EXPECT_EQ(positionOf(49), 57u);
     EXPECT_EQ(keyCodeAt(42), std::nullopt) << "the left Shift key";

@@ -19,7 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 // A shell script as the interface.
-struct Interface : testing::Test {
+struct InterfaceProcessTest : testing::Test {
     void run(const std::string& script) {
         std::string whyNot;
         process = InterfaceProcess::start(
@@ -31,7 +31,7 @@ struct Interface : testing::Test {
     std::unique_ptr<InterfaceProcess> process;
 };
 
-TEST_F(Interface, ExitStatusIsReportedAsAShellReportsIt) {
+TEST_F(InterfaceProcessTest, ExitStatusIsReportedAsAShellReportsIt) {
     const struct {
         const char* script;
         int status;
@@ -52,7 +52,7 @@ TEST_F(Interface, ExitStatusIsReportedAsAShellReportsIt) {
     }
 }
 
-TEST_F(Interface, EndWaitsThenSendsSigtermThenSigkill) {
+TEST_F(InterfaceProcessTest, EndWaitsThenSendsSigtermThenSigkill) {
     run("sleep 0.05; exit 3");
     EXPECT_TRUE(process->end(10s));
     EXPECT_EQ(process->exitStatus(), 3);
@@ -67,7 +67,7 @@ TEST_F(Interface, EndWaitsThenSendsSigtermThenSigkill) {
     EXPECT_FALSE(ended) << "the callback is for a process that ends by itself";
 }
 
-TEST_F(Interface, GetsAProcessGroupOfItsOwnThatEndsWithIt) {
+TEST_F(InterfaceProcessTest, GetsAProcessGroupOfItsOwnThatEndsWithIt) {
     const testbed::TemporaryFolder folder;
     const std::string child = folder / "child";
     run("sleep 1000 & echo $! >" + child + "; cut -d' ' -f5 /proc/$$/stat >" + child + ".group; wait");
@@ -82,7 +82,7 @@ TEST_F(Interface, GetsAProcessGroupOfItsOwnThatEndsWithIt) {
     });
 }
 
-TEST_F(Interface, ProgramThatCannotBeStartedGivesAReason) {
+TEST_F(InterfaceProcessTest, ProgramThatCannotBeStartedGivesAReason) {
     std::string whyNot;
     EXPECT_FALSE(InterfaceProcess::start(
         {"/nonexistent/program"}, {}, [] {}, whyNot));

@@ -14,7 +14,7 @@ bool runUntil(Condition done) {
     const TimePoint deadline = now() + 10s;
     while (!done()) {
         if (now() >= deadline) {
-            ADD_FAILURE() << "the main loop never got there";
+            ADD_FAILURE() << "the condition never came true while the main loop ran";
             return false;
         }
         MainQueue::asyncAfter(2ms, [] {}); // a condition may come true without an event

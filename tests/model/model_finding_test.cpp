@@ -155,7 +155,7 @@ TEST_F(FoundServer, IsOneThatSaysAllThatModelServersSay) {
     expectNone();
 }
 
-TEST_F(FoundServer, MayRunAModelThatRunsHereOnly) {
+TEST_F(FoundServer, IsUsedOnlyWithAModelThatRunsOnThisComputer) {
     const std::string elsewhere =
         R"({"id":"gpt-oss:120b-cloud","object":"model"},{"id":"remote","object":"model"})";
     const std::string tags =
@@ -220,7 +220,7 @@ TEST_F(FoundServer, StaysTheModelWhileItIsBusy) {
     }
 }
 
-TEST_F(FoundServer, IsLookedForInNoTimeThoughSomebodyIsSilent) {
+TEST_F(FoundServer, DoesNotHoldUpCallsWhileItIsSilent) {
     const ScriptedServer silent({.probe = saysNothing});
     lookForOneAt(silent.port());
     const auto start = Clock::now();
