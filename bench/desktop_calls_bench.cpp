@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>

@@ -16,7 +16,6 @@
 #include <cstdio>
 #include <ctime>
 #include <map>
-#include <numeric>
 #include <random>
 #include <string>
 #include <vector>

@@ -128,7 +128,11 @@ long processorTicks(pid_t pid) {
 long residentKilobytes(pid_t pid) {
     std::ifstream status("/proc/" + std::to_string(pid) + "/status");
     for (std::string word; status >> word;)
-        if (word == "VmRSS:") return status >> word, std::stol(word);
+        if (word == "VmRSS:") {
+            long kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes;
+        }
     return 0;
 }
 

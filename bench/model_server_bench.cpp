@@ -148,7 +148,7 @@ double perToken(std::size_t bytes, std::string_view token) {
     const std::size_t tokens = bytes / token.size();
     std::string stream = "HTTP/1.1 200 OK\r\n\r\n";
     for (std::size_t i = 0; i < tokens; ++i)
-        (stream += "data: {\"choices\":[{\"delta\":{\"content\":\"") += std::string(token) + "\"}}]}\n\n";
+        stream += "data: {\"choices\":[{\"delta\":{\"content\":\"" + std::string(token) + "\"}}]}\n\n";
     stream += done;
     Interface interface;
     Clock::time_point start;

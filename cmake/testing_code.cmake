@@ -1,4 +1,4 @@
-# Nobody waits for what a test's own code computes, only for its compilation.
+# Less optimised than the release: the compilation of test code takes longer than its run.
 set(TEST_OPTIONS $<$<CONFIG:RelWithDebInfo>:-O1> $<$<CONFIG:RelWithDebInfo>:-g1>)
 
 quillmark_precompiled(testing_headers ${STANDARD_HEADERS})

@@ -5,7 +5,6 @@
 #include <gio/gunixsocketaddress.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <thread>
 #include <utility>
 

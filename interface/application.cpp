@@ -113,7 +113,7 @@ void Application::settingsChanged(const Settings& before) {
     window_->warn(preferences_.problem() ? say(phrases::notSaved, {*preferences_.problem()}) : std::string());
     showFacts();
     if (now.language == before.language) return;
-    // Later: what was chosen there is part of the window.
+    // In a later turn of the main loop: the widget that was just clicked goes with the old window.
     Glib::signal_idle().connect_once([this] {
         useLanguage();
         useStatusIcon();
@@ -124,7 +124,7 @@ void Application::settingsChanged(const Settings& before) {
 void Application::registerHotKey(const HotKey& hotKey, std::function<void(bool)> done) {
     desktop_.initialize(preferences_.settings().excludedApps, hotKey,
                         [this, hotKey, done = std::move(done)](bool registered) {
-                            // Of two, the one before stays when the host cannot have the new one.
+                            // When the host cannot register a new combination, it keeps the one before.
                             if (registered || hotKey == preferences_.settings().hotKey)
                                 hotKeyRegistered_ = registered;
                             if (registered)

@@ -43,7 +43,7 @@ private:
     void registerHotKey(const HotKey& hotKey, std::function<void(bool registered)> done);
     void useModel(bool use);
 
-    // What counts from now on.
+    // Puts the settings into force after a change.
     void settingsChanged(const Settings& before);
     void useLanguage();
     void useStatusIcon();

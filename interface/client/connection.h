@@ -8,9 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
-#include <optional>
 #include <stdexcept>
-#include <string>
 #include <vector>
 
 namespace quillmark {

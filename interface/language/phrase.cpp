@@ -45,10 +45,12 @@ std::string say(const Phrase& phrase, const std::vector<std::string>& values) {
         const auto place = pattern[at] == '%' && at + 1 < pattern.size()
                                ? static_cast<std::size_t>(pattern[at + 1] - '1')
                                : values.size();
-        if (place >= values.size())
+        if (place >= values.size()) {
             said += pattern[at];
-        else
-            said += values[place], ++at;
+        } else {
+            said += values[place];
+            ++at;
+        }
     }
     return said;
 }

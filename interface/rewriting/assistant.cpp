@@ -165,7 +165,8 @@ void Assistant::pasted(bool inPlace, const std::optional<std::string>& failure) 
     const bool couldBePutIn = !std::exchange(rewrite_.capture.token, {}).empty();
     enter(inPlace ? Stage::applied : couldBePutIn ? Stage::refused : Stage::copied);
     if (inPlace) return;
-    // In the one case the host has brought its window up, in the other the person's program is wanted next.
+    // After a refused paste the host shows its window, which the way without the window hides again. A text
+    // that could only be copied is wanted in the person's program next.
     if (couldBePutIn ? atOnce_ : !atOnce_ && rewrite_.capture.source != typedHere) surroundings_.hide();
     if (atOnce_) tellOf(couldBePutIn ? phrases::refused : phrases::waitsOnClipboard, false);
 }

@@ -11,7 +11,6 @@
 #include "rewriting/surroundings.h"
 #include "settings/settings.h"
 
-#include <memory>
 #include <string>
 
 namespace quillmark {

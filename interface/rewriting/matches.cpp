@@ -13,7 +13,7 @@ namespace {
 
 using Values = std::span<const int>;
 
-// What is compared exactly: a millisecond or two.
+// Stretches are compared exactly up to this product of their lengths: that takes a millisecond or two.
 constexpr std::size_t mostExactPairs = 250'000;
 
 // A stretch of both sequences whose ends are known to belong together.
@@ -94,8 +94,9 @@ bool matchBlock(Values a, Values b, std::vector<Match>& found, const Block& bloc
     return true;
 }
 
-// Of a stretch that is too long to be compared at once and has nothing that holds it together: window by
-// window, each beginning behind the last match that the one before is sure of.
+// Matches in a stretch that is too long to be compared exactly and has no value that occurs once on either
+// side: window by window. Each window begins behind the last match in the first three quarters of the one
+// before; the matches in its last quarter are not certain.
 void matchInWindows(Values a, Values b, std::vector<Match>& found, const Block& block) {
     constexpr std::size_t window = 500, sure = window * 3 / 4;
     Block part = block;

@@ -2,9 +2,6 @@
 
 #include "language/settings_phrases.h"
 
-#include <algorithm>
-#include <array>
-
 namespace quillmark {
 
 namespace {

@@ -5,8 +5,10 @@
 
 namespace quillmark {
 
-// `position` is one of <linux/input-event-codes.h>; an X key code is 8 more. Absent: the host knows no such
-// key.
+// How much higher the X server's key code of a position is.
+inline constexpr unsigned firstXKeyCode = 8;
+
+// `position` is one of <linux/input-event-codes.h>. Absent: the host knows no such key.
 std::optional<int> keyCodeAt(unsigned position);
 std::optional<unsigned> positionOf(int keyCode);
 

@@ -15,9 +15,12 @@ constexpr std::string_view typographicApostrophe = "\u2019";
 std::string replaced(std::string_view text, std::string_view from, std::string_view to) {
     std::string result;
     for (std::size_t at; (at = text.find(from)) != std::string_view::npos;
-         text.remove_prefix(at + from.size()))
-        (result += text.substr(0, at)) += to;
-    return result += text;
+         text.remove_prefix(at + from.size())) {
+        result += text.substr(0, at);
+        result += to;
+    }
+    result += text;
+    return result;
 }
 
 } // namespace

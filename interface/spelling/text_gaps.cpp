@@ -7,13 +7,19 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-// The marks at the start: one comma, one full stop, or any exclamation and question marks. None of ": ; …":
-// "note
-// :)", "3 : 4".
+// The marks at the start: one comma, one full stop, or any exclamation and question marks. None of ": ; …",
+// which may belong to a face or a ratio.
 std::string_view marks(std::string_view text) {
     if (text.empty()) return {};
     if (text.front() == ',' || text.front() == '.') return text.substr(0, 1);
     return text.substr(0, std::min(text.find_first_not_of("!?"), text.size()));
+}
+
+// Whether a mark is the last thing on its line; `rest` is what stands between it and the next word.
+bool endsLine(std::string_view rest, GapBefore next) {
+    if (rest.empty()) return next == GapBefore::end;
+    return rest.find_first_not_of(" \r\n") == std::string_view::npos &&
+           rest.find('\n') != std::string_view::npos;
 }
 
 } // namespace
@@ -35,14 +41,12 @@ std::string tidied(std::string_view gap, GapBefore next) {
     const auto mark = marks(trimmed);
     if (mark.empty() || trimmed.size() == gap.size()) return std::string(gap);
     const auto rest = trimmed.substr(mark.size());
-    const bool line = rest.empty() ? next == GapBefore::end
-                                   : rest.find_first_not_of(" \r\n") == std::string_view::npos &&
-                                         rest.find('\n') != std::string_view::npos;
     // "Monday ,thank": on one line only, so that this is no list of another kind.
     if (mark == "," && rest.empty() && next != GapBefore::end) return ", ";
-    const bool belongs =
-        line || (mark == "." ? rest == " " && next == GapBefore::capital : rest.starts_with(' '));
-    return belongs ? std::string(trimmed) : std::string(gap);
+    const bool belongsToWordBefore =
+        endsLine(rest, next) ||
+        (mark == "." ? rest == " " && next == GapBefore::capital : rest.starts_with(' '));
+    return std::string(belongsToWordBefore ? trimmed : gap);
 }
 
 } // namespace quillmark

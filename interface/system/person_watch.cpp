@@ -11,7 +11,6 @@
 #include <array>
 #include <cstring>
 #include <span>
-#include <string_view>
 #include <vector>
 
 namespace quillmark {
@@ -37,8 +36,12 @@ public:
         int unused = 0;
         if (XQueryExtension(display, "XInputExtension", &xInput_, &unused, &unused) == 0) xInput_ = 0;
         active_ = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
-        io_ = Glib::signal_io().connect([this](Glib::IOCondition) { return look(), true; },
-                                        ConnectionNumber(display), Glib::IO_IN);
+        io_ = Glib::signal_io().connect(
+            [this](Glib::IOCondition) {
+                look();
+                return true;
+            },
+            ConnectionNumber(display), Glib::IO_IN);
     }
     ~Server() {
         io_.disconnect();

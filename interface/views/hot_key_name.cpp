@@ -9,11 +9,10 @@
 namespace quillmark {
 
 std::string hotKeyName(const HotKey& hotKey) {
-    constexpr unsigned firstKeyCode = 8; // X numbers keys from there
     guint symbol = GDK_KEY_VoidSymbol;
     if (const auto position = positionOf(hotKey.keyCode))
         gdk_keymap_translate_keyboard_state(gdk_keymap_get_for_display(gdk_display_get_default()),
-                                            *position + firstKeyCode, GdkModifierType{}, 0, &symbol, nullptr,
+                                            *position + firstXKeyCode, GdkModifierType{}, 0, &symbol, nullptr,
                                             nullptr, nullptr);
     return nameOf(hotKey, symbolName(symbol));
 }

@@ -33,7 +33,7 @@ void InstructionRow::setInstructions(std::vector<Instruction> instructions) {
         auto* button = Gtk::make_managed<ActionToggle>(instructions_[i].name, instructions_[i].key);
         button->signal_clicked().connect([this, i] {
             if (showing_) return;
-            show(inUse_, true); // a click presses the button in at once, which may only ask its question now
+            show(inUse_, true); // a click has pressed the button in, but it may only ask its question yet
             choose(i);
         });
         button->show();

@@ -10,8 +10,8 @@ public:
     enum class Holds { page, list, text };
 
     explicit Scroller(Holds holds) {
-        // For a text not NEVER, with which a text view asks for the width that its lines happen to have, and
-        // never shrinks again.
+        // Not NEVER for a text: with it, a GTK 3 text view asks for the width of its longest line, and never
+        // becomes narrower again.
         set_policy(holds == Holds::text ? Gtk::POLICY_EXTERNAL : Gtk::POLICY_NEVER, Gtk::POLICY_AUTOMATIC);
         if (holds != Holds::page) set_shadow_type(Gtk::SHADOW_IN);
         // Only what is in it takes the keyboard.

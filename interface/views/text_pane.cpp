@@ -86,7 +86,8 @@ void TextPane::setText(const std::string& text, bool growing) {
     if (grew && atEnd) view_.scroll_to(end_);
 }
 
-// Marks are kept as they are shown: where the text is broken for the eye, further back.
+// Marks are kept by their places in the text that is shown, which has more characters where long lines are
+// broken.
 void TextPane::mark(std::vector<Span> spans) {
     for (auto& span : spans)
         span = {shown_.placeOf(span.start), shown_.placeOf(span.end)};

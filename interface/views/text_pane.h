@@ -11,7 +11,6 @@
 #include <gtkmm/label.h>
 #include <gtkmm/textview.h>
 
-#include <functional>
 #include <string>
 
 namespace quillmark {

@@ -45,8 +45,8 @@ bool AppDelegate::applicationShouldHandleReopen(bool) {
     return true;
 }
 
-// Not before the interface has said which programs are excluded. Later, so that whoever asked has the answer
-// before the capture takes its time.
+// Refused before "initialize", which says which programs are excluded. The capture runs in a later entry of
+// the main queue, so that the caller has its answer first: a capture may take seconds.
 bool AppDelegate::applicationShouldHandleCapture() {
     const auto desktop = bridge();
     if (!desktop || !desktop->initialized()) return false;

@@ -1,7 +1,6 @@
 #include "flutter/utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 
 // System-wide hot keys. Main thread only: each press is one entry of the main queue.
 namespace platform {

@@ -4,7 +4,6 @@
 #include "platform/url.h"
 
 #include <optional>
-#include <string>
 
 namespace platform {
 

@@ -12,7 +12,6 @@
 #include "testing/compat/table.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <random>

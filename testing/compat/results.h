@@ -5,7 +5,6 @@
 #include "testing/compat/outcome.h"
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 

@@ -75,8 +75,9 @@ Trial::Trial(testbed::Desktop& desktop, testbed::Host& host, const Target& targe
     press(target.fill);
 }
 
-// Some are started by a script that waits for the program, and some leave out whose their window is. The X
-// server gives the number of a window that has gone to the next program's.
+// Both processes are ended: some programs are started by a script that waits for them, and some do not say
+// which process their window belongs to. The window must be gone, since the X server gives its number to a
+// later one.
 Trial::~Trial() {
     if (const auto program = desktop_.processOf(window_)) kill(*program, SIGTERM);
     process_.reset();

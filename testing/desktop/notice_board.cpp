@@ -46,7 +46,12 @@ GVariant* NoticeBoard::take(const std::string& method, GVariant* arguments) {
 }
 
 std::optional<NoticeBoard::Notice> NoticeBoard::next(milliseconds limit) {
-    const bool came = waitUntil([this] { return service_.serve(), notices_.size() > seen_; }, limit);
+    const bool came = waitUntil(
+        [this] {
+            service_.serve();
+            return notices_.size() > seen_;
+        },
+        limit);
     return came ? std::optional(notices_[seen_++]) : std::nullopt;
 }
 

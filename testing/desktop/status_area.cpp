@@ -33,7 +33,12 @@ StatusArea::StatusArea()
           property) {}
 
 bool StatusArea::hasIcon(milliseconds limit) {
-    return waitUntil([this] { return service_.serve(), !path_.empty(); }, limit);
+    return waitUntil(
+        [this] {
+            service_.serve();
+            return !path_.empty();
+        },
+        limit);
 }
 
 int StatusArea::numberOf(const std::string& item) {

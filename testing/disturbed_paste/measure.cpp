@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <map>
 #include <random>
 
 using namespace testbed;

@@ -37,7 +37,6 @@
 
 #include <cstdlib>
 #include <iostream>
-#include <optional>
 #include <stdexcept>
 
 namespace at_spi_program {

@@ -1,6 +1,5 @@
 #include "testing/programs/at_spi_tree.h"
 
-#include <algorithm>
 #include <span>
 #include <sstream>
 #include <stdexcept>

@@ -1,7 +1,6 @@
 // The objects of the scripted program, as its script lists them.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>

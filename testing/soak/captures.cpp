@@ -2,8 +2,6 @@
 
 #include "flutter/arguments.h"
 
-#include <algorithm>
-
 namespace soak {
 
 using namespace std::chrono_literals;

@@ -1,4 +1,4 @@
-// What the user has copied last, and the program that he copied it in.
+// What the user has copied last, and the program that it was copied in.
 #pragma once
 
 #include "testing/desktop/desktop.h"
@@ -18,7 +18,7 @@ public:
     // Copies something in a program, which may serve it badly.
     std::string copy(Chance& chance);
 
-    // The host has put a text there.
+    // The host has put this text on the pasteboard.
     void isText(const std::string& text);
     // Nobody can say what is there: its owner has ended.
     void isUnknown();

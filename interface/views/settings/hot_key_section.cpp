@@ -7,12 +7,6 @@
 
 namespace quillmark {
 
-namespace {
-
-constexpr unsigned firstKeyCode = 8; // X numbers keys from there
-
-} // namespace
-
 HotKeySection::HotKeySection(const SettingsActions& actions)
     : Section(say(phrases::hotKey)), actions_(actions),
       recorder_([this](const GdkEventKey& event) { pressed(event); }), message_(addNote()) {
@@ -30,7 +24,7 @@ void HotKeySection::show() {
 }
 
 void HotKeySection::pressed(const GdkEventKey& event) {
-    const auto code = keyCodeAt(event.hardware_keycode - firstKeyCode);
+    const auto code = keyCodeAt(event.hardware_keycode - firstXKeyCode);
     const auto held = [&](unsigned mask) { return (event.state & mask) != 0; };
     if (!code) return sayIn(message_, say(phrases::hotKeyUnknown));
     wish({.keyCode = *code,

@@ -4,8 +4,6 @@
 #include "language/settings_phrases.h"
 #include "views/look.h"
 
-#include <utility>
-
 namespace quillmark {
 
 ModelSection::ModelSection(const SettingsActions& actions)

@@ -22,7 +22,7 @@ constexpr auto noModel =
     "No language model runs on this computer. Start a local model server (Ollama, llama-server, "
     "LM Studio or vLLM), or choose a server: quillmark-host --language-model ADDRESS";
 
-// The settings and the look at what they name.
+// The settings, and the look at the servers that they name.
 struct Found {
     ReadSettings settings;
     std::shared_ptr<ServerLook> look;
@@ -64,7 +64,8 @@ public:
     }
 
 private:
-    // One that waits for a slow server goes on for a while, so that it learns what that one has.
+    // A look serves for a second, and for longer while it waits for a slow server: so that server's answer is
+    // learned too.
     static bool isFresh(const ServerLook& look) {
         const auto age = ServerLook::Clock::now() - look.startedAt();
         return age < std::chrono::seconds(1) || !look.isDecided();
@@ -95,7 +96,7 @@ Found currentLook() {
     return found;
 }
 
-// What a silent server is asked now, it takes up later.
+// A chosen server that is silent is asked all the same: it answers once it has finished its other work.
 ModelChoice choiceForGeneration(const Found& found) {
     auto choice = choiceOf(found.settings, *found.look);
     const auto entries = found.look->entries();

@@ -13,7 +13,7 @@ namespace {
 using Kind = ServerState::Kind;
 
 constexpr std::uint16_t ollamaPort = 11434;
-// llama-server's, and what other programs start it on; LM Studio's; vLLM's.
+// llama-server's own and the one that other programs start it on, LM Studio's, vLLM's.
 constexpr std::array<std::uint16_t, 4> otherPorts{8080, 9931, 1234, 8000};
 
 std::vector<ServerAddress> addressesFor(const ModelSettings& settings) {
@@ -24,7 +24,7 @@ std::vector<ServerAddress> addressesFor(const ModelSettings& settings) {
     return addresses;
 }
 
-// Empty when the text may go there though nobody has said so; else why not.
+// Empty when a server that the user has not chosen may have the text; else why it may not.
 std::string whyNotTrusted(const ServerAddress& address, const std::vector<ListeningSocket>& listeners) {
     if (listeners.empty()) return "Nothing listens at " + address.shown() + '.';
     const auto stranger =
@@ -49,7 +49,7 @@ ServerLook::ServerLook(const ModelSettings& settings,
     }
 }
 
-// The lock is not held while the system is asked: others wait for it, for a short time only.
+// The system is asked without the lock, which other threads expect to get soon.
 void ServerLook::start() {
     const auto sockets = listeningSockets();
     for (auto& candidate : candidates_) {
@@ -102,7 +102,7 @@ ServerState ServerLook::stateOf(const Candidate& candidate) const {
     return {.kind = Kind::absent, .sentence = candidate.whyNotAsked, .mayChange = !isStarted_};
 }
 
-// One that was slow the last time is taken as soon as it answers, and not waited for.
+// A server that was slow in the last look is taken as soon as it answers, but not waited for.
 bool ServerLook::isWaitingFor(const ServerState& state, const Candidate& candidate) const {
     return state.mayChange && !candidate.known.isSlow && !hasPassed(shortWait);
 }

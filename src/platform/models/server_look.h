@@ -28,8 +28,8 @@ class ServerLook : public std::enable_shared_from_this<ServerLook> {
 public:
     using Clock = std::chrono::steady_clock;
 
-    // For so long servers are waited for, one after the other that is preferred: whoever is ready then is
-    // taken. When nobody is, a generation waits for the second one.
+    // How long a look waits for the preferred servers before it takes the first one that is ready. While none
+    // is ready, a generation waits until the second time.
     static constexpr std::chrono::milliseconds shortWait{250}, longWait = ServerProbe::silenceLimit;
 
     struct Entry {

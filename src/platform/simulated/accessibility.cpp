@@ -2,8 +2,6 @@
 
 #include "platform/simulated/world.h"
 
-#include <algorithm>
-
 namespace platform {
 
 // An element is known by its program's process identifier, or by its place in the world's memory.

@@ -3,7 +3,6 @@
 #include "platform/keyboard_layout.h"
 
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 

@@ -1,8 +1,6 @@
 #include "platform/event.h"
 #include "platform/simulated/world.h"
 
-#include <tuple>
-
 namespace platform {
 
 using simulated::World;

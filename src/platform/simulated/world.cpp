@@ -1,6 +1,5 @@
 #include "platform/simulated/world.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 

@@ -14,7 +14,6 @@
 #include "platform/simulated/pasteboard_state.h"
 #include "platform/simulated/program.h"
 
-#include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>

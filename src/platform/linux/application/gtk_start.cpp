@@ -14,14 +14,19 @@
 namespace platform {
 namespace {
 
-// Set while the toolkit starts; what the host starts later must not inherit it.
+// A variable of the environment while GTK starts. Programs that the host starts later must not inherit it.
 class TemporaryVariable {
 public:
     TemporaryVariable(const char* name, const char* value) : name_(name) {
         if (const char* former = std::getenv(name)) former_ = former;
         setenv(name, value, 1);
     }
-    ~TemporaryVariable() { former_ ? setenv(name_, former_->c_str(), 1) : unsetenv(name_); }
+    ~TemporaryVariable() {
+        if (former_)
+            setenv(name_, former_->c_str(), 1);
+        else
+            unsetenv(name_);
+    }
     TemporaryVariable(const TemporaryVariable&) = delete;
     TemporaryVariable& operator=(const TemporaryVariable&) = delete;
 

@@ -4,8 +4,6 @@
 #include "platform/linux/base/terminal_message.h"
 #include "platform/linux/checks/sentence.h"
 
-#include <vector>
-
 namespace platform {
 
 void Report::say(const std::string& sentence) const {

@@ -5,10 +5,8 @@
 #include <gio/gio.h>
 
 #include <chrono>
-#include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 

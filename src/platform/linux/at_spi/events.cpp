@@ -11,8 +11,9 @@ namespace {
 // The bus itself answers within 0.2 ms.
 constexpr Milliseconds busDeadline{10};
 
-// What the registry passes on to programs, whose libraries then send it. Removing one removes the ones below
-// it as well, so none of these stands above one of the session's own.
+// The events that the registry is asked for; it passes the wish on to the programs. To withdraw a wish
+// withdraws those for its subclasses as well ("object:text-changed" also "object:text-changed:insert"), so
+// none of these contains one that other programs of the session have.
 constexpr std::array wanted{"object:text-changed", "object:text-caret-moved",
                             "object:text-selection-changed"};
 

@@ -5,9 +5,10 @@
 namespace platform::at_spi {
 namespace {
 
-// Of one program: enough for its windows, each of which keeps a focus of its own.
+// Objects remembered of one program: enough for its windows, each of which keeps a focus of its own.
 constexpr std::size_t mostObjects = 8;
-// Nobody says when a program has ended. Once so many have come and gone, all are forgotten.
+// Programs remembered. No event tells that a program has ended, so all are forgotten once there are this
+// many.
 constexpr std::size_t mostPrograms = 500;
 
 // The body starts with the state's name and 1 for on, 0 for off.

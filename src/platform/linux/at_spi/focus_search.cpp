@@ -1,6 +1,5 @@
 #include "platform/linux/at_spi/focus_search.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace platform::at_spi {

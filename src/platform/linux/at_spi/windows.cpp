@@ -7,7 +7,7 @@ namespace {
 
 // More windows than these are not looked at: no program has them, and each costs a call.
 constexpr std::size_t mostWindows = 64;
-// Of an object below its window: the pages of web applications go 40 deep.
+// How deep below its window an object is looked for: the pages of web applications go 40 deep.
 constexpr int deepest = 100;
 
 } // namespace

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// A key with modifiers, as any program writes it: "Alt+Shift+space", "<Alt><Shift>space", "A-S-space",
+// A key with modifiers, as any program writes it: "Alt+Shift+Space", "<Alt><Shift>space", "A-S-space",
 // "Mod1+Shift+Space". Equal when they mean the same keys. A plain value.
 struct KeyCombination {
     std::set<std::string> modifiers; // of "alt", "control", "shift", "super"

@@ -8,8 +8,6 @@
 #include "platform/linux/window/native_window.h"
 #include "platform/main_queue.h"
 
-#include <memory>
-
 namespace platform {
 namespace {
 

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <map>
 #include <string_view>
-#include <utility>
 
 namespace platform {
 namespace {

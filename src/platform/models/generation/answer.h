@@ -11,9 +11,9 @@
 
 namespace platform {
 
-// An answer that grows: its maker adds to it, a task takes the newest text whenever it has the turn. So it
-// holds the text once, however fast the maker is and however slow the task. Shared by the two. Any thread,
-// but one maker and one task.
+// An answer that grows: its maker adds to it, and a task takes the newest text each time that giveTurn() lets
+// it. The text is held once, however fast the maker is and however slow the task. Shared by the two. Any
+// thread, but one maker and one task.
 class Answer {
 public:
     // The maker's side. Only the first end, refusal or failure counts; what comes behind it is dropped.
@@ -35,11 +35,12 @@ public:
     enum class Until { newText, end };
     bool isReady(Until until) const;
     void wait(Until until, Task::Suspended task);
-    // All text so far, if some of it is new; absent at the end. Takes the turn away. This and text() throw a
-    // CancellationError, a LanguageModelSession::GenerationError for a refusal, or another std::exception.
+    // All text so far, if some of it is new; absent at the end. After it, nothing may be taken until
+    // giveTurn(). This and text() throw a CancellationError, a LanguageModelSession::GenerationError for a
+    // refusal, or another std::exception.
     std::optional<std::string> take();
     std::string text() const;
-    // From the beginning, and after each of these, new text may be taken once.
+    // New text may be taken once at the beginning, and once more after each call of this.
     void giveTurn();
     std::optional<std::int64_t> tokens() const;
     // Nobody wants the rest: unless it has ended, the answer fails with a CancellationError.

@@ -7,15 +7,14 @@
 #include <functional>
 #include <optional>
 #include <stop_token>
-#include <string>
 #include <utility>
 
 namespace platform {
 namespace {
 
-// Every snapshot holds the whole text, so a long text that grows fast makes far more bytes than it has: a
-// screen shows no more than 60 a second, and copying even those of a very long one takes the main thread's
-// time.
+// How long to wait before the next snapshot. Each one holds the whole text so far, so that a long text which
+// grows fast is copied again and again: a screen shows no more than 60 a second, and of a very long text even
+// 60 would keep the main thread busy.
 Seconds pauseAfter(std::size_t snapshotBytes) {
     constexpr std::size_t longBytes = 16 << 10;
     constexpr Seconds frame{1.0 / 60};

@@ -25,11 +25,11 @@ public:
     std::uint64_t number() const { return number_; }
     CURL* handle() const { return handle_; }
 
-    // By then the next thing must have happened.
+    // By then the next step (the connection, the head, the next piece of the body) must have been made; else
+    // the loop calls timeOut().
     Clock::time_point deadline() const { return deadline_; }
-    // It has not.
     void timeOut();
-    // libcurl is done with it.
+    // Called when libcurl has ended the transfer.
     void finish(CURLcode result);
 
 private:
@@ -47,7 +47,7 @@ private:
     std::shared_ptr<HttpReceiver> receiver_;
     CURL* handle_;
     curl_slist* headers_ = nullptr;
-    std::array<char, CURL_ERROR_SIZE> words_{}; // libcurl's for what went wrong
+    std::array<char, CURL_ERROR_SIZE> words_{}; // libcurl's own, for what went wrong
     Clock::time_point deadline_;
     bool connected_ = false;
     bool hasEnough_ = false; // the receiver needs no more

@@ -3,7 +3,6 @@
 #include "platform/models/http/transfer.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <unordered_map>

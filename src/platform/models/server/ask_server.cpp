@@ -30,7 +30,7 @@ std::vector<Attempt> attemptsFor(const ServedModel& served) {
     return attempts;
 }
 
-// Kept by the exchange that is under way.
+// One question, asked of one model after the other. The exchange that is under way keeps it alive.
 class Request : public std::enable_shared_from_this<Request> {
 public:
     Request(const ServedModel& served, Prompt prompt, std::shared_ptr<Answer> answer, ServerNews news,

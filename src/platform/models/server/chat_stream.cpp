@@ -109,7 +109,7 @@ std::optional<std::chrono::milliseconds> ChatStream::timeLeft() {
     return left.count() > 0 ? std::optional(left) : over();
 }
 
-// Though more may come.
+// Ends the answer, though the server may send more.
 std::nullopt_t ChatStream::over() {
     finished(HttpEnd::silent, {});
     return std::nullopt;

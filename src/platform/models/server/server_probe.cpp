@@ -83,12 +83,12 @@ void ServerProbe::ask(Reply& reply, const std::string& url, std::string body) {
         startHttpExchange(std::move(request), std::make_shared<Receiver>(shared_from_this(), reply)));
 }
 
-// What the replies that are over come to.
+// Takes in what the replies say that have come.
 void ServerProbe::learn() {
     if (show_.isOver && models_) {
         const auto model = std::ranges::find(models_->models, shown_, &ListedModel::name);
         model->capabilities = readOllamaCapabilities(show_.body);
-        // One that does not say is taken at its word.
+        // A model whose capabilities Ollama does not list counts as one that can answer.
         if (model->capabilities.empty()) model->capabilities = {"completion"};
         show_ = {};
     }
@@ -103,7 +103,7 @@ void ServerProbe::learn() {
     if (isOllama_) askForCapabilities();
 }
 
-// Of the first model, until there is one that can answer.
+// Asks for those of the preferred model that may be used; again with the next one, until one can answer.
 void ServerProbe::askForCapabilities() {
     const auto usable = usableModels();
     if (show_.isPending() || usable.empty() || !usable.front().capabilities.empty()) return;
@@ -120,7 +120,8 @@ ServerState ServerProbe::state() const {
     return state;
 }
 
-// On one computer a call that is neither taken nor refused waits in the queue of a program that is there.
+// On this computer, a connection that is neither taken nor refused waits in the queue of a program that
+// listens.
 ServerState ServerProbe::silent() const {
     if (connected_ || server_.address.isOnThisComputer())
         return because(Kind::silent,
@@ -165,7 +166,7 @@ ServerState ServerProbe::stateByModels(const std::vector<ListedModel>& usable) c
     return state;
 }
 
-// Those that can be asked, the first of them first.
+// The models that can be asked, in the server's order.
 std::vector<ListedModel> ServerProbe::usableModels() const {
     std::vector<ListedModel> usable;
     for (const auto& model : models_->models) {

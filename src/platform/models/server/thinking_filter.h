@@ -22,8 +22,6 @@ public:
     // What was held back because it might have become a mark.
     std::string finish();
 
-    bool isThinking() const { return state_ == State::thinking; }
-
 private:
     enum class State { beginning, thinking, afterThinking, answering };
 
@@ -33,7 +31,7 @@ private:
     std::size_t heldBack() const;
 
     State state_ = State::beginning;
-    std::string_view end_;       // the mark that ends it
+    std::string_view end_;       // the mark that ends the thinking under way
     bool mayHaveLoneEnd_ = true; // some servers write the first mark into the prompt themselves
     std::string pending_;
 };

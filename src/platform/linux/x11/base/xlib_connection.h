@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 // The host's own connection to the X server, apart from the toolkit's. Main thread only. Hot keys, synthetic

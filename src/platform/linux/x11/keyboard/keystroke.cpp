@@ -50,7 +50,7 @@ std::vector<Keystroke> keystrokesFor(const KeyboardEvent& event, const Keymap& m
         case positionOfV:
             return allOf({keystroke(map, shift, insertKey)});
         case positionOfA:
-            // Twice, since a single line in Qt does not know the keystrokes with Control.
+            // Also without Control: a one-line field of Qt does not know these keystrokes with it.
             return allOf({keystroke(map, control, homeKey), keystroke(map, 0, homeKey),
                           keystroke(map, control | shift, endKey), keystroke(map, shift, endKey)});
         default:

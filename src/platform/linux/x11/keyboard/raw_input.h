@@ -3,7 +3,6 @@
 #include "platform/linux/x11/base/event_listener.h"
 
 #include <functional>
-#include <memory>
 
 namespace platform::x11 {
 
