@@ -50,10 +50,13 @@ void addTerminals(std::vector<Target>& targets) {
     geany.title = "lines";
     geany.ready = {"F4", "", "", ""};
     geany.clicksAt = 0.85;
-    Target& kate = add(
-        "kate: its terminal", "kate",
-        {"sh", "-c", "chmod +x \"$0/show.sh\"; XDG_CONFIG_HOME=$0 SHELL=$0/show.sh exec kate -n \"$0/lines\"",
-         "{folder}"});
+    // It remembers in both folders whether its terminal is open.
+    Target& kate =
+        add("kate: its terminal", "kate",
+            {"sh", "-c",
+             "chmod +x \"$0/show.sh\"; export XDG_CONFIG_HOME=$0 XDG_DATA_HOME=$0 SHELL=$0/show.sh; "
+             "exec kate -n \"$0/lines\"",
+             "{folder}"});
     kate.title = "lines";
     kate.ready = {"F4", "", "", "", ""};
     kate.clicksAt = 0.9;
