@@ -1,5 +1,5 @@
 # Less optimised than the release: the compilation of test code takes longer than its run.
-set(TEST_OPTIONS $<$<CONFIG:RelWithDebInfo>:-O1> $<$<CONFIG:RelWithDebInfo>:-g1>)
+set(TEST_OPTIONS $<$<CONFIG:RelWithDebInfo>:-O1>)
 
 quillmark_precompiled(testing_headers ${STANDARD_HEADERS})
 target_compile_options(testing_headers PRIVATE ${TEST_OPTIONS})
