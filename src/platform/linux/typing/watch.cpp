@@ -106,7 +106,7 @@ bool KeystrokeGuard::Watch::decide(selection::HeldRequests& requests) {
     const bool isRight = !lostFocus && mayPaste(happened);
     // What has removed the selected text must get what is to replace it.
     const bool mayMove = happened.removed || typing::tellsSelectionLate(place_.element);
-    return requests.deliverIf([=, byThen = events_->sinceLastByThen()] {
+    return requests.deliverIf([isRight, mayMove, byThen = events_->sinceLastByThen()] {
         const auto since = byThen();
         return isRight && !since.focusElsewhere && (mayMove || !(since.toText || since.toSelection));
     });

@@ -47,8 +47,8 @@ InterfaceView::InterfaceView() {
 
 unsigned long InterfaceView::embeddingWindow() const {
     const auto window = socket_.get_id();
-    gdk_display_flush(
-        gdk_display_get_default()); // else the interface may look for it before the X server has it
+    // The interface may look for it at once, over a connection of its own.
+    gdk_display_flush(gdk_display_get_default());
     return window;
 }
 

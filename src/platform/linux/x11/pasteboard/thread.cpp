@@ -165,9 +165,12 @@ void Thread::release() {
 
 bool Thread::deliverHeld(std::function<bool()> isRight, Clock::time_point end) {
     return call<bool>(serverLimit,
-                      [=, isRight = std::move(isRight)](Clipboard& clipboard, auto result) {
+                      [end, isRight = std::move(isRight)](Clipboard& clipboard, auto result) {
                           const bool right = isRight();
-                          right ? clipboard.owner().release() : clipboard.owner().refuseHeld(end);
+                          if (right)
+                              clipboard.owner().release();
+                          else
+                              clipboard.owner().refuseHeld(end);
                           clipboard.connection().synchronize();
                           result->set_value(right);
                       })
