@@ -60,8 +60,10 @@ void Clipboard::process() {
 }
 
 void Clipboard::handleArrived() {
-    while (const Event event = connection_->next())
+    while (const Event event = connection_->next()) {
         handle(*event);
+        reader_.expire(Clock::now()); // An owner may deliver as fast as it is read, and without end.
+    }
 }
 
 std::optional<Clock::time_point> Clipboard::deadline() const {

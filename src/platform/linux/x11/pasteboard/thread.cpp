@@ -23,6 +23,11 @@ constexpr std::chrono::milliseconds serverLimit = 500ms;
 // The thread itself ends calls at their limits; after this much longer the thread itself is held up.
 constexpr std::chrono::milliseconds threadDelay = 250ms;
 
+// The same for a call that reads all that an owner has. The thread may be copying an answer of up to 64 MiB
+// when the limit passes; where memory is short that was measured to take 0.4 s, and what was read before must
+// not be lost over it.
+constexpr std::chrono::milliseconds copyDelay = 1000ms;
+
 constexpr std::chrono::milliseconds managerLimit = 1000ms;
 
 constexpr AnswerLimits primaryLimits{2000ms, 2000ms};
@@ -108,7 +113,7 @@ Clipboard::Targets Thread::targets(std::int64_t changeCount, AnswerLimits limits
 std::vector<Representation> Thread::read(std::vector<PasteboardType> targets, std::int64_t changeCount,
                                          AnswerLimits limits) {
     using All = std::vector<Representation>;
-    return call<All>(limits.total,
+    return call<All>(limits.total + copyDelay,
                      [=, targets = std::move(targets)](Clipboard& clipboard, auto result) {
                          Batch::ask(clipboard, targets, changeCount, limits,
                                     [result](All all) { result->set_value(std::move(all)); });
