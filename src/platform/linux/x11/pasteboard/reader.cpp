@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <numeric>
 #include <utility>
 
@@ -19,6 +20,13 @@ constexpr std::size_t mostBytesUnderWay = 2 * mostBytes;
 
 // How long an answer that came late is kept. The host asks again every 20 ms while it waits for a copy.
 constexpr auto keepLimit = std::chrono::seconds(2);
+
+// What an owner says before the first piece: a lower bound in bytes (ICCCM 2.7.2), or nothing.
+std::size_t announcedSize(const Property& announcement) {
+    std::uint32_t size = 0;
+    if (announcement.bytes.size() == sizeof size) std::memcpy(&size, announcement.bytes.data(), sizeof size);
+    return size;
+}
 
 } // namespace
 
@@ -97,6 +105,7 @@ void Reader::notified(const xcb_selection_notify_event_t& notice) {
     // Reading the announcement of pieces (INCR) deletes it, which tells the owner to send the first one.
     if (!value || value->type != connection_.atom("INCR")) return finish(open, std::move(value));
     open->inPieces = true;
+    open->announced = announcedSize(*value);
     if (!open->done) giveUp(*open, State::abandoned);
 }
 
@@ -109,7 +118,7 @@ void Reader::propertyArrived(xcb_window_t window, xcb_atom_t property) {
     if (!piece) return;
     answered(open->request.owner);
     const bool last = piece->bytes.empty();
-    open->add(std::move(*piece));
+    open->add(*piece);
     if (last) return finish(open, std::exchange(open->value, std::nullopt));
     // An owner whose piece is not taken sends no more.
     if (open->size() > mostBytes || bytesUnderWay() > mostBytesUnderWay) giveUp(*open, State::abandoned);
@@ -187,11 +196,12 @@ std::size_t Reader::Conversion::size() const { return value ? value->bytes.size(
 
 // Into one block, which goes back to the system when it is freed. Owners send pieces of 256 KiB and the like:
 // of a long answer, the heap would keep them all as long as anything behind them is in use.
-void Reader::Conversion::add(Property piece) {
-    if (!value)
-        value = std::move(piece);
-    else
-        value->bytes.insert(value->bytes.end(), piece.bytes.begin(), piece.bytes.end());
+void Reader::Conversion::add(const Property& piece) {
+    if (!value) {
+        value = Property{piece.type, piece.format, {}};
+        value->bytes.reserve(std::min(announced, mostBytes));
+    }
+    value->bytes.insert(value->bytes.end(), piece.bytes.begin(), piece.bytes.end());
 }
 
 } // namespace platform::selection

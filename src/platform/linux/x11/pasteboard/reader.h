@@ -80,11 +80,12 @@ private:
         Clock::time_point asked = Clock::now();
         bool answeredOthers = false; // its owner has answered another request since
         bool inPieces = false;
+        std::size_t announced = 0;       // the size that the pieces will have at least, as the owner says
         std::optional<Property> value{}; // as much of it as has come
 
         Clock::time_point limit() const; // when something has to happen; max: never
         std::size_t size() const;        // in bytes
-        void add(Property piece);
+        void add(const Property& piece);
     };
     using Conversions = std::list<Conversion>;
 
