@@ -30,7 +30,7 @@ void Banner::show(const std::string& icon, const std::string& message, const std
     for (const auto& choice : choices)
         now += '\n' + choice.name;
     if (std::exchange(shown_, now) == now && get_visible() == !message.empty()) return;
-    icon_.set_from_icon_name(icon, Gtk::ICON_SIZE_BUTTON);
+    icon_.set(icon);
     message_.set_text(message);
     choices_.clear();
     for (const auto& choice : choices) {

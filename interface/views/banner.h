@@ -1,11 +1,11 @@
 // A message above the texts, with what can be done about it.
 #pragma once
 
+#include "views/icon.h"
 #include "views/wrap_row.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
-#include <gtkmm/image.h>
 #include <gtkmm/label.h>
 
 #include <functional>
@@ -30,7 +30,7 @@ public:
     void takeFocus();
 
 private:
-    Gtk::Image icon_;
+    Icon icon_;
     Gtk::Label message_;
     WrapRow choices_;
     std::string shown_;

@@ -1,6 +1,7 @@
 // A button with one of the toolkit's icons, for what many rows offer.
 #pragma once
 
+#include "views/icon.h"
 #include "views/look.h"
 
 #include <gtkmm/button.h>
@@ -12,7 +13,7 @@ namespace quillmark {
 class IconButton : public Gtk::Button {
 public:
     IconButton(const std::string& icon, const std::string& name) {
-        set_image_from_icon_name(icon, Gtk::ICON_SIZE_BUTTON);
+        set_image(*Gtk::make_managed<Icon>(icon));
         set_tooltip_text(name);
         nameFor(*this, name);
         addClass(*this, look::compact);

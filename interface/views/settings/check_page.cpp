@@ -2,10 +2,9 @@
 
 #include "language/check_phrases.h"
 #include "language/rewriting_phrases.h"
+#include "views/icon.h"
 #include "views/look.h"
 #include "views/settings/section.h"
-
-#include <gtkmm/image.h>
 
 #include <array>
 
@@ -74,8 +73,7 @@ void CheckPage::addFinding(const Finding& finding) {
         column->pack_start(*label, Gtk::PACK_SHRINK);
     if (!explanation.empty()) column->pack_start(*wrappedLabel(explanation), Gtk::PACK_SHRINK);
 
-    auto* icon = Gtk::make_managed<Gtk::Image>();
-    icon->set_from_icon_name(icons.at(static_cast<std::size_t>(finding.grade)), Gtk::ICON_SIZE_BUTTON);
+    auto* icon = Gtk::make_managed<Icon>(icons.at(static_cast<std::size_t>(finding.grade)));
     icon->set_valign(Gtk::ALIGN_START);
     auto* line = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
     line->set_border_width(6);
