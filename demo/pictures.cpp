@@ -145,7 +145,7 @@ private:
             last = now;
             return same == 8;
         };
-        require(waitUntil(stands, milliseconds(10'000)), name + " does not come to rest");
+        require(waitUntil(stands, milliseconds(40'000)), name + " does not come to rest");
     }
 
     std::filesystem::path pictures_;

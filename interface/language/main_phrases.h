@@ -9,7 +9,7 @@ namespace quillmark::phrases {
 inline constexpr Phrase original{"Original", "원문"};
 inline constexpr Phrase rewritten{"Rewrite", "고친 글"};
 inline constexpr Phrase apply{"Apply", "넣기"};
-inline constexpr Phrase copyAndHide{"Copy and hide", "복사하고 닫기"};
+inline constexpr Phrase copyAndHide{"Copy and hide", "복사하고 숨기기"};
 inline constexpr Phrase copy{"Copy", "복사"};
 inline constexpr Phrase stop{"Stop", "멈춤"};
 inline constexpr Phrase again{"Again", "다시"};
