@@ -36,16 +36,15 @@ void Panes::on_size_allocate(Gtk::Allocation& allocation) {
     wanted_ = fitting(allocation.get_width(), allocation.get_height());
     if (wanted_ == arrangement_) return;
     // Not from inside: the toolkit is still giving out places.
-    Glib::signal_idle().connect_once([this] { arrange(wanted_); }, Glib::PRIORITY_HIGH_IDLE);
+    Glib::signal_idle().connect_once(sigc::mem_fun(*this, &Panes::arrange), Glib::PRIORITY_HIGH_IDLE);
 }
 
-void Panes::arrange(Arrangement arrangement) {
-    if (std::exchange(arrangement_, arrangement) == arrangement) return;
-    set_orientation(arrangement == Arrangement::beside ? Gtk::ORIENTATION_HORIZONTAL
-                                                       : Gtk::ORIENTATION_VERTICAL);
-    original.set_visible(arrangement != Arrangement::single);
+void Panes::arrange() {
+    if (std::exchange(arrangement_, wanted_) == wanted_) return;
+    set_orientation(wanted_ == Arrangement::beside ? Gtk::ORIENTATION_HORIZONTAL : Gtk::ORIENTATION_VERTICAL);
+    original.set_visible(wanted_ != Arrangement::single);
     rewritten.show();
-    single.emit(arrangement == Arrangement::single);
+    single.emit(wanted_ == Arrangement::single);
 }
 
 void Panes::swap() {

@@ -28,7 +28,7 @@ private:
     enum class Arrangement { none, beside, above, single };
 
     Arrangement fitting(int width, int height);
-    void arrange(Arrangement arrangement);
+    void arrange();
 
     Arrangement arrangement_ = Arrangement::none;
     Arrangement wanted_ = Arrangement::none;
