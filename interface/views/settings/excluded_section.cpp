@@ -58,6 +58,7 @@ void ExcludedSection::addProgram(const std::string& id, const std::vector<Progra
     row->pack_end(*remove, Gtk::PACK_SHRINK);
     list_.append(*row);
     row->get_parent()->set_can_focus(false);
+    nameFor(*row->get_parent(), name);
 }
 
 } // namespace quillmark

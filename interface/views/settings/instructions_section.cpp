@@ -63,6 +63,7 @@ void InstructionsSection::addInstruction(std::size_t index, const std::vector<In
     });
     list_.append(*row);
     row->get_parent()->set_can_focus(false);
+    nameFor(*row->get_parent(), name);
 }
 
 void InstructionsSection::addButton(Gtk::Box& row, const char* icon, const std::string& name, bool usable,
