@@ -11,8 +11,8 @@ inline constexpr Phrase notSaved{"The settings could not be saved: %1. They hold
                                  "설정을 저장할 수 없습니다: %1. 끝낼 때까지만 유지됩니다."};
 inline constexpr Phrase help{"Help", "도움말"};
 
-// Way of working.
-inline constexpr Phrase wayOfWorking{"What the hot key does", "단축키가 하는 일"};
+// What the hot key does.
+inline constexpr Phrase hotKeyAction{"What the hot key does", "단축키가 하는 일"};
 inline constexpr Phrase review{"Show the rewrite first; I apply it", "고친 글을 먼저 보여 주고, 내가 넣기"};
 inline constexpr Phrase atOnce{"Put the rewrite in at once, without this window",
                                "이 창 없이 고친 글을 바로 넣기"};

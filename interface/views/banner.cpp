@@ -10,6 +10,7 @@ namespace quillmark {
 
 Banner::Banner() : Gtk::Box(Gtk::ORIENTATION_HORIZONTAL, 8) {
     addClass(*this, look::banner);
+    get_accessible()->set_role(Atk::ROLE_INFO_BAR); // screen readers say it as soon as it is shown
     icon_.set_valign(Gtk::ALIGN_START);
     message_.set_line_wrap();
     message_.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);

@@ -30,14 +30,20 @@ FirstPage::FirstPage(Actions actions)
     wrap(title_);
     auto* top = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
     top->pack_start(title_, Gtk::PACK_EXPAND_WIDGET);
+    settings_.set_valign(Gtk::ALIGN_START);
     top->pack_end(settings_, Gtk::PACK_SHRINK);
     column_.pack_start(*top, Gtk::PACK_SHRINK);
     column_.pack_start(missing_, Gtk::PACK_SHRINK);
-    for (int i = 0; i < 3; ++i) {
+    for (const char* number : {"1.", "2.", "3."}) {
+        auto* before = Gtk::make_managed<Gtk::Label>(number);
+        before->set_valign(Gtk::ALIGN_START);
         auto* step = Gtk::make_managed<Gtk::Label>();
         wrap(*step);
         steps_.push_back(step);
-        column_.pack_start(*step, Gtk::PACK_SHRINK);
+        auto* row = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
+        row->pack_start(*before, Gtk::PACK_SHRINK);
+        row->pack_start(*step, Gtk::PACK_EXPAND_WIDGET);
+        column_.pack_start(*row, Gtk::PACK_SHRINK);
     }
     for (auto* label : {&model_, &privacy_}) {
         wrap(*label);
@@ -49,12 +55,6 @@ FirstPage::FirstPage(Actions actions)
     wrap(*heading);
     heading->set_mnemonic_widget(text_);
     nameFor(text_, say(phrases::tryHere));
-    text_.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
-    text_.set_accepts_tab(false);
-    text_.set_left_margin(8);
-    text_.set_right_margin(8);
-    text_.set_top_margin(6);
-    text_.set_bottom_margin(6);
     text_.get_buffer()->set_text(say(phrases::sample));
     auto* frame = Gtk::make_managed<Scroller>(Scroller::Holds::text);
     frame->set_min_content_height(120);
@@ -74,10 +74,10 @@ FirstPage::FirstPage(Actions actions)
 
 void FirstPage::show(const Facts& facts) {
     title_.set_text(say(facts.firstTime ? phrases::welcome : phrases::ready));
-    steps_[0]->set_text("1.  " + say(phrases::firstStep));
-    steps_[1]->set_text("2.  " + say(phrases::secondStep, {facts.hotKey}));
-    steps_[2]->set_text("3.  " + (facts.atOnce ? say(phrases::thirdStepAtOnce)
-                                               : say(phrases::thirdStep, {keyName(keys::primary)})));
+    steps_[0]->set_text(say(phrases::firstStep));
+    steps_[1]->set_text(say(phrases::secondStep, {facts.hotKey}));
+    steps_[2]->set_text(facts.atOnce ? say(phrases::thirdStepAtOnce)
+                                     : say(phrases::thirdStep, {keyName(keys::primary)}));
     model_.set_text(facts.model);
     privacy_.set_text(say(phrases::privacy));
     missing_.show("dialog-warning-symbolic", facts.missing);

@@ -7,8 +7,7 @@
 #include "views/column.h"
 #include "views/scroller.h"
 #include "views/shortcuts.h"
-
-#include <gtkmm/textview.h>
+#include "views/text_area.h"
 
 #include <functional>
 #include <string>
@@ -43,7 +42,7 @@ private:
     Gtk::Label title_, privacy_, model_;
     std::vector<Gtk::Label*> steps_;
     Banner missing_;
-    Gtk::TextView text_;
+    TextArea text_;
     ActionButton try_, settings_;
 };
 

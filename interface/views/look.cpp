@@ -15,6 +15,10 @@ void installLook() {
         .quillmark-banner { padding: 6px 8px; border: 1px solid @borders; border-radius: 4px;
                             background-color: alpha(@theme_selected_bg_color, 0.12); }
         .quillmark-text text { padding: 0; }
+        check, radio { min-width: 1.05em; min-height: 1.05em; }
+        spinner { min-width: 1.2em; min-height: 1.2em; }
+        .quillmark-under-check:dir(ltr) { margin-left: calc(1.05em + 10px); }
+        .quillmark-under-check:dir(rtl) { margin-right: calc(1.05em + 10px); }
     )";
     const auto provider = Gtk::CssProvider::create();
     provider->load_from_data(sheet);

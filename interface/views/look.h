@@ -16,7 +16,8 @@ inline constexpr auto key = "quillmark-key";         // the key of an action, un
 inline constexpr auto heading = "quillmark-heading"; // above a group of controls
 inline constexpr auto compact = "quillmark-compact"; // buttons of a row
 inline constexpr auto banner = "quillmark-banner";
-inline constexpr auto text = "quillmark-text"; // where people read and write at length
+inline constexpr auto text = "quillmark-text";              // where people read and write at length
+inline constexpr auto underCheck = "quillmark-under-check"; // below the words of a check or radio button
 } // namespace look
 
 void addClass(Gtk::Widget& widget, const char* name);

@@ -36,6 +36,8 @@ MainPage::MainPage(Assistant& assistant, Background& background, Actions actions
     top->pack_start(source_, Gtk::PACK_EXPAND_WIDGET);
     top->pack_end(settings_, Gtk::PACK_SHRINK);
     top->pack_end(history_, Gtk::PACK_SHRINK);
+    for (auto* button : {&history_, &settings_})
+        button->set_valign(Gtk::ALIGN_START);
 
     modelWords_.set_ellipsize(Pango::ELLIPSIZE_END);
     addClass(modelWords_, look::dim);

@@ -1,10 +1,9 @@
 #include "views/panes.h"
 
 #include "language/main_phrases.h"
+#include "views/text_size.h"
 
 #include <glibmm/main.h>
-#include <pangomm/context.h>
-#include <pangomm/fontmetrics.h>
 
 #include <algorithm>
 
@@ -24,9 +23,7 @@ Panes::Panes()
 Panes::Arrangement Panes::fitting(int width, int height) {
     constexpr int lineLength = 40;  // characters that a line should have
     constexpr int fewestLines = 11; // of both texts and their headings together
-    const auto metrics = get_pango_context()->get_metrics(get_pango_context()->get_font_description());
-    const int character = metrics.get_approximate_char_width() / Pango::SCALE;
-    const int line = (metrics.get_ascent() + metrics.get_descent()) / Pango::SCALE;
+    const auto [character, line] = textSize(*this);
     if (width >= 2 * lineLength * character) return Arrangement::beside;
     return height >= fewestLines * line ? Arrangement::above : Arrangement::single;
 }

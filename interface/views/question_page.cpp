@@ -8,6 +8,7 @@ namespace quillmark {
 
 QuestionPage::QuestionPage() : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 16) {
     set_border_width(24);
+    get_accessible()->set_role(Atk::ROLE_ALERT);
     set_valign(Gtk::ALIGN_CENTER);
     question_.set_line_wrap();
     question_.set_max_width_chars(50);

@@ -6,7 +6,7 @@
 #include "views/keys.h"
 #include "views/look.h"
 #include "views/settings/general_section.h"
-#include "views/settings/way_section.h"
+#include "views/settings/hot_key_action_section.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,12 +40,11 @@ SettingsPage::SettingsPage(SettingsActions actions)
     back_.signal_clicked().connect([this] { back(); });
     help_.signal_clicked().connect([this] { actions_.help(); });
 
-    auto* way = Gtk::make_managed<WaySection>(actions_);
+    auto* way = Gtk::make_managed<HotKeyActionSection>(actions_);
     auto* general = Gtk::make_managed<GeneralSection>(actions_, [this] { check(); });
     for (Gtk::Widget* section :
          std::initializer_list<Gtk::Widget*>{&hotKey_, way, &model_, &instructions_, &excluded_, general})
         sections_.pack_start(*section, Gtk::PACK_SHRINK);
-    sections_.set_border_width(4);
     all_.add(sections_);
     sections_.set_focus_vadjustment(all_.get_vadjustment());
     for (Gtk::Widget* page : std::initializer_list<Gtk::Widget*>{&all_, &form_, &programs_, &check_})

@@ -9,9 +9,10 @@ SourceLine::SourceLine() : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 2) {
     addClass(place_, look::heading);
     for (auto* label : {&place_, &extent_}) {
         label->set_xalign(0);
-        label->set_ellipsize(Pango::ELLIPSIZE_END);
         pack_start(*label, Gtk::PACK_SHRINK);
     }
+    place_.set_ellipsize(Pango::ELLIPSIZE_END);
+    extent_.set_line_wrap(); // what limits there are must not be cut off
     addClass(extent_, look::dim);
 }
 

@@ -24,27 +24,26 @@ std::size_t commonStart(std::string_view a, std::string_view b) {
     return length;
 }
 
+bool isEmoji(gunichar c) { return g_unichar_iswide(c) && g_unichar_type(c) == G_UNICODE_OTHER_SYMBOL; }
+
 } // namespace
 
 TextPane::TextPane(const std::string& heading, Marks marks)
     : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 4), heading_(heading, Gtk::ALIGN_START),
-      buffer_(view_.get_buffer()), changed_(buffer_->create_tag()),
+      buffer_(view_.get_buffer()), changed_(buffer_->create_tag()), changedEmoji_(buffer_->create_tag()),
       end_(buffer_->create_mark(buffer_->end(), false)), history_(buffer_), kind_(marks) {
     addClass(heading_, look::dim);
     addClass(view_, look::text);
-    view_.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
-    view_.set_accepts_tab(false);
-    view_.set_left_margin(8);
-    view_.set_right_margin(8);
-    view_.set_top_margin(6);
-    view_.set_bottom_margin(6);
     nameFor(view_, heading);
     heading_.set_mnemonic_widget(view_);
 
-    if (marks == Marks::removed)
+    if (marks == Marks::removed) {
         changed_->property_strikethrough() = true;
-    else
+    } else {
         changed_->property_underline() = Pango::UNDERLINE_SINGLE;
+        // Emoji fonts have it so low that it seems to stand above the next line.
+        changedEmoji_->property_underline() = Pango::UNDERLINE_LOW;
+    }
     colour();
     signal_style_updated().connect([this] { colour(); });
 
@@ -96,17 +95,26 @@ void TextPane::mark(std::vector<Span> spans) {
     const auto first =
         std::min(old == marks_.end() ? now->start : old->start, now == spans.end() ? old->start : now->start);
     auto at = buffer_->get_iter_at_offset(static_cast<int>(first));
-    buffer_->remove_tag(changed_, at, buffer_->end());
+    for (const auto& tag : {changed_, changedEmoji_})
+        buffer_->remove_tag(tag, at, buffer_->end());
     auto position = static_cast<int>(first);
     for (auto span = now; span != spans.end(); ++span) {
         at.forward_chars(static_cast<int>(span->start) - position);
         auto end = at;
         end.forward_chars(static_cast<int>(span->end - span->start));
-        buffer_->apply_tag(changed_, at, end);
+        markSpan(at, end);
         at = end;
         position = static_cast<int>(span->end);
     }
     marks_ = std::move(spans);
+}
+
+void TextPane::markSpan(const Gtk::TextIter& start, const Gtk::TextIter& end) {
+    buffer_->apply_tag(changed_, start, end);
+    for (auto at = start; at != end;) {
+        const auto letter = at++;
+        if (isEmoji(*letter)) buffer_->apply_tag(changedEmoji_, letter, at);
+    }
 }
 
 void TextPane::setEditable(bool editable) {

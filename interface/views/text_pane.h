@@ -6,10 +6,10 @@
 #include "views/edit_history.h"
 #include "views/long_lines.h"
 #include "views/scroller.h"
+#include "views/text_area.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
-#include <gtkmm/textview.h>
 
 #include <string>
 
@@ -43,12 +43,13 @@ public:
 
 private:
     void colour();
+    void markSpan(const Gtk::TextIter& start, const Gtk::TextIter& end);
 
     Gtk::Label heading_;
     Scroller scroller_{Scroller::Holds::text};
-    Gtk::TextView view_;
+    TextArea view_;
     Glib::RefPtr<Gtk::TextBuffer> buffer_;
-    Glib::RefPtr<Gtk::TextTag> changed_;
+    Glib::RefPtr<Gtk::TextTag> changed_, changedEmoji_;
     Glib::RefPtr<Gtk::TextMark> end_;
     EditHistory history_;
     Marks kind_;

@@ -4,12 +4,12 @@
 #include "views/first_page.h"
 #include "views/history_page.h"
 #include "views/main_page.h"
+#include "views/pages.h"
 #include "views/question_page.h"
 #include "views/settings_page.h"
 #include "views/shortcuts.h"
 
 #include <gtkmm/plug.h>
-#include <gtkmm/stack.h>
 
 #include <functional>
 #include <memory>
@@ -62,7 +62,7 @@ private:
     Actions actions_;
     std::string warning_;
     Shortcuts shortcuts_{*this};
-    Gtk::Stack pages_;
+    Pages pages_;
     FirstPage first_;
     MainPage main_;
     // Made when they are first shown: the window comes up earlier without them.

@@ -41,34 +41,46 @@ void WrapRow::get_preferred_width_vfunc(int& least, int& natural) const {
 void WrapRow::get_preferred_height_vfunc(int& least, int& natural) const {
     int leastWidth = 0, naturalWidth = 0;
     get_preferred_width_vfunc(leastWidth, naturalWidth);
-    least = natural = arrange(naturalWidth, nullptr);
+    least = natural = heightFor(naturalWidth);
 }
 
 void WrapRow::get_preferred_height_for_width_vfunc(int width, int& least, int& natural) const {
-    least = natural = arrange(width, nullptr);
+    least = natural = heightFor(width);
 }
 
-int WrapRow::arrange(int width, std::vector<Gtk::Allocation>* places) const {
+std::vector<Gtk::Allocation> WrapRow::arrange(int width) const {
+    std::vector<Gtk::Allocation> places;
     int x = 0, y = 0, rowHeight = 0;
+    std::size_t unfinished = 0; // the first place of the row
+    const auto endRow = [&] {
+        for (; unfinished < places.size(); ++unfinished)
+            places[unfinished].set_height(rowHeight);
+    };
     for (const auto* child : children_) {
         if (!child->get_visible()) continue;
         const auto [childWidth, childHeight] = naturalSize(*child);
         if (x > 0 && x + childWidth > width) {
+            endRow();
             x = 0;
             y += rowHeight + spacing_;
             rowHeight = 0;
         }
-        if (places != nullptr) places->emplace_back(x, y, std::min(childWidth, width), childHeight);
+        places.emplace_back(x, y, std::min(childWidth, width), childHeight);
         x += childWidth + spacing_;
         rowHeight = std::max(rowHeight, childHeight);
     }
-    return y + rowHeight;
+    endRow();
+    return places;
+}
+
+int WrapRow::heightFor(int width) const {
+    const auto places = arrange(width);
+    return places.empty() ? 0 : places.back().get_y() + places.back().get_height();
 }
 
 void WrapRow::on_size_allocate(Gtk::Allocation& allocation) {
     set_allocation(allocation);
-    std::vector<Gtk::Allocation> places;
-    arrange(allocation.get_width(), &places);
+    const auto places = arrange(allocation.get_width());
     const bool mirrored = get_direction() == Gtk::TEXT_DIR_RTL;
     auto place = places.begin();
     for (auto* child : children_) {

@@ -27,8 +27,9 @@ protected:
     void forall_vfunc(gboolean internals, GtkCallback callback, gpointer data) override;
 
 private:
-    // Where each child would stand; returns the height.
-    int arrange(int width, std::vector<Gtk::Allocation>* places) const;
+    // Where each child that is shown would stand; all those of a row are as high as the highest.
+    std::vector<Gtk::Allocation> arrange(int width) const;
+    int heightFor(int width) const;
 
     int spacing_;
     std::vector<Gtk::Widget*> children_;

@@ -224,12 +224,20 @@ std::vector<std::string> ScreenReader::all() {
 
 std::vector<std::string> ScreenReader::unnamed() {
     std::vector<std::string> lines;
-    if (const auto from = bus_->application())
+    const auto reads = [&] {
+        const auto from = bus_->application(), view = embeddedView();
+        if (!from || !view) return false;
+        bool found = false; // a control of the view
+        lines.clear();
         bus_->walk(*from, [&](const Object& object) {
-            if (bus_->is(object, focusable) && bus_->name(object).empty())
-                lines.push_back(bus_->role(object));
+            if (!bus_->is(object, focusable)) return false;
+            found = found || object.program == view->program;
+            if (bus_->name(object).empty()) lines.push_back(bus_->role(object));
             return false;
         });
+        return found;
+    };
+    if (!waitUntil(reads)) throw std::runtime_error("The embedded view has no controls on the screen.");
     return lines;
 }
 

@@ -37,7 +37,7 @@ public:
 
     // Every control on the screen as "role: name", in order.
     std::vector<std::string> all();
-    // Those that take the keyboard and have no name.
+    // Those that take the keyboard and have no name. Waits for the embedded view's; throws when none come.
     std::vector<std::string> unnamed();
 
 private:

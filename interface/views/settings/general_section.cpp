@@ -41,9 +41,11 @@ void GeneralSection::addLanguage() {
 }
 
 void GeneralSection::addLogin() {
-    auto* button = Gtk::make_managed<Gtk::CheckButton>(say(phrases::startAtLogin));
+    auto* button = Gtk::make_managed<Gtk::CheckButton>();
+    button->add(*wrappedLabel(say(phrases::startAtLogin)));
     addRow(button);
     auto& problem = addNote();
+    addClass(problem, look::underCheck);
     sayIn(problem, {});
     button->set_active(actions_.startsAtLogin());
     button->signal_toggled().connect([this, button, &problem] {
@@ -52,10 +54,12 @@ void GeneralSection::addLogin() {
 }
 
 void GeneralSection::addStatusIcon() {
-    auto* button = Gtk::make_managed<Gtk::CheckButton>(say(phrases::showStatusIcon));
+    auto* button = Gtk::make_managed<Gtk::CheckButton>();
+    button->add(*wrappedLabel(say(phrases::showStatusIcon)));
     addRow(button);
     button->set_active(actions_.settings().statusIcon);
     auto& note = addNote();
+    addClass(note, look::underCheck);
     sayIn(note, actions_.hasPlaceForIcon() ? "" : say(phrases::noPlaceForIcon));
     button->signal_toggled().connect([this, button] {
         actions_.change([on = button->get_active()](Settings& settings) { settings.statusIcon = on; });

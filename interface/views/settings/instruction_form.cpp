@@ -26,8 +26,6 @@ bool types(unsigned symbol, Gdk::ModifierType modifiers) {
 InstructionForm::InstructionForm(std::function<void(const Instruction&)> saved)
     : Scroller(Holds::page), saved_(std::move(saved)),
       key_([this](const GdkEventKey& event) { keyPressed(event); }) {
-    prompt_.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
-    prompt_.set_accepts_tab(false);
     auto* promptFrame = Gtk::make_managed<Scroller>(Scroller::Holds::text);
     promptFrame->set_min_content_height(90);
     promptFrame->add(prompt_);

@@ -5,12 +5,12 @@
 #include "views/column.h"
 #include "views/scroller.h"
 #include "views/settings/key_recorder.h"
+#include "views/text_area.h"
 
 #include <gtkmm/button.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/label.h>
-#include <gtkmm/textview.h>
 
 #include <functional>
 #include <vector>
@@ -34,7 +34,7 @@ private:
     std::function<void(const Instruction&)> saved_;
     Column column_{6};
     Gtk::Entry name_, question_;
-    Gtk::TextView prompt_;
+    TextArea prompt_;
     KeyRecorder key_;
     Gtk::Button noKey_;
     Gtk::CheckButton corrects_;

@@ -5,6 +5,7 @@
 #include "views/icon_button.h"
 #include "views/look.h"
 #include "views/shortcuts.h"
+#include "views/wrap_row.h"
 
 #include <glibmm/main.h>
 
@@ -22,9 +23,9 @@ InstructionsSection::InstructionsSection(const SettingsActions& actions,
     nameFor(add_, say(phrases::newInstruction));
     add_.signal_clicked().connect([this] { edit_(instructionsOf(actions_.settings()).size()); });
     standard_.signal_clicked().connect([this] { change([](auto& all) { all.clear(); }, 0); });
-    auto* buttons = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, 8);
-    buttons->pack_start(add_, Gtk::PACK_SHRINK);
-    buttons->pack_start(standard_, Gtk::PACK_SHRINK);
+    auto* buttons = Gtk::make_managed<WrapRow>(8);
+    buttons->add(add_);
+    buttons->add(standard_);
     pack_start(list_, Gtk::PACK_SHRINK);
     pack_start(*buttons, Gtk::PACK_SHRINK);
     show();

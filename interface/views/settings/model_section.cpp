@@ -18,7 +18,7 @@ ModelSection::ModelSection(const SettingsActions& actions)
     chosen_.add(*wrappedLabel(say(phrases::chooseServer)));
     form_.set_row_spacing(6);
     form_.set_column_spacing(8);
-    form_.set_margin_start(24);
+    addClass(form_, look::underCheck);
     addEntry(0, say(phrases::serverAddress), address_);
     addEntry(1, say(phrases::serverModel), model_);
     addEntry(2, say(phrases::serverKey), key_);
@@ -36,7 +36,7 @@ ModelSection::ModelSection(const SettingsActions& actions)
         pack_start(*row, Gtk::PACK_SHRINK);
     reorder_child(problem_, -1);
     sayIn(problem_, {});
-    lookAgain_.set_margin_start(24);
+    addClass(lookAgain_, look::underCheck);
     for (Gtk::Widget* row : std::initializer_list<Gtk::Widget*>{&consent_, &lookAgain_, &form_})
         row->set_no_show_all();
     form_.show_all_children();

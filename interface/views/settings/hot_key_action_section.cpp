@@ -1,12 +1,14 @@
-#include "views/settings/way_section.h"
+#include "views/settings/hot_key_action_section.h"
 
 #include "language/settings_phrases.h"
+#include "views/look.h"
 
 #include <gtkmm/radiobutton.h>
 
 namespace quillmark {
 
-WaySection::WaySection(const SettingsActions& actions) : Section(say(phrases::wayOfWorking)) {
+HotKeyActionSection::HotKeyActionSection(const SettingsActions& actions)
+    : Section(say(phrases::hotKeyAction)) {
     Gtk::RadioButtonGroup group;
     for (const auto& [way, words] : {std::pair{WayOfWorking::review, phrases::review},
                                      std::pair{WayOfWorking::atOnce, phrases::atOnce}}) {
@@ -18,7 +20,7 @@ WaySection::WaySection(const SettingsActions& actions) : Section(say(phrases::wa
         });
         addRow(button);
     }
-    addNote(say(phrases::atOnceExplained)).set_margin_start(24);
+    addClass(addNote(say(phrases::atOnceExplained)), look::underCheck);
 }
 
 } // namespace quillmark

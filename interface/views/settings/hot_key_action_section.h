@@ -6,9 +6,9 @@
 
 namespace quillmark {
 
-class WaySection : public Section {
+class HotKeyActionSection : public Section {
 public:
-    explicit WaySection(const SettingsActions& actions);
+    explicit HotKeyActionSection(const SettingsActions& actions);
 };
 
 } // namespace quillmark
