@@ -8,7 +8,7 @@ namespace quillmark {
 
 void Column::on_size_allocate(Gtk::Allocation& allocation) {
     constexpr int longestLine = 90; // characters
-    const int width = longestLine * textSize(*this).character;
+    const auto width = static_cast<int>(longestLine * textSize(*this).character);
     auto narrowed = allocation;
     narrowed.set_width(std::min(width, allocation.get_width()));
     if (get_direction() == Gtk::TEXT_DIR_RTL)

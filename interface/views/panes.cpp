@@ -21,11 +21,18 @@ Panes::Panes()
 }
 
 Panes::Arrangement Panes::fitting(int width, int height) {
-    constexpr int lineLength = 40;  // characters that a line should have
+    constexpr int lineLength = 36;  // characters that a line should have
     constexpr int fewestLines = 11; // of both texts and their headings together
     const auto [character, line] = textSize(*this);
     if (width >= 2 * lineLength * character) return Arrangement::beside;
     return height >= fewestLines * line ? Arrangement::above : Arrangement::single;
+}
+
+// One text is enough: it is what a low window shows.
+void Panes::get_preferred_height_vfunc(int& least, int& natural) const {
+    Gtk::Box::get_preferred_height_vfunc(least, natural);
+    int ofOne = 0;
+    (rewritten.get_visible() ? rewritten : original).get_preferred_height(least, ofOne);
 }
 
 void Panes::on_size_allocate(Gtk::Allocation& allocation) {

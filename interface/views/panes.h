@@ -22,6 +22,7 @@ public:
     int missingHeight() const;
 
 protected:
+    void get_preferred_height_vfunc(int& least, int& natural) const override;
     void on_size_allocate(Gtk::Allocation& allocation) override;
 
 private:

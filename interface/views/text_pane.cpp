@@ -2,6 +2,7 @@
 
 #include "rewriting/words.h"
 #include "views/look.h"
+#include "views/text_size.h"
 
 #include <gtkmm/adjustment.h>
 
@@ -44,8 +45,8 @@ TextPane::TextPane(const std::string& heading, Marks marks)
         // Emoji fonts have it so low that it seems to stand above the next line.
         changedEmoji_->property_underline() = Pango::UNDERLINE_LOW;
     }
-    colour();
-    signal_style_updated().connect([this] { colour(); });
+    followStyle();
+    signal_style_updated().connect([this] { followStyle(); });
 
     scroller_.add(view_);
     pack_start(heading_, Gtk::PACK_SHRINK);
@@ -59,9 +60,11 @@ TextPane::TextPane(const std::string& heading, Marks marks)
     setEditable(false);
 }
 
-// Seen on a light and on a dark background.
-void TextPane::colour() {
-    Gdk::RGBA tint;
+void TextPane::followStyle() {
+    constexpr int fewestLines = 3;
+    scroller_.set_min_content_height(fewestLines * textSize(*this).line + view_.get_top_margin() +
+                                     view_.get_bottom_margin());
+    Gdk::RGBA tint; // seen on a light and on a dark background
     tint.set_rgba(kind_ == Marks::removed ? 0.85 : 0.15, kind_ == Marks::removed ? 0.2 : 0.65, 0.25, 0.22);
     changed_->property_background_rgba() = tint;
 }

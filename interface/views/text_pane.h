@@ -42,7 +42,7 @@ public:
     sigc::signal<void> edited;
 
 private:
-    void colour();
+    void followStyle();
     void markSpan(const Gtk::TextIter& start, const Gtk::TextIter& end);
 
     Gtk::Label heading_;
