@@ -79,7 +79,7 @@ void ScriptedServer::serve(int socket) {
         if (connection.request.starts_with('\x16')) break;
     }
     if (connection.request.starts_with("POST /v1/chat/completions ")) {
-        behaviour.chat(connection);
+        if (behaviour.chat) behaviour.chat(connection);
     } else if (behaviour.probe) {
         behaviour.probe(connection);
     } else if (connection.request.starts_with("GET /health")) {

@@ -133,7 +133,12 @@ std::optional<ServedModel> ServerLook::servedLocked() const {
     for (const auto& candidate : candidates_) {
         const auto state = stateOf(candidate);
         if (state.kind == Kind::ready) return state.served;
-        if (state.kind == Kind::silent && !busy) busy = candidate.known.served;
+        // The user may have chosen another model of that server since.
+        const auto& earlier = candidate.known.served;
+        const bool isWanted = earlier && earlier->server.wantedModel == candidate.server.wantedModel;
+        if (state.kind != Kind::silent || !isWanted || busy) continue;
+        busy = earlier;
+        busy->server = candidate.server;
     }
     return busy;
 }
