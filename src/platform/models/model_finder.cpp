@@ -64,11 +64,10 @@ public:
     }
 
 private:
-    // A look serves for a second, and for longer while it waits for a slow server: so that server's answer is
-    // learned too.
+    // A look serves until a second after its outcome: so a slow server's answer is told and learned too.
     static bool isFresh(const ServerLook& look) {
-        const auto age = ServerLook::Clock::now() - look.startedAt();
-        return age < std::chrono::seconds(1) || !look.isDecided();
+        const auto decidedAt = look.decidedAt();
+        return !decidedAt || ServerLook::Clock::now() - *decidedAt < std::chrono::seconds(1);
     }
 
     void learnFromLast() {

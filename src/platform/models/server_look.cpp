@@ -90,7 +90,9 @@ void ServerLook::changed() {
     std::unique_lock lock(mutex_);
     for (auto& candidate : candidates_)
         if (!candidate.answeredAt && !stateOf(candidate).mayChange) candidate.answeredAt = Clock::now();
-    const auto ready = isDecidedLocked() ? std::exchange(waiting_, {}) : std::vector<std::function<void()>>();
+    const bool decided = isDecidedLocked();
+    if (decided && !decidedAt_) decidedAt_ = Clock::now();
+    const auto ready = decided ? std::exchange(waiting_, {}) : std::vector<std::function<void()>>();
     lock.unlock();
     changed_.notify_all();
     for (const auto& call : ready)
@@ -126,6 +128,11 @@ bool ServerLook::isDecidedLocked() const {
 bool ServerLook::isDecided() const {
     const std::lock_guard lock(mutex_);
     return isDecidedLocked();
+}
+
+std::optional<ServerLook::Clock::time_point> ServerLook::decidedAt() const {
+    const std::lock_guard lock(mutex_);
+    return decidedAt_;
 }
 
 std::optional<ServedModel> ServerLook::servedLocked() const {

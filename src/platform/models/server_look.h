@@ -60,9 +60,10 @@ public:
     void whenDecided(std::function<void()> call);
     void checkTime();
 
-    Clock::time_point startedAt() const { return startedAt_; }
     // Whether whenDecided() calls back at once.
     bool isDecided() const;
+    // When that came to be so; absent until then.
+    std::optional<Clock::time_point> decidedAt() const;
 
 private:
     struct Candidate {
@@ -88,6 +89,7 @@ private:
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     bool isStarted_ = false;
+    std::optional<Clock::time_point> decidedAt_;
     std::vector<Candidate> candidates_;
     std::vector<std::function<void()>> waiting_;
 };
