@@ -9,7 +9,8 @@
 #include <string>
 #include <variant>
 
-// Which model answers. Looks for it anew, but one look serves all who ask within a second. Any thread.
+// Which model answers. Looks for it anew, but one look serves all who ask until a second after its outcome.
+// Any thread.
 namespace platform {
 
 using ModelChoice = std::variant<ServedModel, SystemLanguageModel::UnavailableReason>;

@@ -62,7 +62,7 @@ public:
 
     // Whether whenDecided() calls back at once.
     bool isDecided() const;
-    // When that came to be so; absent until then.
+    // When that was first seen, at an answer or in checkTime(); absent until then.
     std::optional<Clock::time_point> decidedAt() const;
 
 private:
