@@ -3,21 +3,26 @@
 #include "flutter/standard_codec.h"
 #include "rewriting/assistant.h"
 #include "rewriting/differences.h"
+#include "rewriting/words.h"
 #include "views/look.h"
 #include "views/main_page.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/main.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/textview.h>
 #include <gtkmm/window.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <functional>
 #include <map>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -154,6 +159,28 @@ void sendGrowing(Host& host, const std::string& answer, const Glib::RefPtr<Glib:
         16);
 }
 
+// Processor time, not the clock's: what else the machine does meanwhile is not the interface's.
+class Turns {
+public:
+    // Where each turn's time goes.
+    explicit Turns(std::function<std::vector<double>&()> into) : into_(std::move(into)) {}
+    ~Turns() { ticking_.disconnect(); }
+    Turns(const Turns&) = delete;
+    Turns& operator=(const Turns&) = delete;
+
+private:
+    bool tick() {
+        const auto now = processorTime();
+        into_().push_back(now - std::exchange(last_, now));
+        return true;
+    }
+
+    std::function<std::vector<double>&()> into_;
+    double last_ = processorTime();
+    sigc::connection ticking_ =
+        Glib::signal_timeout().connect([this] { return tick(); }, 1, Glib::PRIORITY_HIGH);
+};
+
 void print(const std::string& what, std::vector<double> turns) {
     std::sort(turns.begin(), turns.end());
     const auto late = std::count_if(turns.begin(), turns.end(), [](double turn) { return turn > 16; });
@@ -172,9 +199,32 @@ Gtk::Entry* fieldIn(Gtk::Container& parent) {
     return nullptr;
 }
 
+// The least that showing a whole text takes: a text view without marks, as wide as one of the two of the
+// interface.
+std::vector<double> turnsOfBareView(const std::string& text) {
+    Gtk::Window window;
+    Gtk::ScrolledWindow scroller;
+    Gtk::TextView view;
+    view.set_wrap_mode(Gtk::WRAP_WORD_CHAR);
+    scroller.add(view);
+    window.set_default_size(508, 400);
+    window.add(scroller);
+    window.show_all();
+    while (Gtk::Main::events_pending())
+        Gtk::Main::iteration();
+    std::vector<double> all;
+    const auto loop = Glib::MainLoop::create();
+    const Turns turns([&]() -> auto& { return all; });
+    view.get_buffer()->set_text(text);
+    Glib::signal_timeout().connect_once([&] { loop->quit(); }, 700);
+    loop->run();
+    return all;
+}
+
 // How much the main loop does at a time, while a text grows sixty times a second and a person types quickly
 // in the field of an instruction that asks something; and then, when the text is whole.
 void grow(const char* what, const std::string& before, const std::string& after) {
+    auto bare = turnsOfBareView(after); // first: a script's first letter loads its font
     Host host;
     Desktop desktop(host, {});
     Settings settings;
@@ -194,18 +244,11 @@ void grow(const char* what, const std::string& before, const std::string& after)
     while (Gtk::Main::events_pending()) // the first frame of the program is not what is measured
         Gtk::Main::iteration();
 
-    // Processor time, not the clock's: what else the machine does meanwhile is not the interface's.
     std::vector<double> growing, whole;
-    auto last = processorTime();
     const auto loop = Glib::MainLoop::create();
-    auto ticking = Glib::signal_timeout().connect(
-        [&] {
-            const auto now = processorTime();
-            (assistant.rewrite().stage == Stage::rewriting ? growing : whole).push_back(now - last);
-            last = now;
-            return true;
-        },
-        1, Glib::PRIORITY_HIGH);
+    const Turns turns([&]() -> auto& {
+        return assistant.rewrite().stage == Stage::rewriting ? growing : whole;
+    });
     assistant.captured({.text = before, .source = "selection", .appName = "Bench", .token = "T"});
     gtk_accel_groups_activate(G_OBJECT(window.gobj()), GDK_KEY_5, GDK_CONTROL_MASK);
     auto typing = Glib::signal_timeout().connect(
@@ -216,10 +259,10 @@ void grow(const char* what, const std::string& before, const std::string& after)
         50);
     sendGrowing(host, after, loop);
     loop->run();
-    ticking.disconnect();
     typing.disconnect();
     print(what, std::move(growing));
     print("  once it is whole", std::move(whole));
+    print("  set at once in a bare text view", std::move(bare));
 }
 
 void growAll() {
@@ -231,6 +274,23 @@ void growAll() {
         changed[random() % changed.size()] += "x";
     grow("paragraphs of 80 words", joined(words, 80), joined(changed, 80));
     grow("one paragraph", joined(words, 0), joined(changed, 0));
+    const auto repeated = [](const std::string& sentence) {
+        std::string text;
+        while (characters(text) < length)
+            text += sentence;
+        return text;
+    };
+    const struct {
+        const char *what, *before, *after;
+    } table[]{
+        {"one paragraph of Korean", "저는 어제 학교애 갔다가 집에 왔어요. ",
+         "저는 어제 학교에 갔다가 집에 왔어요. "},
+        {"one paragraph of Arabic", "ذهبت الى المدرسه امس ثم عدت. ", "ذهبت إلى المدرسة أمس ثم عدت. "},
+        {"one paragraph of Japanese", "私は昨日学校え行って家に帰りました。",
+         "私は昨日学校へ行って家に帰りました。"},
+        {"one paragraph with emoji", "teh dog 🐶 runs and I 😀 laugh ", "the dog 🐶 runs and I 😀😀 laugh "}};
+    for (const auto& [what, before, after] : table)
+        grow(what, repeated(before), repeated(after));
 }
 
 } // namespace

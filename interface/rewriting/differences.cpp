@@ -69,6 +69,7 @@ Differences differences(std::string_view before, std::string_view after) {
 }
 
 Differences differencesSoFar(std::string_view before, std::string_view after) {
+    if (after.empty()) return {};
     // What has come so far cannot be about the part of the original that stands far behind it.
     const auto reached = std::min(before.size(), after.size() + after.size() / 4 + 200);
     const auto start = before.substr(0, reached);

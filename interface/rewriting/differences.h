@@ -1,6 +1,7 @@
 // What was changed in a text, word by word, so that it can be marked. Any thread.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,7 @@ struct Span {
     std::size_t start = 0;
     std::size_t end = 0;
 
-    friend bool operator==(const Span&, const Span&) = default;
+    friend auto operator<=>(const Span&, const Span&) = default;
 };
 
 struct Differences {

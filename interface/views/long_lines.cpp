@@ -1,29 +1,29 @@
 #include "views/long_lines.h"
 
-#include <algorithm>
+#include <glibmm/unicode.h>
+#include <glibmm/ustring.h>
 
 namespace quillmark {
 
-std::size_t BrokenLines::placeOf(std::size_t place) const {
-    const auto before = std::upper_bound(breaks.begin(), breaks.end(), place) - breaks.begin();
-    return place + static_cast<std::size_t>(before);
-}
-
-BrokenLines breakLongLines(std::string_view text) {
-    constexpr std::size_t longLine = 1000; // bytes
-    constexpr auto separator = "\u2029";
-    BrokenLines broken;
-    std::size_t line = 0, character = 0;
-    for (const char c : text) {
-        broken.text += c;
-        if ((c & 0xC0) != 0x80) ++character;
-        line = c == '\n' ? 0 : line + 1;
-        if (c != ' ' || line < longLine) continue;
-        broken.text += separator;
-        broken.breaks.push_back(character);
-        line = 0;
+std::vector<std::size_t> breaksOfLongLines(std::string_view text) {
+    constexpr std::size_t longLine = 1000, longWord = 500; // bytes
+    const Glib::ustring characters(text.data(), text.data() + text.size());
+    std::vector<std::size_t> breaks;
+    std::size_t line = 0, place = 0;
+    bool behindBlank = false;
+    for (auto at = characters.begin(); at != characters.end(); ++place) {
+        const auto character = *at;
+        // Chinese, Japanese and Thai have no blanks between words.
+        if (line >= longLine &&
+            (behindBlank || (line >= longLine + longWord && Glib::Unicode::isalpha(character)))) {
+            breaks.push_back(place);
+            line = 0;
+        }
+        behindBlank = character == ' ';
+        const auto start = at++;
+        line = character == '\n' ? 0 : line + static_cast<std::size_t>(at.base() - start.base());
     }
-    return broken;
+    return breaks;
 }
 
 } // namespace quillmark

@@ -119,18 +119,22 @@ void MainPage::show() {
     const auto& rewrite = assistant_.rewrite();
     source_.show(rewrite.capture);
     instructions_.show(rewrite.instruction, canRewrite(rewrite));
-    const bool growing = rewrite.stage == Stage::rewriting;
-    panes_.original.setText(rewrite.capture.text, growing);
-    const bool editable = canEdit(rewrite);
-    if (!editable) panes_.rewritten.setEditable(false);
-    if (!rewrite.edited || rewrite.stage != shown_) panes_.rewritten.setText(rewrite.text, growing);
-    if (editable) panes_.rewritten.setEditable(true);
+    showTexts(rewrite);
     showActions(rewrite);
     showBanner(rewrite);
     compare();
     showStatus(rewrite);
     growSoon();
     shown_ = rewrite.stage;
+}
+
+// They count as growing until the last marks stand: each mark in a long paragraph lays all of it out anew.
+void MainPage::showTexts(const Rewrite& rewrite) {
+    const bool growing = rewrite.stage == Stage::rewriting || (!rewrite.edited && texts() != compared_);
+    panes_.original.setText(rewrite.capture.text, growing);
+    if (!canEdit(rewrite)) panes_.rewritten.setEditable(false);
+    if (!rewrite.edited || rewrite.stage != shown_) panes_.rewritten.setText(rewrite.text, growing);
+    if (canEdit(rewrite) && panes_.rewritten.isWhole()) panes_.rewritten.setEditable(true);
 }
 
 void MainPage::showActions(const Rewrite& rewrite) {
@@ -193,31 +197,38 @@ void MainPage::showStatus(const Rewrite& rewrite) {
     status_.set_text(words);
 }
 
-// One comparison at a time, of the newest text, off the main loop.
-void MainPage::compare() {
+MainPage::Texts MainPage::texts() const {
     const auto& rewrite = assistant_.rewrite();
-    if (comparing_ || rewrite.text == compared_) return;
+    return {rewrite.capture.text, rewrite.text, rewrite.stage == Stage::rewriting || rewrite.text.empty()};
+}
+
+// One comparison at a time, of the newest texts, off the main loop.
+void MainPage::compare() {
+    if (comparing_ || texts() == compared_) return;
     comparing_ = true;
-    const bool growing = rewrite.stage == Stage::rewriting;
-    background_.run([this, before = rewrite.capture.text, after = rewrite.text, growing,
-                     life = std::weak_ptr(life_)]() -> std::function<void()> {
-        auto found = growing ? differencesSoFar(before, after) : differences(before, after);
-        return [this, found = std::move(found), after, life]() mutable {
+    background_.run([this, texts = texts(), life = std::weak_ptr(life_)]() -> std::function<void()> {
+        auto found = texts.growing ? differencesSoFar(texts.before, texts.after)
+                                   : differences(texts.before, texts.after);
+        return [this, found = std::move(found), texts, life]() mutable {
             if (life.expired()) return;
             comparing_ = false;
-            compared_ = after;
+            compared_ = std::move(texts);
             showDifferences(std::move(found));
         };
     });
 }
 
+// Of a text that has grown since they are still true.
 void MainPage::showDifferences(Differences found) {
-    if (assistant_.rewrite().text != compared_ && assistant_.rewrite().stage != Stage::rewriting)
-        return compare();
-    differences_ = std::move(found);
-    panes_.original.mark(differences_.removed);
-    if (assistant_.rewrite().text.starts_with(compared_)) panes_.rewritten.mark(differences_.added);
-    showStatus(assistant_.rewrite());
+    const auto now = texts();
+    if (now.before == compared_.before && now.growing == compared_.growing &&
+        now.after.starts_with(compared_.after)) {
+        differences_ = std::move(found);
+        panes_.original.mark(differences_.removed);
+        panes_.rewritten.mark(differences_.added);
+        showTexts(assistant_.rewrite());
+        showStatus(assistant_.rewrite());
+    }
     compare();
 }
 

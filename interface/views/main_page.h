@@ -45,10 +45,19 @@ public:
     bool onKey(GdkEventKey* event);
 
 private:
+    struct Texts {
+        std::string before, after;
+        bool growing = false; // of `after` more is to come
+
+        friend bool operator==(const Texts&, const Texts&) = default;
+    };
+
+    void showTexts(const Rewrite& rewrite);
     void showActions(const Rewrite& rewrite);
     void showBanner(const Rewrite& rewrite);
     void showStatus(const Rewrite& rewrite);
     void compare();
+    Texts texts() const;
     void showDifferences(Differences found);
     void growSoon();
 
@@ -68,7 +77,7 @@ private:
 
     Stage shown_ = Stage::nothing;
     Differences differences_;
-    std::string compared_; // the rewrite that the differences are of
+    Texts compared_; // what the differences are of
     bool comparing_ = false;
     bool growing_ = false; // a look at the height is due
     int tallest_ = 0;      // the page was this tall; the person who makes it smaller wants it so

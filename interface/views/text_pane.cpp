@@ -1,12 +1,14 @@
 #include "views/text_pane.h"
 
 #include "rewriting/words.h"
+#include "views/long_lines.h"
 #include "views/look.h"
 #include "views/text_size.h"
 
 #include <gtkmm/adjustment.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace quillmark {
@@ -53,8 +55,8 @@ TextPane::TextPane(const std::string& heading, Marks marks)
     pack_start(scroller_, Gtk::PACK_EXPAND_WIDGET);
     buffer_->signal_changed().connect([this] {
         if (settingText_) return;
-        shown_ = {buffer_->get_text().raw(), {}};
-        marks_.clear();
+        text_ = buffer_->get_text().raw();
+        marks_ = marksInBuffer();
         edited.emit();
     });
     setEditable(false);
@@ -70,54 +72,90 @@ void TextPane::followStyle() {
 }
 
 void TextPane::setText(const std::string& text, bool growing) {
-    auto wanted = growing ? breakLongLines(text) : BrokenLines{text, {}};
-    if (wanted.text == shown_.text) return;
+    auto breaks = growing ? breaksOfLongLines(text) : std::vector<std::size_t>{};
+    if (text == text_ && breaks == breaks_) return;
     const auto& position = scroller_.get_vadjustment();
     const bool atEnd = position->get_value() + position->get_page_size() >= position->get_upper() - 1;
-    const auto same = commonStart(shown_.text, wanted.text);
-    const auto start = static_cast<int>(characters(std::string_view(wanted.text).substr(0, same)));
-    const bool grew = same == shown_.text.size() && !shown_.text.empty();
+    const auto same = commonStart(text_, text);
+    const auto start = characters(std::string_view(text).substr(0, same));
+    const bool grew = same == text_.size() && !text_.empty();
     settingText_ = true;
-    buffer_->erase(buffer_->get_iter_at_offset(start), buffer_->end());
-    buffer_->insert(buffer_->end(), wanted.text.data() + same, wanted.text.data() + wanted.text.size());
-    settingText_ = false;
-    shown_ = std::move(wanted);
-    while (!marks_.empty() && marks_.back().end > static_cast<std::size_t>(start))
+    while (!marks_.empty() && marks_.back().end > start) {
+        unmarkSpan(marks_.back());
         marks_.pop_back();
+    }
+    buffer_->erase(iterAt(start), buffer_->end());
+    buffer_->insert(buffer_->end(), text.data() + same, text.data() + text.size());
+    while (!breaks_.empty() && breaks_.back() > start)
+        breaks_.pop_back();
+    breakLines(std::move(breaks));
+    settingText_ = false;
+    text_ = text;
     if (!grew) buffer_->place_cursor(buffer_->begin());
     if (grew && atEnd) view_.scroll_to(end_);
 }
 
-// Marks are kept by their places in the text that is shown, which has more characters where long lines are
-// broken.
-void TextPane::mark(std::vector<Span> spans) {
-    for (auto& span : spans)
-        span = {shown_.placeOf(span.start), shown_.placeOf(span.end)};
-    const auto [old, now] = std::mismatch(marks_.begin(), marks_.end(), spans.begin(), spans.end());
-    if (old == marks_.end() && now == spans.end()) return;
-    const auto first =
-        std::min(old == marks_.end() ? now->start : old->start, now == spans.end() ? old->start : now->start);
-    auto at = buffer_->get_iter_at_offset(static_cast<int>(first));
-    for (const auto& tag : {changed_, changedEmoji_})
-        buffer_->remove_tag(tag, at, buffer_->end());
-    auto position = static_cast<int>(first);
-    for (auto span = now; span != spans.end(); ++span) {
-        at.forward_chars(static_cast<int>(span->start) - position);
-        auto end = at;
-        end.forward_chars(static_cast<int>(span->end - span->start));
-        markSpan(at, end);
-        at = end;
-        position = static_cast<int>(span->end);
+void TextPane::breakLines(std::vector<std::size_t> breaks) {
+    constexpr auto separator = "\u2029";
+    const auto isIn = [](const std::vector<std::size_t>& all, std::size_t place) {
+        return std::binary_search(all.begin(), all.end(), place);
+    };
+    // A break is moved by as many separators as stand before it.
+    for (auto i = breaks_.size(); i-- > 0;) {
+        if (isIn(breaks, breaks_[i])) continue;
+        const auto at = buffer_->get_iter_at_offset(static_cast<int>(breaks_[i] + i));
+        auto behind = at;
+        behind.forward_char();
+        buffer_->erase(at, behind);
     }
-    marks_ = std::move(spans);
+    for (std::size_t i = 0; i < breaks.size(); ++i)
+        if (!isIn(breaks_, breaks[i]))
+            buffer_->insert(buffer_->get_iter_at_offset(static_cast<int>(breaks[i] + i)), separator);
+    breaks_ = std::move(breaks);
 }
 
-void TextPane::markSpan(const Gtk::TextIter& start, const Gtk::TextIter& end) {
+// At a character of the text.
+Gtk::TextIter TextPane::iterAt(std::size_t place) const {
+    const auto before = std::upper_bound(breaks_.begin(), breaks_.end(), place) - breaks_.begin();
+    return buffer_->get_iter_at_offset(static_cast<int>(place) + static_cast<int>(before));
+}
+
+void TextPane::mark(const std::vector<Span>& spans) {
+    std::vector<Span> gone, added;
+    std::ranges::set_difference(marks_, spans, std::back_inserter(gone));
+    std::ranges::set_difference(spans, marks_, std::back_inserter(added));
+    for (const auto& span : gone)
+        unmarkSpan(span);
+    for (const auto& span : added)
+        markSpan(span);
+    marks_ = spans;
+}
+
+// Where they have moved to when the person has edited the text.
+std::vector<Span> TextPane::marksInBuffer() const {
+    std::vector<Span> marks;
+    auto at = buffer_->begin();
+    while (at.starts_tag(changed_) || at.forward_to_tag_toggle(changed_)) {
+        const auto start = static_cast<std::size_t>(at.get_offset());
+        if (!at.starts_tag(changed_)) break;
+        at.forward_to_tag_toggle(changed_);
+        marks.push_back({start, static_cast<std::size_t>(at.get_offset())});
+    }
+    return marks;
+}
+
+void TextPane::markSpan(const Span& span) {
+    const auto start = iterAt(span.start), end = iterAt(span.end);
     buffer_->apply_tag(changed_, start, end);
     for (auto at = start; at != end;) {
         const auto letter = at++;
         if (isEmoji(*letter)) buffer_->apply_tag(changedEmoji_, letter, at);
     }
+}
+
+void TextPane::unmarkSpan(const Span& span) {
+    for (const auto& tag : {changed_, changedEmoji_})
+        buffer_->remove_tag(tag, iterAt(span.start), iterAt(span.end));
 }
 
 void TextPane::setEditable(bool editable) {

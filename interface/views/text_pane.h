@@ -4,7 +4,6 @@
 
 #include "rewriting/differences.h"
 #include "views/edit_history.h"
-#include "views/long_lines.h"
 #include "views/scroller.h"
 #include "views/text_area.h"
 
@@ -22,12 +21,15 @@ public:
     TextPane(const std::string& heading, Marks marks);
 
     // Only what differs from the text that is shown is touched: a growing text costs what it grows by. While
-    // one of the two texts grows, the marks of both change all the time.
+    // one of the two texts grows, the marks of both change all the time, and long paragraphs of both are
+    // broken.
     void setText(const std::string& text, bool growing);
-    // As the person has edited it. Not while it grows.
-    const std::string& text() const { return shown_.text; }
+    // No paragraph is broken.
+    bool isWhole() const { return breaks_.empty(); }
+    // As the person has edited it; only a whole one may be edited.
+    const std::string& text() const { return text_; }
     // In order. Only what differs from the marks that are shown is touched.
-    void mark(std::vector<Span> spans);
+    void mark(const std::vector<Span>& spans);
 
     void setEditable(bool editable);
     void undo();
@@ -43,7 +45,11 @@ public:
 
 private:
     void followStyle();
-    void markSpan(const Gtk::TextIter& start, const Gtk::TextIter& end);
+    void breakLines(std::vector<std::size_t> breaks);
+    Gtk::TextIter iterAt(std::size_t place) const;
+    std::vector<Span> marksInBuffer() const;
+    void markSpan(const Span& span);
+    void unmarkSpan(const Span& span);
 
     Gtk::Label heading_;
     Scroller scroller_{Scroller::Holds::text};
@@ -53,7 +59,9 @@ private:
     Glib::RefPtr<Gtk::TextMark> end_;
     EditHistory history_;
     Marks kind_;
-    BrokenLines shown_;
+    std::string text_;
+    // In characters of the text: a separator stands there that is not of the text.
+    std::vector<std::size_t> breaks_;
     std::vector<Span> marks_;
     bool settingText_ = false;
 };

@@ -91,6 +91,32 @@ TEST_F(Review, StopsAndBeginsAgain) {
     EXPECT_TRUE(rewritten("I know it"));
 }
 
+// While they grow they are broken where the eye hardly sees it.
+TEST_F(Review, LongParagraphsAreWholeOnceTheirRewriteIs) {
+    start();
+    const auto repeated = [](const std::string& words) {
+        std::string text;
+        while (text.size() < 4000)
+            text += words;
+        return text;
+    };
+    for (const auto& [before, after] : {std::pair(repeated("i knwo it "), repeated("I know it ")),
+                                        {repeated("私は知っていま"), repeated("私は知っています")}}) {
+        model.answers(after, Manner::half);
+        write(before);
+        pressHotKey();
+        ASSERT_TRUE(comes([&] { return rewrite().find("\u2029") != std::string::npos; })) << rewrite();
+        model.finish();
+        EXPECT_TRUE(rewritten(after)) << rewrite();
+        EXPECT_TRUE(originalIs(before));
+        press("Control+End");
+        type("x");
+        EXPECT_TRUE(rewritten(after + "x")) << "it cannot be edited";
+        press("Control+Return");
+        fields->awaitText(after + "x");
+    }
+}
+
 TEST_F(Review, ARefusedPasteLosesNeitherTheRewriteNorAKeystroke) {
     start();
     model.answers("I know it");
