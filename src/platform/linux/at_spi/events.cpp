@@ -35,6 +35,16 @@ std::optional<Event::Kind> kindOf(std::string_view member, std::string_view deta
     return std::nullopt;
 }
 
+// Empty where the program does not say.
+std::string insertedText(const Signal& signal) {
+    if (g_variant_n_children(signal.body) < 4) return {};
+    const Variant fourth(g_variant_get_child_value(signal.body, 3));
+    if (!g_variant_is_of_type(fourth.get(), G_VARIANT_TYPE_VARIANT)) return {};
+    const Variant text(g_variant_get_variant(fourth.get()));
+    const bool isText = g_variant_is_of_type(text.get(), G_VARIANT_TYPE_STRING) != FALSE;
+    return isText ? g_variant_get_string(text.get(), nullptr) : "";
+}
+
 // The body starts with a detail and two numbers in every library's events; what follows differs.
 std::optional<Event> eventIn(const Signal& signal) {
     if (g_variant_n_children(signal.body) < 3) return std::nullopt;
@@ -52,6 +62,7 @@ std::optional<Event> eventIn(const Signal& signal) {
     const bool changesText = kind == Event::Kind::textInserted || kind == Event::Kind::textRemoved;
     if (changesText || kind == Event::Kind::caretMoved) event.position = number;
     if (changesText) event.length = g_variant_get_int32(second.get());
+    if (kind == Event::Kind::textInserted) event.text = insertedText(signal);
     return event;
 }
 

@@ -1,17 +1,19 @@
 #include "platform/linux/typing/place_events.h"
 
 #include "platform/linux/at_spi/accessibility_bus.h"
+#include "platform/linux/typing/put_back.h"
 
 #include <utility>
 
 namespace platform::typing {
 namespace {
 
-Happened seenFrom(const at_spi::Object& here, const std::vector<at_spi::Event>& events) {
+Happened seenFrom(const at_spi::Object& here, std::string_view text,
+                  const std::vector<at_spi::Event>& events) {
     using Kind = at_spi::Event::Kind;
     Happened happened;
-    for (const at_spi::Event& event : events) {
-        happened.anything = true;
+    happened.anything = !events.empty();
+    for (const at_spi::Event& event : withoutPutBack(events, text)) {
         if (event.source != here) {
             happened.focusElsewhere |= event.kind == Kind::focusGained;
         } else if (event.kind == Kind::textInserted || event.kind == Kind::textRemoved) {
@@ -39,18 +41,19 @@ std::optional<Happened> PlaceEvents::sinceLast() {
     if (!events_) return Happened();
     at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     const auto events = bus != nullptr ? events_->take(*bus) : std::nullopt;
-    return events ? std::optional(seenFrom(*here_, *events)) : std::nullopt;
+    return events ? std::optional(seenFrom(*here_, text_, *events)) : std::nullopt;
 }
 
 Happened PlaceEvents::sinceLastUnasked() {
     at_spi::Bus* bus = at_spi::AccessibilityBus::shared().bus();
     if (!events_ || bus == nullptr) return {};
-    return seenFrom(*here_, events_->takeSent(*bus));
+    return seenFrom(*here_, text_, events_->takeSent(*bus));
 }
 
 std::function<Happened()> PlaceEvents::sinceLastByThen() const {
     if (!events_) return [] { return Happened(); };
-    return [here = *here_, take = events_->takeLater()] { return seenFrom(here, take()); };
+    return
+        [here = *here_, text = text_, take = events_->takeLater()] { return seenFrom(here, text, take()); };
 }
 
 } // namespace platform::typing

@@ -6,7 +6,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
+#include <string>
+#include <utility>
 
 namespace platform::typing {
 
@@ -25,6 +26,9 @@ class PlaceEvents {
 public:
     explicit PlaceEvents(const AXUIElementRef& element);
 
+    // What stands in the place: parts of it that are removed and put back have not changed. Empty until then.
+    void setText(std::string text) { text_ = std::move(text); }
+
     // Since the last call, up to now. Absent when the program does not answer.
     std::optional<Happened> sinceLast();
     // The same without a question to the program, which may be waiting for the host: up to anything of which
@@ -35,6 +39,7 @@ public:
 
 private:
     std::optional<at_spi::Object> here_;
+    std::string text_;
     std::unique_ptr<at_spi::Events> events_;
 };
 

@@ -38,6 +38,7 @@ KeystrokeGuard::Watch::Watch(pid_t process, Against against) : process_(process)
             [this](x11::RawInput::Kind kind, unsigned) { inputSeen_ |= kind != x11::RawInput::Kind::keyUp; });
         events_.emplace(element);
         place_ = typing::placeIn(process);
+        events_->setText(place_.text.value_or(""));
     }
     window_ = x11::frontWindow();
 }
