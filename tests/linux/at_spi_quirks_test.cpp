@@ -3,6 +3,7 @@
 #include "linux/run_until.h"
 #include "platform/accessibility.h"
 #include "platform/linux/at_spi/accessibility_bus.h"
+#include "platform/linux/x11/pasteboard/primary.h"
 #include "testing/desktop/desktop.h"
 #include "testing/desktop/fields.h"
 #include "testing/desktop/scripted_elements.h"
@@ -336,6 +337,12 @@ window frame active showing
         program.command("slow GetNSelections 0.4");
         EXPECT_EQ(text(focusedElement(program)), std::nullopt) << "it may have one again";
     }
+    ScriptedElements program(desktop, chromium, R"(
+window frame active showing
+  field entry focusable focused editable showing multi_line text="one two" caret=7)");
+    program.command("select field 0,7 60");
+    selection::primaryIsPastedOver();
+    EXPECT_EQ(text(focusedElement(program)), "one two") << "the selection has gone, though PRIMARY stays";
 }
 
 TEST_F(Quirks, ASelectionThatMovesWhileItIsReadIsReadWhereItThenIs) {

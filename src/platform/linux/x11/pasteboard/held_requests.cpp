@@ -1,5 +1,6 @@
 #include "platform/linux/x11/pasteboard/held_requests.h"
 
+#include "platform/linux/x11/pasteboard/primary.h"
 #include "platform/linux/x11/pasteboard/thread.h"
 
 #include <semaphore>
@@ -35,7 +36,9 @@ HeldRequests::~HeldRequests() { Thread::shared().release(); }
 bool HeldRequests::areMade() { return arrival_->requests.try_acquire_until(end_); }
 
 bool HeldRequests::deliverIf(std::function<bool()> isRight) {
-    return Thread::shared().deliverHeld(std::move(isRight), Clock::now() + refusal);
+    const bool delivered = Thread::shared().deliverHeld(std::move(isRight), Clock::now() + refusal);
+    if (delivered) primaryIsPastedOver();
+    return delivered;
 }
 
 } // namespace platform::selection

@@ -3,11 +3,21 @@
 #include "platform/linux/x11/pasteboard/thread.h"
 
 namespace platform::selection {
+namespace {
+
+std::optional<Clock::time_point> pastedOver;
+
+} // namespace
 
 void copyPrimarySelection(std::uint32_t window) { Thread::shared().copyPrimary(window); }
 
 std::optional<PrimarySelection> primarySelection(std::uint32_t window) {
-    return Thread::shared().readPrimary(window);
+    const auto now = Clock::now();
+    auto selected = Thread::shared().readPrimary(window);
+    if (selected && pastedOver && selected->age >= now - *pastedOver) selected.reset();
+    return selected;
 }
+
+void primaryIsPastedOver() { pastedOver = Clock::now(); }
 
 } // namespace platform::selection

@@ -19,8 +19,11 @@ struct PrimarySelection {
 // own that selection. Takes two seconds at most. Main thread only.
 void copyPrimarySelection(std::uint32_t window);
 
-// Absent when the program of `window` does not own that selection, or does not answer within 100 ms. Main
-// thread only.
+// Absent when the program of `window` does not own that selection, does not answer within 100 ms, or
+// something has been pasted over it. Main thread only.
 std::optional<PrimarySelection> primarySelection(std::uint32_t window);
+
+// What is selected by now has been pasted over; most programs go on owning it. Main thread only.
+void primaryIsPastedOver();
 
 } // namespace platform::selection
