@@ -29,7 +29,7 @@ void TransferLoop::stop(std::uint64_t number) {
 }
 
 void TransferLoop::run() {
-    for (;;) {
+    while (!halting_) {
         takeOrders();
         int running = 0;
         curl_multi_perform(multi_, &running);
@@ -37,6 +37,14 @@ void TransferLoop::run() {
         timeOut();
         curl_multi_poll(multi_, nullptr, 0, millisecondsToWait(), nullptr);
     }
+    halted_.release();
+}
+
+void TransferLoop::halt() {
+    constexpr std::chrono::milliseconds longest{500};
+    halting_ = true;
+    curl_multi_wakeup(multi_);
+    static_cast<void>(halted_.try_acquire_for(longest));
 }
 
 void TransferLoop::takeOrders() {

@@ -2,16 +2,18 @@
 
 #include "platform/models/http/transfer.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <semaphore>
 #include <unordered_map>
 #include <vector>
 
 namespace platform {
 
-// Carries out any number of transfers on one thread, which lasts until the program ends: make it a
-// NeverDestroyed. Any thread.
+// Carries out any number of transfers on one thread, until it is halted; the object must outlive all others
+// that use it: make it a NeverDestroyed. Any thread.
 class TransferLoop {
 public:
     TransferLoop();
@@ -22,6 +24,9 @@ public:
     std::uint64_t start(HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
     // Closes its connection; nothing more is reported. One that is over already is left alone.
     void stop(std::uint64_t number);
+    // For the end of the program: once it returns, the thread has left libcurl for good. Should that take
+    // longer than half a second, it returns nevertheless. Once only, and not on the loop's own thread.
+    void halt();
 
 private:
     struct Order {
@@ -30,7 +35,7 @@ private:
         std::shared_ptr<HttpReceiver> receiver; // absent: to be stopped
     };
 
-    [[noreturn]] void run();
+    void run();
     void takeOrders();
     void takeResults();
     void timeOut();
@@ -42,6 +47,8 @@ private:
     std::mutex mutex_;
     std::vector<Order> orders_;
     std::uint64_t lastNumber_ = 0;
+    std::atomic<bool> halting_ = false;
+    std::binary_semaphore halted_{0};
 };
 
 } // namespace platform
