@@ -5,7 +5,6 @@
 #include "views/action_button.h"
 #include "views/keys.h"
 #include "views/look.h"
-#include "views/scroller.h"
 
 #include <utility>
 
@@ -37,16 +36,14 @@ HistoryPage::HistoryPage(Actions actions)
     top->pack_start(*back, Gtk::PACK_SHRINK);
     top->pack_start(*title, Gtk::PACK_EXPAND_WIDGET);
     top->pack_end(clear_, Gtk::PACK_SHRINK);
-    auto* scroller = Gtk::make_managed<Scroller>(Scroller::Holds::list);
-    scroller->add(list_);
+    scroller_.add(list_);
     empty_.set_line_wrap();
     empty_.set_margin_top(24);
-    empty_.show();
-    list_.set_placeholder(empty_);
     list_.set_selection_mode(Gtk::SELECTION_NONE);
     nameFor(list_, say(phrases::history));
     pack_start(*top, Gtk::PACK_SHRINK);
-    pack_start(*scroller, Gtk::PACK_EXPAND_WIDGET);
+    pack_start(empty_, Gtk::PACK_SHRINK); // a screen reader does not come to the placeholder of a GTK 3 list
+    pack_start(scroller_, Gtk::PACK_EXPAND_WIDGET);
     show_all();
 
     back->signal_clicked().connect([this] { actions_.back(); });
@@ -73,7 +70,10 @@ void HistoryPage::show(const History& history) {
         nameFor(*column->get_parent(), place->get_text(), text->get_text()); // the row
     }
     list_.show_all_children();
-    clear_.set_sensitive(!history.entries().empty());
+    const bool empty = history.entries().empty();
+    empty_.set_visible(empty);
+    scroller_.set_visible(!empty);
+    clear_.set_sensitive(!empty);
     if (auto* first = list_.get_row_at_index(0)) first->grab_focus();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "rewriting/history.h"
+#include "views/scroller.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -27,6 +28,7 @@ public:
 private:
     Actions actions_;
     Gtk::Label empty_;
+    Scroller scroller_{Scroller::Holds::list};
     Gtk::ListBox list_;
     Gtk::Button clear_;
 };

@@ -185,6 +185,10 @@ TEST_F(Review, AModelThatDiesLeavesTheTextAndAWayToGoOn) {
     ASSERT_TRUE(comes([&] { return screen().isSensitive("push button", "Again"); }));
     EXPECT_FALSE(screen().isSensitive("push button", "Apply")) << "half an answer can be applied";
     EXPECT_TRUE(originalIs("i knwo it"));
+    press("Control+h");
+    EXPECT_TRUE(screen().shows(
+        "label", "Nothing yet. What you rewrite is listed here until you quit; it is never stored."));
+    press("Escape");
     model.answers("I know it");
     press("Control+r");
     EXPECT_TRUE(rewritten("I know it"));
