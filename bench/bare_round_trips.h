@@ -21,6 +21,9 @@ public:
 
     // Asks them all once; how long that took.
     std::chrono::nanoseconds accessibility() const;
+    // All questions about the field sent together, which no capture can do: what it asks next depends on
+    // answers.
+    std::chrono::nanoseconds accessibilityAtOnce() const;
     std::chrono::nanoseconds display() const;
 
 private:

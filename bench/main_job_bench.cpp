@@ -96,11 +96,12 @@ struct Stage {
 };
 
 void timeTheMainJob(Stage& stage) {
-    Samples hotKeyToCapture, pasteToText, questions, display;
+    Samples hotKeyToCapture, pasteToText, questions, atOnce, display;
     const bench::BareRoundTrips bare(stage.fields.process().pid());
     for (int round = 0; round < rounds; ++round) {
         const auto token = stage.capture(hotKeyToCapture);
         questions.add(bare.accessibility());
+        atOnce.add(bare.accessibilityAtOnce());
         display.add(bare.display());
         const std::string word = round % 2 == 0 ? "your" : "yore";
         stage.paste(token, word, pasteToText);
@@ -108,6 +109,7 @@ void timeTheMainJob(Stage& stage) {
     }
     hotKeyToCapture.print("hot key pressed to \"capture\" at the interface");
     questions.print("  its questions over the accessibility bus, bare");
+    atOnce.print("  the same, all sent at once");
     display.print("  its questions to the X server, bare");
     const double least = questions.median() + display.median();
     std::printf("  that is %.2f times the bare sum of %.2f ms\n", hotKeyToCapture.median() / least, least);
