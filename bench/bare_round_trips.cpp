@@ -8,6 +8,7 @@
 #include "platform/linux/at_spi/windows.h"
 #include "platform/linux/x11/windows/front_window.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
@@ -104,8 +105,12 @@ std::chrono::nanoseconds BareRoundTrips::accessibility() const {
 
 std::chrono::nanoseconds BareRoundTrips::accessibilityAtOnce() const {
     const auto start = Clock::now();
-    target_->bus->call(questionsOf(target_->window, target_->field));
-    return Clock::now() - start;
+    const auto replies = target_->bus->call(questionsOf(target_->window, target_->field));
+    const auto took = Clock::now() - start;
+    if (std::ranges::any_of(replies,
+                            [](const auto& reply) { return reply.failure != at_spi::Failure::none; }))
+        throw std::runtime_error("A question that was sent with others has no reply.");
+    return took;
 }
 
 std::chrono::nanoseconds BareRoundTrips::display() const {

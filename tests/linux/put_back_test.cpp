@@ -1,17 +1,16 @@
 // What Qt programs tell while an input method is on, as 5.15 and 6.4 do in a text of several paragraphs.
-#include "platform/linux/typing/put_back.h"
+#include "platform/linux/at_spi/put_back.h"
 
 #include <gmock/gmock.h>
 
-namespace platform::typing {
+namespace platform::at_spi {
 namespace {
 
-using at_spi::Event;
 using Kind = Event::Kind;
 
-const at_spi::Object here{":1.7", "/field"}, elsewhere{":1.7", "/other"};
+const Object here{":1.7", "/field"}, elsewhere{":1.7", "/other"};
 
-Event removed(int position, int length, const at_spi::Object& source = here) {
+Event removed(int position, int length, const Object& source = here) {
     return {Kind::textRemoved, source, position, length};
 }
 Event inserted(int position, int length, const char* text) {
@@ -45,4 +44,4 @@ TEST(PutBack, IsOnlyWhatStandsThereAgain) {
 }
 
 } // namespace
-} // namespace platform::typing
+} // namespace platform::at_spi

@@ -21,7 +21,7 @@ struct Event {
     // program's own units; else 0.
     std::int32_t position = 0;
     std::int32_t length = 0;
-    std::string text = {}; // that was inserted
+    std::string text = {}; // that was inserted; empty where the program does not say
 };
 
 // What happens in one program while the object lives: where its focus goes, and what becomes of its texts,

@@ -1,5 +1,7 @@
 #include "platform/linux/at_spi/text_quirks.h"
 
+#include "platform/linux/at_spi/utf8.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -7,10 +9,6 @@ namespace platform::at_spi {
 namespace {
 
 constexpr std::string_view filler = "\uFEFF";
-
-// In UTF-8 exactly the characters beyond the basic plane start with such a byte.
-bool startsBeyondBasicPlane(char byte) { return (static_cast<unsigned char>(byte) & 0xF8U) == 0xF0; }
-bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
 // The offsets in `text`, counted in characters, that Chromium 156 reports as `reported`: it takes such an
 // offset for a number of UTF-16 units, and reports how many characters these are. Two offsets when the next

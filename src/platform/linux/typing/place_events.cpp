@@ -1,7 +1,7 @@
 #include "platform/linux/typing/place_events.h"
 
 #include "platform/linux/at_spi/accessibility_bus.h"
-#include "platform/linux/typing/put_back.h"
+#include "platform/linux/at_spi/put_back.h"
 
 #include <utility>
 
@@ -13,7 +13,7 @@ Happened seenFrom(const at_spi::Object& here, std::string_view text,
     using Kind = at_spi::Event::Kind;
     Happened happened;
     happened.anything = !events.empty();
-    for (const at_spi::Event& event : withoutPutBack(events, text)) {
+    for (const at_spi::Event& event : at_spi::withoutPutBack(events, text)) {
         if (event.source != here) {
             happened.focusElsewhere |= event.kind == Kind::focusGained;
         } else if (event.kind == Kind::textInserted || event.kind == Kind::textRemoved) {

@@ -13,8 +13,8 @@ struct Loops {
     TransferLoop ordinary, urgent;
 };
 
-// libcrypto 3.0, which libcurl initializes, frees what a handshake uses when the program ends; whoever was
-// registered after it comes before it.
+// libcrypto 3.0, which libcurl initializes, frees what a handshake uses when the program ends. What is
+// registered for the end later, as the halt is, runs before that.
 Loops& loops() {
     static const auto initialized = curl_global_init(CURL_GLOBAL_DEFAULT);
     static const NeverDestroyed<Loops> loops;

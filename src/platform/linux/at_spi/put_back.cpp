@@ -1,25 +1,27 @@
-#include "platform/linux/typing/put_back.h"
+#include "platform/linux/at_spi/put_back.h"
+
+#include "platform/linux/at_spi/utf8.h"
 
 #include <cstdint>
 
-namespace platform::typing {
+namespace platform::at_spi {
 namespace {
 
-using Kind = at_spi::Event::Kind;
+using Kind = Event::Kind;
 
 // What stands from a place on, which Qt counts in units of UTF-16. Nothing behind the end.
 std::string_view from(std::string_view text, std::int64_t place) {
     while (place > 0 && !text.empty()) {
-        place -= static_cast<unsigned char>(text.front()) >= 0xF0 ? 2 : 1;
+        place -= startsBeyondBasicPlane(text.front()) ? 2 : 1;
         do
             text.remove_prefix(1);
-        while (!text.empty() && (static_cast<unsigned char>(text.front()) & 0xC0) == 0x80);
+        while (!text.empty() && continuesCharacter(text.front()));
     }
     return text;
 }
 
 // Qt counts an end of the last paragraph, which is no character and is not put back.
-bool isPutBack(const at_spi::Event& removed, const at_spi::Event& inserted, std::string_view text) {
+bool isPutBack(const Event& removed, const Event& inserted, std::string_view text) {
     if (removed.kind != Kind::textRemoved || inserted.kind != Kind::textInserted || inserted.text.empty() ||
         removed.source != inserted.source || removed.position != inserted.position)
         return false;
@@ -33,15 +35,15 @@ bool isPutBack(const at_spi::Event& removed, const at_spi::Event& inserted, std:
 }
 
 // The end of a last paragraph that is empty.
-bool isBehindTheEnd(const at_spi::Event& event, std::string_view text) {
+bool isBehindTheEnd(const Event& event, std::string_view text) {
     return event.kind == Kind::textRemoved && event.length == 1 && !text.empty() &&
            from(text, event.position).empty();
 }
 
 } // namespace
 
-std::vector<at_spi::Event> withoutPutBack(const std::vector<at_spi::Event>& events, std::string_view text) {
-    std::vector<at_spi::Event> left;
+std::vector<Event> withoutPutBack(const std::vector<Event>& events, std::string_view text) {
+    std::vector<Event> left;
     for (auto event = events.begin(); event != events.end(); ++event) {
         if (isBehindTheEnd(*event, text)) continue;
         const auto next = event + 1;
@@ -53,4 +55,4 @@ std::vector<at_spi::Event> withoutPutBack(const std::vector<at_spi::Event>& even
     return left;
 }
 
-} // namespace platform::typing
+} // namespace platform::at_spi
