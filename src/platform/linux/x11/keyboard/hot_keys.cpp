@@ -77,9 +77,9 @@ std::uint32_t hotKeyModifiersOn(unsigned key) {
 // no repeat comes after it.
 void giveKeyboardBack(KeyCode key) {
     Display* display = XlibConnection::shared()->display();
+    XUngrabKeyboard(display, CurrentTime); // first: the program in front is without the focus meanwhile
     XDevice keyboard{};
     keyboard.device_id = lastUsedKeyboard();
-    XUngrabKeyboard(display, CurrentTime);
     if (keyboard.device_id == coreKeyboard)
         XTestFakeKeyEvent(display, key, False, CurrentTime);
     else

@@ -14,7 +14,9 @@ void copyPrimarySelection(std::uint32_t window) { Thread::shared().copyPrimary(w
 std::optional<PrimarySelection> primarySelection(std::uint32_t window) {
     const auto now = Clock::now();
     auto selected = Thread::shared().readPrimary(window);
-    if (selected && pastedOver && selected->age >= now - *pastedOver) selected.reset();
+    if (!selected || !pastedOver) return selected;
+    // An age is told in whole milliseconds.
+    if (selected->age >= std::chrono::floor<std::chrono::milliseconds>(now - *pastedOver)) selected.reset();
     return selected;
 }
 
