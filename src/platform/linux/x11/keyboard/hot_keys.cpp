@@ -77,7 +77,7 @@ std::uint32_t hotKeyModifiersOn(unsigned key) {
 // no repeat comes after it.
 void giveKeyboardBack(KeyCode key) {
     Display* display = XlibConnection::shared()->display();
-    XUngrabKeyboard(display, CurrentTime); // first: the program in front is without the focus meanwhile
+    XUngrabKeyboard(display, CurrentTime); // first: until then the program in front is without the focus
     XDevice keyboard{};
     keyboard.device_id = lastUsedKeyboard();
     if (keyboard.device_id == coreKeyboard)

@@ -15,7 +15,8 @@ std::optional<PrimarySelection> primarySelection(std::uint32_t window) {
     const auto now = Clock::now();
     auto selected = Thread::shared().readPrimary(window);
     if (!selected || !pastedOver) return selected;
-    // An age is told in whole milliseconds.
+    // An age comes in the X server's whole milliseconds: against a finer time, a selection could seem newer
+    // than the paste over it.
     if (selected->age >= std::chrono::floor<std::chrono::milliseconds>(now - *pastedOver)) selected.reset();
     return selected;
 }
