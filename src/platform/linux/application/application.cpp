@@ -13,7 +13,7 @@ namespace {
 
 struct State {
     std::unique_ptr<Menu> mainMenu;
-    std::unique_ptr<Gtk::MenuBar> menuBar;
+    std::unique_ptr<MenuBar> menuBar;
     Glib::RefPtr<Gtk::AccelGroup> shortcuts;
 };
 
@@ -49,7 +49,7 @@ void Application::setMainMenu(std::unique_ptr<Menu> menu) {
     state().menuBar.reset();
     state().mainMenu = std::move(menu);
     if (!state().mainMenu) return;
-    state().menuBar = makeMenuBar(*state().mainMenu);
+    state().menuBar = std::make_unique<MenuBar>(*state().mainMenu);
     state().shortcuts = makeShortcuts(*state().mainMenu);
     placeMenuBar();
 }

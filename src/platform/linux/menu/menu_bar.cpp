@@ -1,6 +1,9 @@
 #include "platform/linux/menu/menu_bar.h"
 
 #include "platform/linux/menu/item.h"
+#include "platform/main_queue.h"
+
+#include <utility>
 
 namespace platform {
 namespace {
@@ -11,26 +14,46 @@ void greyDisabledItems(const Menu& menu) {
         item->native().widget.set_sensitive(item->isEnabled());
 }
 
-void fill(Gtk::MenuShell& shell, const Menu& menu) {
+// What opens from the items of that menu; a second call replaces it.
+void makeSubmenus(const Menu& menu) {
     for (const auto& item : menu.itemArray()) {
+        const Menu* submenu = item->submenu();
+        if (submenu == nullptr) continue;
         auto& native = item->native();
-        if (const Menu* submenu = item->submenu()) {
-            native.submenu = std::make_unique<Gtk::Menu>();
-            fill(*native.submenu, *submenu);
-            native.submenu->signal_show().connect([submenu] { greyDisabledItems(*submenu); });
-            native.widget.set_submenu(*native.submenu);
+        const auto former = std::exchange(native.submenu, std::make_unique<Gtk::Menu>());
+        for (const auto& entry : submenu->itemArray()) {
+            if (former) former->remove(entry->native().widget);
+            native.submenu->append(entry->native().widget);
         }
-        shell.append(native.widget);
+        native.submenu->signal_show().connect([submenu] { greyDisabledItems(*submenu); });
+        native.widget.set_submenu(*native.submenu);
+        makeSubmenus(*submenu);
     }
 }
 
 } // namespace
 
-std::unique_ptr<Gtk::MenuBar> makeMenuBar(const Menu& menu) {
-    auto bar = std::make_unique<Gtk::MenuBar>();
-    fill(*bar, menu);
-    bar->show();
-    return bar;
+MenuBar::MenuBar(const Menu& menu) : menu_(menu) {
+    for (const auto& item : menu.itemArray())
+        append(item->native().widget);
+    makeSubmenus(menu);
+    show();
+}
+
+// GTK leaves a menu open when its window goes.
+void MenuBar::on_unmap() {
+    deactivate();
+    Gtk::MenuBar::on_unmap();
+}
+
+// Each opening gets menus of its own: GTK 3.24 settles when a menu first opens whether its window has a
+// see-through edge for a shadow. If a compositing manager comes or goes later, such a menu has a black edge
+// or is too small for its items.
+void MenuBar::on_deactivate() {
+    Gtk::MenuBar::on_deactivate();
+    MainQueue::async(life_, [this] {
+        if (get_selected_item() == nullptr) makeSubmenus(menu_);
+    });
 }
 
 } // namespace platform

@@ -60,6 +60,11 @@ void Window::Native::setMenuBar(Gtk::MenuBar& bar) {
     frame.setMenuBar(bar_);
 }
 
+// GTK leaves a menu open, and the keyboard with it, when its window is minimised.
+void Window::Native::closeMenus() {
+    if (auto* bar = dynamic_cast<Gtk::MenuBar*>(wholeBar_.get_child())) bar->deactivate();
+}
+
 void Window::Native::setTitleVisible(bool visible) {
     gtk_header_bar_set_custom_title(header.gobj(), visible ? nullptr : GTK_WIDGET(noTitle_.gobj()));
     frame.fitBars();
@@ -105,6 +110,7 @@ bool Window::Native::hasState(Gdk::WindowState state) const {
 
 void Window::Native::stateChanged(const GdkEventWindowState& event) {
     fullScreen_.check();
+    if ((event.changed_mask & event.new_window_state & GDK_WINDOW_STATE_ICONIFIED) != 0) closeMenus();
     if ((event.changed_mask & GDK_WINDOW_STATE_FULLSCREEN) == 0) return;
     const bool entered = (event.new_window_state & GDK_WINDOW_STATE_FULLSCREEN) != 0;
     MainQueue::async(life_, [this, entered] {

@@ -48,6 +48,7 @@ public:
 
 private:
     void assemble();
+    void closeMenus();
     void close();
     void dragged(double right, double down);
     void stateChanged(const GdkEventWindowState& event);
