@@ -204,7 +204,9 @@ void captureInTheTerminal(World& world, Chance& chance) {
 
 void captureWithTheHostInFront(World& world, Chance& chance) {
     world.call("show");
-    pressHotKey(world, chance, 2000ms); // or none: the place of the latest capture may be gone
+    // A program that serves the pasteboard badly holds a capture up for as long as the host bears with it.
+    constexpr auto longestCapture = 5000ms;
+    pressHotKey(world, chance, longestCapture); // or none: the place of the latest capture may be gone
 }
 
 void hotKeyAgainAndAgain(World& world, Chance& chance) {
