@@ -4,6 +4,7 @@
 #include "views/look.h"
 
 #include <gdk/gdkx.h>
+#include <glibmm/main.h>
 
 #include <utility>
 
@@ -11,23 +12,23 @@ namespace quillmark {
 
 Window::Window(unsigned long into, Assistant& assistant, Background& background, SettingsActions settings,
                Actions actions)
-    : assistant_(assistant), settingsActions_(std::move(settings)), actions_(std::move(actions)),
-      first_({.tryOut =
-                  [this](const std::string& text) {
-                      assistant_.tryOut(text);
-                      begin();
-                  },
-              .settings = [this] { showSettings(); }}),
-      main_(assistant, background,
-            {.history = [this] { showHistory(); },
-             .settings = [this] { showSettings(); },
-             .useModel = actions_.useModel,
-             .grow = actions_.grow}) {
+    : assistant_(assistant), background_(background), settingsActions_(std::move(settings)),
+      actions_(std::move(actions)), first_({.tryOut =
+                                                [this](const std::string& text) {
+                                                    assistant_.tryOut(text);
+                                                    begin();
+                                                },
+                                            .settings = [this] { showSettings(); }}) {
     settingsActions_.back = [this] { goHome(); };
-    for (Gtk::Widget* page : std::initializer_list<Gtk::Widget*>{&first_, &main_}) {
-        page->show();
-        pages_.add(*page);
-    }
+    Gtk::Widget& first = first_;
+    first.show();
+    pages_.add(first);
+    first.signal_draw().connect([this](const Cairo::RefPtr<Cairo::Context>&) {
+        if (!main_)
+            Glib::signal_idle().connect_once(sigc::hide_return(sigc::mem_fun(*this, &Window::main)),
+                                             Glib::PRIORITY_LOW);
+        return false;
+    });
     pages_.set_homogeneous(false);
     add(pages_);
     pages_.show();
@@ -37,6 +38,23 @@ Window::Window(unsigned long into, Assistant& assistant, Background& background,
     shortcuts_.set(first_, keys::settings, [this] { showSettings(); });
     goHome();
     embed(into);
+}
+
+MainPage& Window::main() {
+    if (!main_) {
+        main_ = std::make_unique<MainPage>(assistant_, background_,
+                                           MainPage::Actions{.history = [this] { showHistory(); },
+                                                             .settings = [this] { showSettings(); },
+                                                             .useModel = actions_.useModel,
+                                                             .grow = actions_.grow});
+        Gtk::Widget& page = *main_;
+        page.show();
+        pages_.add(page);
+        main_->setModel(model_, modelDetails_);
+        main_->setInstructions(instructions_);
+        main_->addKeys(shortcuts_, instructions_);
+    }
+    return *main_;
 }
 
 SettingsPage& Window::settings() {
@@ -93,18 +111,24 @@ void Window::goHome() {
         go(first_);
         return first_.begin();
     }
-    main_.show();
-    go(main_);
-    main_.begin();
+    begin();
 }
 
 void Window::begin() {
-    main_.show();
-    go(main_);
-    main_.begin();
+    main().show();
+    go(main());
+    main().begin();
 }
 
-void Window::changed() { main_.show(); }
+void Window::changed() {
+    if (main_) main_->show();
+}
+
+void Window::setModel(const std::string& words, const std::string& details) {
+    model_ = words;
+    modelDetails_ = details;
+    if (main_) main_->setModel(words, details);
+}
 
 void Window::showSettings() {
     go(settings());
@@ -131,13 +155,15 @@ void Window::ask(const std::string& text, const std::vector<QuestionPage::Choice
 }
 
 void Window::setInstructions(const std::vector<Instruction>& instructions) {
-    main_.setInstructions(instructions);
-    main_.addKeys(shortcuts_, instructions);
+    instructions_ = instructions;
+    if (!main_) return;
+    main_->setInstructions(instructions);
+    main_->addKeys(shortcuts_, instructions);
 }
 
 // Keys that neither the window nor the focused widget has a use for.
 bool Window::on_key_press_event(GdkEventKey* event) {
-    if (main_.get_mapped() && main_.onKey(event)) return true;
+    if (main_ && main_->get_mapped() && main_->onKey(event)) return true;
     if (Gtk::Plug::on_key_press_event(event)) return true;
     if (event->keyval != GDK_KEY_Escape) return false;
     escape();
@@ -145,7 +171,7 @@ bool Window::on_key_press_event(GdkEventKey* event) {
 }
 
 void Window::escape() {
-    if (main_.get_mapped() && main_.closeOpen()) return;
+    if (main_ && main_->get_mapped() && main_->closeOpen()) return;
     const auto* page = pages_.get_visible_child();
     if (page == settings_.get()) return settings_->back();
     if (page == history_.get()) return goHome();

@@ -39,7 +39,7 @@ public:
     void ask(const std::string& question, const std::vector<QuestionPage::Choice>& choices);
 
     void setFacts(const FirstPage::Facts& facts) { first_.show(facts); }
-    void setModel(const std::string& words, const std::string& details) { main_.setModel(words, details); }
+    void setModel(const std::string& words, const std::string& details);
     // What the settings show from the outside may have changed, and a sentence that concerns all of them.
     void refreshSettings();
     void warn(const std::string& sentence);
@@ -50,6 +50,7 @@ protected:
 
 private:
     void embed(unsigned long into);
+    MainPage& main();
     SettingsPage& settings();
     HistoryPage& history();
     QuestionPage& question();
@@ -58,14 +59,18 @@ private:
     void escape();
 
     Assistant& assistant_;
+    Background& background_;
     SettingsActions settingsActions_;
     Actions actions_;
-    std::string warning_;
+    // What the pages are told once they are made.
+    std::string warning_, model_, modelDetails_;
+    std::vector<Instruction> instructions_;
     Shortcuts shortcuts_{*this};
     Pages pages_;
     FirstPage first_;
-    MainPage main_;
-    // Made when they are first shown: the window comes up earlier without them.
+    // Made when they are first shown, the main one once the first is on the screen: the window comes up
+    // earlier without them.
+    std::unique_ptr<MainPage> main_;
     std::unique_ptr<HistoryPage> history_;
     std::unique_ptr<SettingsPage> settings_;
     std::unique_ptr<QuestionPage> question_;
