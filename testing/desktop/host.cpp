@@ -2,6 +2,7 @@
 
 #include "flutter/arguments.h"
 #include "flutter/standard_codec.h"
+#include "testing/desktop/local_socket.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -52,16 +53,6 @@ std::string textOf(const flutter::EncodableValue& arguments, std::string_view ke
 std::string hostProgram() {
     const char* chosen = std::getenv("QUILLMARK_HOST");
     return chosen ? chosen : QUILLMARK_HOST_PROGRAM;
-}
-
-int connectTo(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) return socket;
-    close(socket);
-    return -1;
 }
 
 Host::Host(const std::map<std::string, std::string>& environment, const HostOptions& options)

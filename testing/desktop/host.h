@@ -93,7 +93,4 @@ std::string textOf(const flutter::EncodableValue& arguments, std::string_view ke
 // $QUILLMARK_HOST, or the host of this build.
 std::string hostProgram();
 
-// A connection to a host's socket, or -1.
-int connectTo(const std::string& path);
-
 } // namespace testbed

@@ -1,7 +1,7 @@
 #include "linux/run_until.h"
 #include "platform/linux/interface/engine_socket.h"
 #include "platform/outgoing_messages.h"
-#include "testing/desktop/host.h"
+#include "testing/desktop/local_socket.h"
 #include "testing/desktop/temporary_folder.h"
 
 #include <gmock/gmock.h>

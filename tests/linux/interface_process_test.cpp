@@ -1,5 +1,4 @@
 #include "linux/run_until.h"
-#include "platform/linux/application/command_line.h"
 #include "platform/linux/interface/process.h"
 #include "platform/linux/interface/program.h"
 #include "testing/desktop/temporary_folder.h"
@@ -109,32 +108,6 @@ TEST(FindInterface, SaysWhatToDoWhenAProgramCannotBeStarted) {
                 ElementsAre((folder / "plain").string(), "-x"));
     EXPECT_THAT(findInterface({"sh"}, none), ElementsAre(HasSubstr("/sh")));
     EXPECT_EQ(none, "");
-}
-
-TEST(CommandLine, OptionsEndWhereTheInterfaceBegins) {
-    using Wish = CommandLine::Wish;
-    const struct {
-        std::vector<std::string> arguments;
-        Wish wish;
-        std::vector<std::string> interface;
-    } cases[] = {
-        {{}, Wish::run, {}},
-        {{"--help"}, Wish::help, {}},
-        {{"--version", "x"}, Wish::version, {"x"}},
-        {{"--background", "--sm-client-id", "--x", "y"}, Wish::run, {"y"}},
-        {{"x", "--help", "--version"}, Wish::run, {"x", "--help", "--version"}},
-        {{"--", "--help"}, Wish::run, {"--help"}},
-        {{"--trace=text", "x"}, Wish::run, {"x"}},
-        {{"--trace=all", "x"}, Wish::unclear, {}},
-        {{"--nonsense", "x"}, Wish::unclear, {}},
-        {{"-"}, Wish::unclear, {}},
-    };
-    for (const auto& [arguments, wish, interface] : cases) {
-        const auto line = readCommandLine(arguments);
-        EXPECT_EQ(line.wish, wish);
-        EXPECT_EQ(line.interface, interface);
-        EXPECT_EQ(line.problem.empty(), wish != Wish::unclear);
-    }
 }
 
 } // namespace
