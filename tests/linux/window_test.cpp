@@ -99,7 +99,7 @@ TEST_F(RealWindow, ContentAndMinimumAreAsAskedWhateverTheFontAlsoOnceItChanges) 
     Menu menu("Bar");
     for (int i = 0; i < 3; ++i) // wider together than the narrowest window
         menu.addItem(std::make_unique<MenuItem>("A menu with a long name", "edit"));
-    const auto bar = makeMenuBar(menu);
+    MenuBar bar(menu);
     const auto useFont = [](const char* font) {
         g_object_set(gtk_settings_get_default(), "gtk-font-name", font, nullptr);
     };
@@ -108,7 +108,7 @@ TEST_F(RealWindow, ContentAndMinimumAreAsAskedWhateverTheFontAlsoOnceItChanges) 
     window->setContentSize({700, 400});
     window->setMinSize({540, 300});
     window->setTitleVisibility(WindowTitleVisibility::hidden);
-    window->native().setMenuBar(*bar);
+    window->native().setMenuBar(bar);
     window->makeKeyAndOrderFront();
     runUntil([this] { return isShown(); });
     for (const char* font : {"Sans 14", "Sans 24", "Sans 8"}) {
@@ -177,7 +177,7 @@ TEST_F(RealWindow, MenuShowsNewTitlesToTheLetter) {
     auto& item = bar.addItem(std::make_unique<MenuItem>("Edit", "edit"));
     item.setSubmenu(std::make_unique<Menu>("Edit"));
     auto& inner = item.submenu()->addItem(std::make_unique<MenuItem>("Copy", "copy"));
-    const auto widget = makeMenuBar(bar);
+    const MenuBar widget(bar);
     item.setTitle("편집_하기");
     inner.setTitle("복사");
     EXPECT_EQ(item.native().widget.get_label(), "편집_하기");
