@@ -212,7 +212,10 @@ void captureWithTheHostInFront(World& world, Chance& chance) {
 void hotKeyAgainAndAgain(World& world, Chance& chance) {
     goSomewhere(world, chance);
     const bool holdsModifiers = chance.oneIn(2);
-    if (holdsModifiers) world.desktop.keyboard.hold("Alt+Shift");
+    if (holdsModifiers) {
+        world.note("with held modifiers");
+        world.desktop.keyboard.hold("Alt+Shift");
+    }
     const std::size_t presses = 2 + chance.below(3);
     for (std::size_t press = 0; press < presses; ++press) {
         world.desktop.keyboard.press(holdsModifiers ? "space" : "Alt+Shift+space");

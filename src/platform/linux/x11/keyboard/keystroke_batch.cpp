@@ -124,8 +124,10 @@ void awaitTyped() { XSync(XlibConnection::shared()->display(), False); }
 // What is asked of the server before anything is typed.
 struct KeystrokeBatch::Prepared {
     Keymap map;
-    CGEventFlags held;
+    // In this order: a modifier that is pressed between the two looks may be held without being released, but
+    // not released without being known as held.
     KeysDown down;
+    CGEventFlags held;
     XkbStateRec state;
     std::vector<Keystroke> keystrokes;
     std::optional<unsigned> layout; // to switch to
@@ -144,7 +146,7 @@ KeystrokeBatch::KeystrokeBatch(std::span<const KeyboardEvent> keys) {
                       keys, [&](const KeyboardEvent& key) { return needsLatin(*map, state, *layout, key); }))
         layout.reset();
     prepared_ = std::make_unique<Prepared>(
-        Prepared{std::move(*map), heldModifiers(), KeysDown(display), state, std::move(keystrokes), layout});
+        Prepared{std::move(*map), KeysDown(display), heldModifiers(), state, std::move(keystrokes), layout});
 }
 
 KeystrokeBatch::~KeystrokeBatch() = default;
