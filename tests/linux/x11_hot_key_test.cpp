@@ -22,6 +22,7 @@ namespace {
 
 using testbed::Keyboard;
 
+using testing::Each;
 using testing::ElementsAre;
 
 constexpr std::uint32_t space = 49;
@@ -234,6 +235,27 @@ TEST_F(HotKey, WhileItsHandlerRunsAnotherPressCountsAndWhatIsTypedArrives) {
     EXPECT_TRUE(runUntil([&] { return presses == 2; }));
     EXPECT_EQ(settled(), 2);
     EXPECT_THAT(window.presses(), ElementsAre("Control+c", "a", "space", "b", "space"));
+}
+
+TEST_F(HotKey, HeldModifiersCountAfterAPressThatHasHeldUpTheHostsOwnKeystroke) {
+    const EventHotKeyRef hotKey = registerHotKey();
+    for (const bool programsSeeThem : {true, false}) {
+        SCOPED_TRACE(programsSeeThem);
+        Keyboard keyboard;
+        FrontKeyWindow window;
+        presses = 0;
+        keyboard.hold("Alt_L+Shift_L");
+        if (!programsSeeThem) post(8, kCGEventFlagMaskCommand); // releases them
+        settle();
+        keyboard.press("space"); // until it is handled, the keyboard is the host's
+        post(8, kCGEventFlagMaskCommand);
+        EXPECT_EQ(settled(), 1);
+        for (int count = 2; count <= 3; ++count) {
+            keyboard.press("space");
+            EXPECT_EQ(settled(), count);
+        }
+        EXPECT_THAT(window.presses(), Each("Control+c"));
+    }
 }
 
 TEST_F(HotKey, MayBeTheKeystrokeThatTheHostTypes) {

@@ -34,8 +34,9 @@ KeystrokeGuard::Watch::Watch(pid_t process, Against against) : process_(process)
     const auto element = typing::focusedElement(process);
     role_ = typing::roleOf(element);
     if (against == Against::anyChange) {
-        input_.emplace(
-            [this](x11::RawInput::Kind kind, unsigned) { inputSeen_ |= kind != x11::RawInput::Kind::keyUp; });
+        input_.emplace([this](x11::RawInput::Kind kind, unsigned, bool) {
+            inputSeen_ |= kind != x11::RawInput::Kind::keyUp;
+        });
         events_.emplace(element);
         place_ = typing::placeIn(process);
         events_->setText(place_.text.value_or(""));

@@ -169,7 +169,7 @@ void HotKeys::handle(const XEvent& event) {
     case KeyPress:
         return pressed(event.xkey);
     case KeyRelease:
-        return keyUp(event.xkey.keycode);
+        return keyUp(event.xkey.keycode, true);
     case MappingNotify:
         return keyboardChanged();
     default:
@@ -194,7 +194,13 @@ void HotKeys::pressedWithLess(const std::shared_ptr<HotKeyCombination>& combinat
     if (held == combination->modifiers) return count(combination, event.time);
     if ((held & combination->modifiers) != 0) return giveKeyboardBack(combination->grab.key());
     XAllowEvents(event.display, ReplayKeyboard, event.time); // plain typing
-    combination->lesser.clear();
+    endLesser(*combination);
+}
+
+// Unless the person holds modifiers again by now, which a keystroke of the host may have released, too.
+void HotKeys::endLesser(HotKeyCombination& combination) {
+    if (!combination.lesser.empty() && (hotKeyModifiers(heldModifiers()) & combination.modifiers) == 0)
+        combination.lesser.clear();
 }
 
 std::uint32_t HotKeys::heldAtEvent() const {
@@ -220,16 +226,19 @@ void HotKeys::run(const std::weak_ptr<HotKeyCombination>& combination) const {
     }
 }
 
-// Once a person has let go of the modifiers, the key with fewer of them is a program's again.
-void HotKeys::keyUp(unsigned key) {
+// Once a person has let go of the modifiers, the key with fewer of them is a program's again. A release may
+// be one of the host's own keystroke, which reaches it late if a press of the hot key held the keyboard up at
+// that moment: it lets go of nothing that a person holds.
+void HotKeys::keyUp(unsigned key, bool mayBeOwn) {
     const auto all = combinations();
     for (const auto& combination : all)
         if (key == combination->grab.key()) combination->down = false;
     if (std::ranges::any_of(all, [](const auto& one) { return !one->lesser.empty(); })) {
-        held_ &= ~hotKeyModifiersOn(key);
+        const std::uint32_t stillHeld = mayBeOwn ? hotKeyModifiers(heldModifiers()) : 0;
+        held_ &= ~hotKeyModifiersOn(key) | stillHeld;
         const std::uint32_t held = heldAtEvent();
         for (const auto& combination : all)
-            if ((held & combination->modifiers) == 0) combination->lesser.clear();
+            if ((held & combination->modifiers) == 0) endLesser(*combination);
     }
     MainQueue::async([this] { rest(); });
 }
@@ -272,9 +281,9 @@ void HotKeys::grabWithLess(CGEventFlags held) {
 
 void HotKeys::watchKeys() {
     if (!keys_)
-        keys_.emplace([this](RawInput::Kind kind, unsigned key) {
+        keys_.emplace([this](RawInput::Kind kind, unsigned key, bool isSynthetic) {
             if (kind == RawInput::Kind::keyDown) held_ |= hotKeyModifiersOn(key);
-            if (kind == RawInput::Kind::keyUp) keyUp(key);
+            if (kind == RawInput::Kind::keyUp) keyUp(key, isSynthetic);
         });
 }
 

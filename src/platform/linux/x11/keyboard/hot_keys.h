@@ -74,9 +74,10 @@ private:
     std::uint32_t heldAtEvent() const;
     void count(const std::shared_ptr<HotKeyCombination>& combination, ::Time time);
     void run(const std::weak_ptr<HotKeyCombination>& combination) const;
-    void keyUp(unsigned key);
+    void keyUp(unsigned key, bool mayBeOwn);
     void keyboardChanged() const;
     void grabWithLess(CGEventFlags held);
+    static void endLesser(HotKeyCombination& combination);
     void watchKeys();
     void rest();
     std::vector<std::shared_ptr<HotKeyCombination>> combinations() const;

@@ -32,12 +32,14 @@ void select(bool on) {
     XISelectEvents(connection.display(), connection.root(), &wanted, 1);
 }
 
+bool isSynthetic(const XIRawEvent& event) { return event.sourceid == static_cast<int>(syntheticKeyboard()); }
+
 // An event carries the number of the last request that the server had handled by then.
 bool isOwn(const XIRawEvent& event) {
     std::erase_if(posted, [&](const Requests& requests) { return requests.end <= event.serial; });
-    return event.sourceid == static_cast<int>(syntheticKeyboard()) &&
-           std::ranges::any_of(posted,
-                               [&](const Requests& requests) { return requests.first <= event.serial; });
+    return isSynthetic(event) && std::ranges::any_of(posted, [&](const Requests& requests) {
+               return requests.first <= event.serial;
+           });
 }
 
 } // namespace
@@ -56,10 +58,10 @@ void RawInput::handle(const XEvent& event) const {
     const auto& raw = *static_cast<const XIRawEvent*>(event.xcookie.data);
     if (isOwn(raw)) return;
     const auto detail = static_cast<unsigned>(raw.detail);
-    if (raw.evtype == XI_RawKeyPress) handler_(Kind::keyDown, detail);
-    if (raw.evtype == XI_RawKeyRelease) handler_(Kind::keyUp, detail);
+    if (raw.evtype == XI_RawKeyPress) handler_(Kind::keyDown, detail, isSynthetic(raw));
+    if (raw.evtype == XI_RawKeyRelease) handler_(Kind::keyUp, detail, isSynthetic(raw));
     const bool isWheel = detail >= 4 && detail <= 7;
-    if (raw.evtype == XI_RawButtonPress && !isWheel) handler_(Kind::buttonDown, detail);
+    if (raw.evtype == XI_RawButtonPress && !isWheel) handler_(Kind::buttonDown, detail, isSynthetic(raw));
 }
 
 RawInput::Posting::Posting() {

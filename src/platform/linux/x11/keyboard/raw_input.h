@@ -12,7 +12,9 @@ namespace platform::x11 {
 class [[nodiscard]] RawInput {
 public:
     enum class Kind { keyDown, keyUp, buttonDown };
-    using Handler = std::function<void(Kind kind, unsigned keyOrButton)>;
+    // Synthetic ones are other programs' (on-screen keyboards), but also the host's own when a grab has held
+    // them back for a while.
+    using Handler = std::function<void(Kind kind, unsigned keyOrButton, bool isSynthetic)>;
 
     // What happens after this call is told. Nothing is where the server has no XInput 2.2.
     explicit RawInput(Handler handler);
