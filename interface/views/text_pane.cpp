@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 #include <string_view>
 
 namespace quillmark {
@@ -128,8 +127,8 @@ void TextPane::mark(const std::vector<Span>& spans) {
     for (const auto& span : gone)
         unmarkSpan(span);
     // The last first: GTK finds a place faster, the fewer marks stand before it in its line.
-    for (const auto& span : std::views::reverse(added))
-        markSpan(span);
+    for (auto span = added.rbegin(); span != added.rend(); ++span)
+        markSpan(*span);
     marks_ = spans;
 }
 

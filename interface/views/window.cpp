@@ -51,10 +51,14 @@ MainPage& Window::main() {
         page.show();
         pages_.add(page);
         main_->setModel(model_, modelDetails_);
-        main_->setInstructions(instructions_);
-        main_->addKeys(shortcuts_, instructions_);
+        useInstructions();
     }
     return *main_;
+}
+
+void Window::useInstructions() {
+    main_->setInstructions(instructions_);
+    main_->addKeys(shortcuts_, instructions_);
 }
 
 SettingsPage& Window::settings() {
@@ -156,9 +160,7 @@ void Window::ask(const std::string& text, const std::vector<QuestionPage::Choice
 
 void Window::setInstructions(const std::vector<Instruction>& instructions) {
     instructions_ = instructions;
-    if (!main_) return;
-    main_->setInstructions(instructions);
-    main_->addKeys(shortcuts_, instructions);
+    if (main_) useInstructions();
 }
 
 // Keys that neither the window nor the focused widget has a use for.

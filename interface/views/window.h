@@ -51,6 +51,7 @@ protected:
 private:
     void embed(unsigned long into);
     MainPage& main();
+    void useInstructions();
     SettingsPage& settings();
     HistoryPage& history();
     QuestionPage& question();
