@@ -3,6 +3,7 @@
 #include "rewriting/matches.h"
 #include "rewriting/words.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace quillmark {
@@ -40,6 +41,18 @@ void mark(std::vector<Span>& spans, const Span& span) {
 bool hardlyAnythingLeft(std::size_t matched, std::size_t before, std::size_t after) {
     constexpr std::size_t fewWords = 8; // these are taken in at a glance, however many are new
     return after > fewWords && matched * 5 < std::min(before, after);
+}
+
+bool isInsideCharacter(std::string_view text, std::size_t byte) {
+    return byte < text.size() && (text[byte] & 0xC0) == 0x80;
+}
+
+std::size_t commonEnd(std::string_view a, std::string_view b) {
+    const auto ends = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend());
+    auto length = static_cast<std::size_t>(ends.first - a.rbegin());
+    while (length > 0 && isInsideCharacter(a, a.size() - length))
+        --length;
+    return length;
 }
 
 } // namespace
@@ -80,6 +93,29 @@ Differences differencesSoFar(std::string_view before, std::string_view after) {
     --result.count;
     if (!result.added.empty() && result.added.back().end == characters(after)) result.added.pop_back();
     return result;
+}
+
+std::size_t commonStart(std::string_view a, std::string_view b) {
+    const auto ends = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    auto length = static_cast<std::size_t>(ends.first - a.begin());
+    while (length > 0 && (isInsideCharacter(a, length) || isInsideCharacter(b, length)))
+        --length;
+    return length;
+}
+
+std::vector<Span> movedByEdit(std::vector<Span> spans, std::string_view before, std::string_view after) {
+    const auto same = commonStart(before, after);
+    const auto rest = commonEnd(before.substr(same), after.substr(same));
+    const auto start = characters(before.substr(0, same));
+    const auto end = start + characters(before.substr(same, before.size() - same - rest));
+    const auto newEnd = start + characters(after.substr(same, after.size() - same - rest));
+    const auto moved = [&](std::size_t place) {
+        return place >= end ? place - end + newEnd : std::min(place, start);
+    };
+    for (auto& span : spans)
+        span = {moved(span.start), moved(span.end)};
+    std::erase_if(spans, [](const Span& span) { return span.start >= span.end; });
+    return spans;
 }
 
 } // namespace quillmark

@@ -29,4 +29,10 @@ Differences differences(std::string_view before, std::string_view after);
 // The same while `after` still grows: what may yet come is not counted as removed.
 Differences differencesSoFar(std::string_view before, std::string_view after);
 
+// What both texts begin with: its length in bytes, whole characters only.
+std::size_t commonStart(std::string_view a, std::string_view b);
+
+// Where the spans of a text are once it was edited in one place.
+std::vector<Span> movedByEdit(std::vector<Span> spans, std::string_view before, std::string_view after);
+
 } // namespace quillmark

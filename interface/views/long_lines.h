@@ -8,8 +8,8 @@
 
 namespace quillmark {
 
-// In characters, in order: about every thousand bytes one, behind a blank or before another letter. What is
-// added to the text later does not move them.
+// In characters, in order: about every six hundred bytes one, behind a blank or before another letter. What
+// is added to the text later does not move them.
 std::vector<std::size_t> breaksOfLongLines(std::string_view text);
 
 } // namespace quillmark

@@ -128,13 +128,12 @@ void MainPage::show() {
     shown_ = rewrite.stage;
 }
 
-// They count as growing until the last marks stand: each mark in a long paragraph lays all of it out anew.
 void MainPage::showTexts(const Rewrite& rewrite) {
-    const bool growing = rewrite.stage == Stage::rewriting || (!rewrite.edited && texts() != compared_);
+    const bool growing = rewrite.stage == Stage::rewriting;
     panes_.original.setText(rewrite.capture.text, growing);
     if (!canEdit(rewrite)) panes_.rewritten.setEditable(false);
     if (!rewrite.edited || rewrite.stage != shown_) panes_.rewritten.setText(rewrite.text, growing);
-    if (canEdit(rewrite) && panes_.rewritten.isWhole()) panes_.rewritten.setEditable(true);
+    if (canEdit(rewrite)) panes_.rewritten.setEditable(true);
 }
 
 void MainPage::showActions(const Rewrite& rewrite) {

@@ -10,8 +10,8 @@
 namespace quillmark {
 
 Panes::Panes()
-    : Gtk::Box(Gtk::ORIENTATION_HORIZONTAL, 8), original(say(phrases::original), TextPane::Marks::removed),
-      rewritten(say(phrases::rewritten), TextPane::Marks::added) {
+    : Gtk::Box(Gtk::ORIENTATION_HORIZONTAL, 8), original(say(phrases::original), MarkedText::Mark::removed),
+      rewritten(say(phrases::rewritten), MarkedText::Mark::added) {
     set_homogeneous();
     for (auto* pane : {&original, &rewritten}) {
         pane->show_all();

@@ -1,5 +1,6 @@
 #include "views/text_pane.h"
 
+#include "rewriting/differences.h"
 #include "rewriting/words.h"
 #include "views/long_lines.h"
 #include "views/look.h"
@@ -8,45 +9,19 @@
 #include <gtkmm/adjustment.h>
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace quillmark {
 
-namespace {
-
-// Of two texts in UTF-8, in bytes.
-std::size_t commonStart(std::string_view a, std::string_view b) {
-    const auto ends = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    auto length = static_cast<std::size_t>(ends.first - a.begin());
-    const auto isInside = [&](std::string_view text) {
-        return length < text.size() && (text[length] & 0xC0) == 0x80;
-    };
-    while (length > 0 && (isInside(a) || isInside(b)))
-        --length;
-    return length;
-}
-
-bool isEmoji(gunichar c) { return g_unichar_iswide(c) && g_unichar_type(c) == G_UNICODE_OTHER_SYMBOL; }
-
-} // namespace
-
-TextPane::TextPane(const std::string& heading, Marks marks)
-    : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 4), heading_(heading, Gtk::ALIGN_START),
-      buffer_(view_.get_buffer()), changed_(buffer_->create_tag()), changedEmoji_(buffer_->create_tag()),
-      end_(buffer_->create_mark(buffer_->end(), false)), history_(buffer_), kind_(marks) {
+TextPane::TextPane(const std::string& heading, MarkedText::Mark kind)
+    : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 4), heading_(heading, Gtk::ALIGN_START), view_(kind),
+      buffer_(view_.get_buffer()), end_(buffer_->create_mark(buffer_->end(), false)), history_(buffer_) {
     addClass(heading_, look::dim);
     addClass(view_, look::text);
     nameFor(view_, heading);
     heading_.set_mnemonic_widget(view_);
 
-    if (marks == Marks::removed) {
-        changed_->property_strikethrough() = true;
-    } else {
-        changed_->property_underline() = Pango::UNDERLINE_SINGLE;
-        // Emoji fonts have it so low that it seems to stand above the next line.
-        changedEmoji_->property_underline() = Pango::UNDERLINE_LOW;
-    }
     followStyle();
     signal_style_updated().connect([this] { followStyle(); });
 
@@ -55,8 +30,8 @@ TextPane::TextPane(const std::string& heading, Marks marks)
     pack_start(scroller_, Gtk::PACK_EXPAND_WIDGET);
     buffer_->signal_changed().connect([this] {
         if (settingText_) return;
-        text_ = buffer_->get_text().raw();
-        marks_ = marksInBuffer();
+        const auto before = std::exchange(text_, buffer_->get_text().raw());
+        mark(movedByEdit(marks_, before, text_));
         edited.emit();
     });
     setEditable(false);
@@ -66,9 +41,6 @@ void TextPane::followStyle() {
     constexpr int fewestLines = 3;
     scroller_.set_min_content_height(fewestLines * textSize(*this).line + view_.get_top_margin() +
                                      view_.get_bottom_margin());
-    Gdk::RGBA tint; // seen on a light and on a dark background
-    tint.set_rgba(kind_ == Marks::removed ? 0.85 : 0.15, kind_ == Marks::removed ? 0.2 : 0.65, 0.25, 0.22);
-    changed_->property_background_rgba() = tint;
 }
 
 void TextPane::setText(const std::string& text, bool growing) {
@@ -80,10 +52,8 @@ void TextPane::setText(const std::string& text, bool growing) {
     const auto start = characters(std::string_view(text).substr(0, same));
     const bool grew = same == text_.size() && !text_.empty();
     settingText_ = true;
-    while (!marks_.empty() && marks_.back().end > start) {
-        unmarkSpan(marks_.back());
+    while (!marks_.empty() && marks_.back().end > start)
         marks_.pop_back();
-    }
     buffer_->erase(iterAt(start), buffer_->end());
     buffer_->insert(buffer_->end(), text.data() + same, text.data() + text.size());
     while (!breaks_.empty() && breaks_.back() > start)
@@ -91,6 +61,7 @@ void TextPane::setText(const std::string& text, bool growing) {
     breakLines(std::move(breaks));
     settingText_ = false;
     text_ = text;
+    showMarks();
     if (!grew) buffer_->place_cursor(buffer_->begin());
     if (grew && atEnd) view_.scroll_to(end_);
 }
@@ -114,49 +85,26 @@ void TextPane::breakLines(std::vector<std::size_t> breaks) {
     breaks_ = std::move(breaks);
 }
 
-// At a character of the text.
-Gtk::TextIter TextPane::iterAt(std::size_t place) const {
+// Of a character of the text.
+std::size_t TextPane::placeInBuffer(std::size_t place) const {
     const auto before = std::upper_bound(breaks_.begin(), breaks_.end(), place) - breaks_.begin();
-    return buffer_->get_iter_at_offset(static_cast<int>(place) + static_cast<int>(before));
+    return place + static_cast<std::size_t>(before);
 }
 
-void TextPane::mark(const std::vector<Span>& spans) {
-    std::vector<Span> gone, added;
-    std::ranges::set_difference(marks_, spans, std::back_inserter(gone));
-    std::ranges::set_difference(spans, marks_, std::back_inserter(added));
-    for (const auto& span : gone)
-        unmarkSpan(span);
-    // The last first: GTK finds a place faster, the fewer marks stand before it in its line.
-    for (auto span = added.rbegin(); span != added.rend(); ++span)
-        markSpan(*span);
-    marks_ = spans;
+Gtk::TextIter TextPane::iterAt(std::size_t place) const {
+    return buffer_->get_iter_at_offset(static_cast<int>(placeInBuffer(place)));
 }
 
-// Where they have moved to when the person has edited the text.
-std::vector<Span> TextPane::marksInBuffer() const {
-    std::vector<Span> marks;
-    auto at = buffer_->begin();
-    while (at.starts_tag(changed_) || at.forward_to_tag_toggle(changed_)) {
-        const auto start = static_cast<std::size_t>(at.get_offset());
-        if (!at.starts_tag(changed_)) break;
-        at.forward_to_tag_toggle(changed_);
-        marks.push_back({start, static_cast<std::size_t>(at.get_offset())});
-    }
-    return marks;
+void TextPane::mark(std::vector<Span> spans) {
+    marks_ = std::move(spans);
+    showMarks();
 }
 
-void TextPane::markSpan(const Span& span) {
-    const auto start = iterAt(span.start), end = iterAt(span.end);
-    buffer_->apply_tag(changed_, start, end);
-    for (auto at = start; at != end;) {
-        const auto letter = at++;
-        if (isEmoji(*letter)) buffer_->apply_tag(changedEmoji_, letter, at);
-    }
-}
-
-void TextPane::unmarkSpan(const Span& span) {
-    for (const auto& tag : {changed_, changedEmoji_})
-        buffer_->remove_tag(tag, iterAt(span.start), iterAt(span.end));
+void TextPane::showMarks() {
+    auto marks = marks_;
+    for (auto& mark : marks)
+        mark = {placeInBuffer(mark.start), placeInBuffer(mark.end)};
+    view_.setMarks(std::move(marks));
 }
 
 void TextPane::setEditable(bool editable) {

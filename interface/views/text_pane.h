@@ -2,10 +2,9 @@
 // or under it.
 #pragma once
 
-#include "rewriting/differences.h"
 #include "views/edit_history.h"
+#include "views/marked_text.h"
 #include "views/scroller.h"
-#include "views/text_area.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
@@ -16,20 +15,16 @@ namespace quillmark {
 
 class TextPane : public Gtk::Box {
 public:
-    enum class Marks { removed, added };
-
-    TextPane(const std::string& heading, Marks marks);
+    TextPane(const std::string& heading, MarkedText::Mark kind);
 
     // Only what differs from the text that is shown is touched: a growing text costs what it grows by. While
-    // one of the two texts grows, the marks of both change all the time, and long paragraphs of both are
-    // broken.
+    // one of the two texts grows, long paragraphs of both are broken: the toolkit draws both again and again.
+    // Such a text cannot be edited.
     void setText(const std::string& text, bool growing);
-    // No paragraph is broken.
-    bool isWhole() const { return breaks_.empty(); }
-    // As the person has edited it; only a whole one may be edited.
+    // As the person has edited it.
     const std::string& text() const { return text_; }
-    // In order. Only what differs from the marks that are shown is touched.
-    void mark(const std::vector<Span>& spans);
+    // In order.
+    void mark(std::vector<Span> spans);
 
     void setEditable(bool editable);
     void undo();
@@ -46,19 +41,16 @@ public:
 private:
     void followStyle();
     void breakLines(std::vector<std::size_t> breaks);
+    std::size_t placeInBuffer(std::size_t place) const;
     Gtk::TextIter iterAt(std::size_t place) const;
-    std::vector<Span> marksInBuffer() const;
-    void markSpan(const Span& span);
-    void unmarkSpan(const Span& span);
+    void showMarks();
 
     Gtk::Label heading_;
     Scroller scroller_{Scroller::Holds::text};
-    TextArea view_;
+    MarkedText view_;
     Glib::RefPtr<Gtk::TextBuffer> buffer_;
-    Glib::RefPtr<Gtk::TextTag> changed_, changedEmoji_;
     Glib::RefPtr<Gtk::TextMark> end_;
     EditHistory history_;
-    Marks kind_;
     std::string text_;
     // In characters of the text: a separator stands there that is not of the text.
     std::vector<std::size_t> breaks_;

@@ -15,7 +15,7 @@ using BusConnection =
     std::unique_ptr<GDBusConnection, decltype([](gpointer object) { g_object_unref(object); })>;
 
 constexpr auto registry = "org.a11y.atspi.Registry", root = "/org/a11y/atspi/accessible/root";
-constexpr auto accessible = "org.a11y.atspi.Accessible";
+constexpr auto accessible = "org.a11y.atspi.Accessible", textInterface = "org.a11y.atspi.Text";
 
 // AT-SPI's numbers of states.
 constexpr int checked = 4, focusable = 11, focused = 12, sensitive = 24, showing = 25;
@@ -121,6 +121,13 @@ struct ScreenReader::Bus {
         return text;
     }
 
+    std::string text(const Object& object, int start, int end) const {
+        const auto answer = call(object, textInterface, "GetText", g_variant_new("(ii)", start, end));
+        const char* text = "";
+        if (answer) g_variant_get(answer.get(), "(&s)", &text);
+        return text;
+    }
+
     bool is(const Object& object, int state) const {
         const auto answer = call(object, accessible, "GetState");
         if (!answer) return false;
@@ -178,11 +185,23 @@ bool ScreenReader::shows(const std::string& role, const std::string& name, milli
 
 std::optional<std::string> ScreenReader::text(const std::string& role, const std::string& name) {
     const auto object = bus_->find(role, name);
-    if (!object) return std::nullopt;
-    const auto answer = bus_->call(*object, "org.a11y.atspi.Text", "GetText", g_variant_new("(ii)", 0, -1));
-    const char* text = "";
-    if (answer) g_variant_get(answer.get(), "(&s)", &text);
-    return text;
+    return object ? std::optional(bus_->text(*object, 0, -1)) : std::nullopt;
+}
+
+std::vector<std::string> ScreenReader::textWith(const std::string& attribute, const std::string& role,
+                                                const std::string& name) {
+    const auto object = bus_->await(role, name);
+    std::vector<std::string> parts;
+    for (int at = 0, start = 0, end = 0;; at = end) {
+        const auto run =
+            bus_->call(object, textInterface, "GetAttributeRun", g_variant_new("(ib)", at, FALSE));
+        if (!run) return parts;
+        g_variant_get(run.get(), "(@a{ss}ii)", nullptr, &start, &end);
+        if (start > at || end <= at) return parts; // behind the last letter
+        const Value attributes(g_variant_get_child_value(run.get(), 0));
+        if (g_variant_lookup(attributes.get(), attribute.c_str(), "&s", nullptr))
+            parts.push_back(bus_->text(object, start, end));
+    }
 }
 
 bool ScreenReader::hasState(const std::string& role, const std::string& name, int state) {

@@ -25,6 +25,9 @@ public:
     // button". An empty name stands for any. Waits; false, empty or absent when it does not come in time.
     bool shows(const std::string& role, const std::string& name, milliseconds limit = reactionLimit);
     std::optional<std::string> text(const std::string& role, const std::string& name);
+    // The parts of a text that have an attribute, such as "underline".
+    std::vector<std::string> textWith(const std::string& attribute, const std::string& role,
+                                      const std::string& name);
     bool hasState(const std::string& role, const std::string& name, int state);
     bool isSensitive(const std::string& role, const std::string& name);
     bool isFocused(const std::string& role, const std::string& name);

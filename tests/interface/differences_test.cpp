@@ -111,6 +111,26 @@ TEST(Differences, LeavesTheSameWordsUnmarkedOnBothSides) {
     }
 }
 
+TEST(Differences, MarksMoveWithTheTextThatAPersonEdits) {
+    const std::string before = "er läuft schnell heim";
+    const std::vector<Span> marks{{3, 8}, {9, 16}}; // "läuft" and "schnell"
+    const struct {
+        const char* after;
+        std::vector<Span> moved;
+    } table[]{
+        {"wer läuft schnell heim", {{4, 9}, {10, 17}}},
+        {"er läuüft schnell heim", {{3, 9}, {10, 17}}},
+        {"er lauft schnell heim", {{3, 8}, {9, 16}}},
+        {"er läuft schnell heim!", {{3, 8}, {9, 16}}},
+        {"er läuft heim", {{3, 8}}},
+        {"er lälell heim", {{3, 5}, {5, 9}}},
+        {"", {}},
+        {"er läuft schnell heim", {{3, 8}, {9, 16}}},
+    };
+    for (const auto& [after, moved] : table)
+        EXPECT_EQ(movedByEdit(marks, before, after), moved) << after;
+}
+
 // Against the textbook's table: where texts are short, no match is missed.
 TEST(Matches, FindsAsManyAsThereAre) {
     std::mt19937 random(3);

@@ -9,6 +9,7 @@
 namespace testbed {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -40,9 +41,15 @@ TEST_F(Review, ShowsARewriteAndPutsItIn) {
     EXPECT_TRUE(originalIs("i knwo it"));
     EXPECT_TRUE(hasKeyboard("text", "Rewrite")) << "the keyboard is not where a person would type next";
     EXPECT_TRUE(screen().shows("label", "1 change"));
+    EXPECT_THAT(screen().textWith("strikethrough", "text", "Original"), ElementsAre("i knwo"));
+    EXPECT_THAT(screen().textWith("underline", "text", "Rewrite"), ElementsAre("I know"));
 
     press("Control+End");
     type(" well");
+    EXPECT_TRUE(comes([&] {
+        return screen().textWith("underline", "text", "Rewrite") ==
+               std::vector<std::string>{"I know", "well"};
+    }));
     press("Control+Return");
     fields->awaitText("I know it well");
     EXPECT_TRUE(comes([&] { return desktop.activeWindow() != window(); }));
@@ -211,7 +218,7 @@ TEST_F(Review, NamesEveryControlInEachLanguage) {
              const int further : {1, 2}) { // the first, for the history
             pressHotKey();
             ASSERT_TRUE(comes([&] { return model.requests() == requests + further; })) << host->output();
-            ASSERT_TRUE(comes([&] { return screen().isSensitive("push button", apply); }));
+            ASSERT_TRUE(comes([&, apply = apply] { return screen().isSensitive("push button", apply); }));
         }
         ASSERT_TRUE(hasKeyboard("text", rewrite));
         EXPECT_THAT(screen().unnamed(), IsEmpty()) << language;
