@@ -75,6 +75,7 @@ MarkPlaces::Rectangles MarkPlaces::in(const Rows& rows, const std::vector<Span>&
         view_.get_line_yrange(at, top, height);
         if (top > rows.bottom) break;
         more = next.forward_line();
+        if (height == 0) continue; // not laid out yet: it is drawn again once it is
         const Span paragraph{static_cast<std::size_t>(at.get_offset()),
                              static_cast<std::size_t>(next.get_offset())};
         Paragraph now{marksWithin(paragraph, marks),
