@@ -25,18 +25,16 @@ bool touch(const Gdk::Rectangle& a, const Gdk::Rectangle& b) {
            b.get_x() <= rightOf(a);
 }
 
-// One after the other in one line, all in one direction: nothing else stands between them.
+// In one line, letters and blanks only, all of one direction: nothing else stands between the two. Where
+// digits and signs stand depends on what is around them.
 bool areInLine(const Gtk::TextIter& first, const Gdk::Rectangle& firstBlock, const Gtk::TextIter& last,
                const Gdk::Rectangle& lastBlock) {
-    if (firstBlock.get_y() != lastBlock.get_y()) return false;
-    bool left = false, right = false;
-    for (auto at = first; at <= last; ++at) {
-        const bool toTheLeft = runsToTheLeft(*at);
-        left = left || toTheLeft;
-        right = right || (!toTheLeft && !Glib::Unicode::isspace(*at));
-    }
-    if (left && right) return false;
-    return left ? lastBlock.get_x() <= firstBlock.get_x() : lastBlock.get_x() >= firstBlock.get_x();
+    using Glib::Unicode::isalpha, Glib::Unicode::isspace;
+    if (firstBlock.get_y() != lastBlock.get_y() || !isalpha(*first) || !isalpha(*last)) return false;
+    const bool left = runsToTheLeft(*first);
+    for (auto at = first; at <= last; ++at)
+        if (!isspace(*at) && (!isalpha(*at) || runsToTheLeft(*at) != left)) return false;
+    return true;
 }
 
 std::vector<Span> marksWithin(const Span& paragraph, const std::vector<Span>& marks) {
