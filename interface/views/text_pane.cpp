@@ -63,7 +63,8 @@ void TextPane::setText(const std::string& text, bool growing) {
     text_ = text;
     showMarks();
     if (!grew) buffer_->place_cursor(buffer_->begin());
-    if (grew && atEnd) view_.scroll_to(end_);
+    // GTK 3 lays out more than it shows before it scrolls; else it draws all of a new text once.
+    if (!grew || atEnd) view_.scroll_to(grew ? end_ : buffer_->get_insert());
 }
 
 void TextPane::breakLines(std::vector<std::size_t> breaks) {
