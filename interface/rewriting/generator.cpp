@@ -15,13 +15,20 @@ int tokensFor(const std::string& text) {
     return static_cast<int>(std::clamp<std::size_t>(text.size(), 512, 16'384));
 }
 
-// With the blanks and line breaks that the original begins and ends with: models leave them out.
-std::string withEdgesOf(const std::string& original, const std::string& text) {
-    constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view blanks = " \t\r\n";
+
+// With the blanks and line breaks that the original begins with: models leave them out.
+std::string withStartOf(const std::string& original, const std::string& text) {
     const auto first = text.find_first_not_of(blanks), start = original.find_first_not_of(blanks);
     if (first == std::string::npos || start == std::string::npos) return {};
-    return original.substr(0, start) + text.substr(first, text.find_last_not_of(blanks) + 1 - first) +
-           original.substr(original.find_last_not_of(blanks) + 1);
+    return original.substr(0, start) + text.substr(first);
+}
+
+// And with those that it ends with.
+std::string withEdgesOf(const std::string& original, const std::string& text) {
+    const auto words = text.substr(0, text.find_last_not_of(blanks) + 1);
+    const auto whole = withStartOf(original, words);
+    return whole.empty() ? whole : whole + original.substr(original.find_last_not_of(blanks) + 1);
 }
 
 } // namespace
@@ -72,7 +79,7 @@ void Generator::handle(const ModelEvent& event) {
     if (event.request != current_) return;
     if (event.kind == ModelEvent::Kind::text) {
         latest_ = event.words;
-        return handlers_.growing(latest_);
+        return handlers_.growing(withStartOf(request_.text, latest_));
     }
     current_.clear();
     switch (event.kind) {

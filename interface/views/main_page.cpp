@@ -132,7 +132,7 @@ void MainPage::showTexts(const Rewrite& rewrite) {
     const bool growing = rewrite.stage == Stage::rewriting;
     panes_.original.setText(rewrite.capture.text, growing);
     if (!canEdit(rewrite)) panes_.rewritten.setEditable(false);
-    if (!rewrite.edited || rewrite.stage != shown_) panes_.rewritten.setText(rewrite.text, growing);
+    panes_.rewritten.setText(rewrite.text, growing);
     if (canEdit(rewrite)) panes_.rewritten.setEditable(true);
 }
 
@@ -225,7 +225,6 @@ void MainPage::showDifferences(Differences found) {
         differences_ = std::move(found);
         panes_.original.mark(differences_.removed);
         panes_.rewritten.mark(differences_.added);
-        showTexts(assistant_.rewrite());
         showStatus(assistant_.rewrite());
     }
     compare();

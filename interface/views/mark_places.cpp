@@ -9,11 +9,9 @@ namespace quillmark {
 
 namespace {
 
-// The blocks that the Unicode Standard keeps for scripts written from right to left, and the marks that turn
-// the direction.
+// The blocks that the Unicode Standard keeps for scripts written from right to left.
 bool runsToTheLeft(gunichar c) {
-    return (c >= 0x590 && c <= 0x8FF) || (c >= 0x200E && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
-           (c >= 0x2066 && c <= 0x2069) || (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF) ||
+    return (c >= 0x590 && c <= 0x8FF) || (c >= 0xFB1D && c <= 0xFDFF) || (c >= 0xFE70 && c <= 0xFEFF) ||
            (c >= 0x10800 && c <= 0x10FFF) || (c >= 0x1E800 && c <= 0x1EFFF);
 }
 
@@ -33,7 +31,7 @@ bool areInLine(const Gtk::TextIter& first, const Gdk::Rectangle& firstBlock, con
     if (firstBlock.get_y() != lastBlock.get_y() || !isalpha(*first) || !isalpha(*last)) return false;
     const bool left = runsToTheLeft(*first);
     for (auto at = first; at <= last; ++at)
-        if (!isspace(*at) && (!isalpha(*at) || runsToTheLeft(*at) != left)) return false;
+        if (*at == '\t' || (!isspace(*at) && (!isalpha(*at) || runsToTheLeft(*at) != left))) return false;
     return true;
 }
 
@@ -80,7 +78,9 @@ MarkPlaces::Rectangles MarkPlaces::in(const Rows& rows, const std::vector<Span>&
                       moved({std::max(rows.top, top), std::min(rows.bottom, top + height)}, -top),
                       {}};
         auto& known = known_[paragraph.start];
-        if (known.marks != now.marks || known.rows != now.rows) {
+        // Without letters its direction is that of its neighbours, or of the keyboard.
+        const bool hasLetter = std::any_of(at, next, Glib::Unicode::isalpha);
+        if (!hasLetter || known.marks != now.marks || known.rows != now.rows) {
             now.places = placesIn(moved(now.rows, top), now.marks);
             for (auto& place : now.places)
                 place.set_y(place.get_y() - top);

@@ -22,6 +22,8 @@ public:
     using Rectangles = std::vector<Gdk::Rectangle>;
 
     explicit MarkPlaces(Gtk::TextView& view);
+    MarkPlaces(const MarkPlaces&) = delete;
+    MarkPlaces& operator=(const MarkPlaces&) = delete;
 
     // Of `marks`, in characters of the buffer and in order. In pixels of the buffer.
     Rectangles in(const Rows& rows, const std::vector<Span>& marks);
@@ -31,8 +33,8 @@ public:
 private:
     struct Paragraph {
         std::vector<Span> marks;
-        Rows rows;         // from the paragraph's top, as are
-        Rectangles places; // these
+        Rows rows; // what is seen of it; like the places counted from the paragraph's top
+        Rectangles places;
     };
 
     void forgetFrom(const Gtk::TextIter& edit);

@@ -23,7 +23,7 @@ void drawLayer(GtkTextView* view, GtkTextViewLayer layer, cairo_t* cairo) {
 MarkedText::MarkedText(Mark kind) : Glib::ObjectBase("QuillmarkMarkedText"), kind_(kind), places_(*this) {
     // gtkmm has neither.
     GTK_TEXT_VIEW_GET_CLASS(gobj())->draw_layer = drawLayer;
-    gtk_widget_class_set_accessible_type(GTK_WIDGET_GET_CLASS(gobj()), markedTextAccessible());
+    gtk_widget_class_set_accessible_type(GTK_WIDGET_GET_CLASS(gobj()), markedTextAccessibleType());
     // Letters that an input method still holds are in the line, but not in the buffer.
     const auto composed = [](GtkTextView* view, char*, gpointer) {
         if (auto* text = dynamic_cast<MarkedText*>(Glib::wrap(view))) text->places_.forget();
@@ -39,10 +39,11 @@ void MarkedText::setMarks(std::vector<Span> marks) {
     std::vector<Span> changed;
     std::ranges::set_symmetric_difference(marks_, marks, std::back_inserter(changed));
     marks_ = std::move(marks);
-    if (!changed.empty()) redrawLines(changed.front().start, changed.back().end);
+    if (changed.empty()) return;
+    redrawLines(changed.front().start, std::ranges::max(changed, {}, &Span::end).end);
 }
 
-// No more than those: while a text grows they are the last ones only.
+// No more than those: while a text grows they are the last ones only, and mostly out of sight.
 void MarkedText::redrawLines(std::size_t start, std::size_t end) {
     int top = 0, last = 0, height = 0, x = 0, y = 0;
     get_line_yrange(get_buffer()->get_iter_at_offset(static_cast<int>(start)), top, height);

@@ -5,6 +5,7 @@
 #include <gtk/gtk-a11y.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace quillmark {
 
@@ -18,6 +19,7 @@ AtkAttributeSet* with(AtkAttributeSet* attributes, AtkTextAttribute name, const 
 
 // Those of the letter at `offset`, and the letters around that have the same ones.
 AtkAttributeSet* runAttributes(AtkText* accessible, int offset, int* start, int* end) {
+    if (offset < 0) offset = atk_text_get_caret_offset(accessible); // ATK's -1
     const auto* parent =
         static_cast<AtkTextIface*>(g_type_interface_peek_parent(ATK_TEXT_GET_IFACE(accessible)));
     auto* attributes = parent->get_run_attributes(accessible, offset, start, end);
@@ -40,7 +42,7 @@ AtkAttributeSet* runAttributes(AtkText* accessible, int offset, int* start, int*
 
 } // namespace
 
-GType markedTextAccessible() {
+GType markedTextAccessibleType() {
     static const GType type = [] {
         GTypeQuery parent{};
         g_type_query(GTK_TYPE_TEXT_VIEW_ACCESSIBLE, &parent);

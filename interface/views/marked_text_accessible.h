@@ -6,6 +6,6 @@
 namespace quillmark {
 
 // The type of the accessible object of a MarkedText.
-GType markedTextAccessible();
+GType markedTextAccessibleType();
 
 } // namespace quillmark

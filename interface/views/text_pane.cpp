@@ -46,11 +46,13 @@ void TextPane::followStyle() {
 void TextPane::setText(const std::string& text, bool growing) {
     auto breaks = growing ? breaksOfLongLines(text) : std::vector<std::size_t>{};
     if (text == text_ && breaks == breaks_) return;
+    history_.begin(false);
     const auto& position = scroller_.get_vadjustment();
     const bool atEnd = position->get_value() + position->get_page_size() >= position->get_upper() - 1;
     const auto same = commonStart(text_, text);
     const auto start = characters(std::string_view(text).substr(0, same));
-    const bool grew = same == text_.size() && !text_.empty();
+    // Or lost blanks at its end, as it does once it is whole.
+    const bool grew = same > 0 && same == std::min(text.size(), text_.size());
     settingText_ = true;
     while (!marks_.empty() && marks_.back().end > start)
         marks_.pop_back();
@@ -63,8 +65,9 @@ void TextPane::setText(const std::string& text, bool growing) {
     text_ = text;
     showMarks();
     if (!grew) buffer_->place_cursor(buffer_->begin());
-    // GTK 3 lays out more than it shows before it scrolls; else it draws all of a new text once.
+    // Scrolling lays out what is near only; without it GTK 3 lays out and draws the whole of a new text once.
     if (!grew || atEnd) view_.scroll_to(grew ? end_ : buffer_->get_insert());
+    history_.begin(view_.get_editable());
 }
 
 void TextPane::breakLines(std::vector<std::size_t> breaks) {
@@ -104,7 +107,7 @@ void TextPane::mark(std::vector<Span> spans) {
 void TextPane::showMarks() {
     auto marks = marks_;
     for (auto& mark : marks)
-        mark = {placeInBuffer(mark.start), placeInBuffer(mark.end)};
+        mark = {placeInBuffer(mark.start), placeInBuffer(mark.end - 1) + 1};
     view_.setMarks(std::move(marks));
 }
 

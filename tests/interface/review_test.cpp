@@ -205,6 +205,30 @@ TEST_F(Review, AModelThatDiesLeavesTheTextAndAWayToGoOn) {
     ASSERT_TRUE(screen().shows("label", "History"));
 }
 
+TEST_F(Review, TakesAnEarlierRewriteUpAgainAsItWasLeft) {
+    start();
+    for (const auto& [before, after] :
+         {std::pair("i knwo it", "I know it"), {"you knwo it", "You know it"}}) {
+        model.answers(after);
+        write(before);
+        pressHotKey();
+        ASSERT_TRUE(rewritten(after)) << host->output();
+        press("Control+End");
+        type(" well");
+        ASSERT_TRUE(rewritten(after + std::string(" well")));
+    }
+    press("Control+h");
+    ASSERT_TRUE(hasKeyboard("list item", ""));
+    press("Return");
+    EXPECT_TRUE(originalIs("i knwo it"));
+    EXPECT_TRUE(rewritten("I know it well")) << rewrite();
+    EXPECT_TRUE(hasKeyboard("text", "Rewrite"));
+    press("Control+z");
+    press("Control+End");
+    type("x");
+    EXPECT_TRUE(rewritten("I know it wellx")) << "undo has brought the other text back: " << rewrite();
+}
+
 TEST_F(Review, NamesEveryControlInEachLanguage) {
     model.answers("I know it");
     const struct {
