@@ -74,7 +74,10 @@ MainPage::MainPage(Assistant& assistant, Background& background, Actions actions
     swap_.hide();
     // The first icon lets GTK read the icon theme, which takes 8 ms: not when a text has come.
     Gtk::IconTheme::get_default()->lookup_icon("process-working-symbolic", 16);
+    connect();
+}
 
+void MainPage::connect() {
     history_.signal_clicked().connect([this] { actions_.history(); });
     settings_.signal_clicked().connect([this] { actions_.settings(); });
     modelButton_.signal_clicked().connect([this] { actions_.settings(); });

@@ -52,6 +52,7 @@ private:
         friend bool operator==(const Texts&, const Texts&) = default;
     };
 
+    void connect();
     void showTexts(const Rewrite& rewrite);
     void showActions(const Rewrite& rewrite);
     void showBanner(const Rewrite& rewrite);
