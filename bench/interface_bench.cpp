@@ -4,11 +4,11 @@
 #include "rewriting/assistant.h"
 #include "rewriting/differences.h"
 #include "rewriting/words.h"
+#include "views/line_field.h"
 #include "views/look.h"
 #include "views/main_page.h"
 
 #include <glibmm/main.h>
-#include <gtkmm/entry.h>
 #include <gtkmm/main.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/textview.h>
@@ -189,10 +189,10 @@ void print(const std::string& what, std::vector<double> turns) {
 }
 
 // The field on the screen that asks for one line of text.
-Gtk::Entry* fieldIn(Gtk::Container& parent) {
+LineField* fieldIn(Gtk::Container& parent) {
     for (auto* child : parent.get_children()) {
-        if (auto* entry = dynamic_cast<Gtk::Entry*>(child); entry != nullptr && entry->get_mapped())
-            return entry;
+        if (auto* field = dynamic_cast<LineField*>(child); field != nullptr && field->get_mapped())
+            return field;
         auto* container = dynamic_cast<Gtk::Container*>(child);
         if (auto* found = container != nullptr ? fieldIn(*container) : nullptr) return found;
     }
@@ -253,7 +253,8 @@ void grow(const char* what, const std::string& before, const std::string& after)
     gtk_accel_groups_activate(G_OBJECT(window.gobj()), GDK_KEY_5, GDK_CONTROL_MASK);
     auto typing = Glib::signal_timeout().connect(
         [&] {
-            if (auto* field = fieldIn(page)) g_signal_emit_by_name(field->gobj(), "insert-at-cursor", "a");
+            if (auto* field = fieldIn(page))
+                g_signal_emit_by_name(field->view().gobj(), "insert-at-cursor", "a");
             return true;
         },
         50);

@@ -33,7 +33,8 @@ void EditHistory::begin(bool remember) {
 void EditHistory::note(Edit edit) {
     constexpr std::size_t mostEdits = 500;
     undone_.clear();
-    if (!done_.empty() && edit.inserted && edit.text.size() == 1 && done_.back().inserted) {
+    edit.typed = edit.inserted && edit.text.size() == 1;
+    if (!done_.empty() && edit.typed && done_.back().typed) {
         auto& last = done_.back();
         const auto length = static_cast<int>(last.text.size());
         if (last.position + length == edit.position && !isWordEnd(last.text.substr(last.text.size() - 1))) {

@@ -24,6 +24,7 @@ private:
         bool inserted;
         int position; // in characters
         Glib::ustring text;
+        bool typed = false; // letter by letter
     };
 
     void note(Edit edit);

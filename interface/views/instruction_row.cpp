@@ -15,7 +15,7 @@ InstructionRow::InstructionRow(Chosen chosen)
     question_.pack_start(asked_, Gtk::PACK_SHRINK);
     question_.pack_start(answer_, Gtk::PACK_EXPAND_WIDGET);
     question_.pack_start(go_, Gtk::PACK_SHRINK);
-    answer_.signal_activate().connect([this] { answered(); });
+    answer_.entered.connect([this] { answered(); });
     go_.signal_clicked().connect([this] { answered(); });
     pack_start(row_, Gtk::PACK_SHRINK);
     pack_start(question_, Gtk::PACK_SHRINK);
@@ -61,10 +61,10 @@ void InstructionRow::choose(std::size_t index) {
     }
     asking_ = index;
     asked_.set_text(instruction.question);
-    nameFor(answer_, instruction.question);
-    answer_.set_text(answers_[index]);
+    nameFor(answer_.view(), instruction.question);
+    answer_.setText(answers_[index]);
     question_.show();
-    answer_.grab_focus();
+    answer_.begin();
 }
 
 bool InstructionRow::closeQuestion() {
@@ -74,7 +74,7 @@ bool InstructionRow::closeQuestion() {
 }
 
 void InstructionRow::answered() {
-    const std::string answer = answer_.get_text();
+    const std::string answer = answer_.text();
     if (answer.find_first_not_of(' ') == std::string::npos) return;
     answers_[asking_] = answer;
     question_.hide();

@@ -3,9 +3,8 @@
 
 #include "settings/instruction.h"
 #include "views/action_button.h"
+#include "views/line_field.h"
 #include "views/wrap_row.h"
-
-#include <gtkmm/entry.h>
 
 #include <functional>
 #include <vector>
@@ -36,7 +35,7 @@ private:
     WrapRow row_{4};
     Gtk::Box question_{Gtk::ORIENTATION_HORIZONTAL, 6};
     Gtk::Label asked_;
-    Gtk::Entry answer_;
+    LineField answer_;
     Gtk::Button go_;
     std::size_t asking_ = 0;           // the instruction whose question is open
     std::vector<std::string> answers_; // the latest to each instruction, in memory only

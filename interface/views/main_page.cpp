@@ -121,6 +121,12 @@ void MainPage::begin() {
     panes_.rewritten.view().grab_focus();
 }
 
+bool MainPage::closeOpen() {
+    if (!instructions_.closeQuestion()) return false;
+    panes_.rewritten.view().grab_focus();
+    return true;
+}
+
 void MainPage::show() {
     const auto& rewrite = assistant_.rewrite();
     source_.show(rewrite.capture);

@@ -41,7 +41,7 @@ public:
     // What the keys of the page do; the ones before are taken back.
     void addKeys(Shortcuts& shortcuts, const std::vector<Instruction>& instructions);
     // Closes what is open; false when nothing is.
-    bool closeOpen() { return instructions_.closeQuestion(); }
+    bool closeOpen();
     bool onKey(GdkEventKey* event);
 
 private:

@@ -61,6 +61,19 @@ void MarkPlaces::forgetFrom(const Gtk::TextIter& edit) {
     known_.erase(known_.lower_bound(paragraph), known_.end());
 }
 
+void MarkPlaces::setComposing(bool composing) {
+    composing_ = composing;
+    forget();
+}
+
+// Of a paragraph.
+Span MarkPlaces::markedPart(const Gtk::TextIter& start, const Gtk::TextIter& end) const {
+    const auto caret = view_.get_buffer()->get_iter_at_mark(view_.get_buffer()->get_insert());
+    const bool cut = composing_ && start.get_line() == caret.get_line();
+    return {static_cast<std::size_t>(start.get_offset()),
+            static_cast<std::size_t>((cut ? caret : end).get_offset())};
+}
+
 MarkPlaces::Rectangles MarkPlaces::in(const Rows& rows, const std::vector<Span>& marks) {
     Rectangles all;
     Gtk::TextIter next;
@@ -72,8 +85,7 @@ MarkPlaces::Rectangles MarkPlaces::in(const Rows& rows, const std::vector<Span>&
         if (top > rows.bottom) break;
         more = next.forward_line();
         if (height == 0) continue; // not laid out yet: it is drawn again once it is
-        const Span paragraph{static_cast<std::size_t>(at.get_offset()),
-                             static_cast<std::size_t>(next.get_offset())};
+        const auto paragraph = markedPart(at, next);
         Paragraph now{marksWithin(paragraph, marks),
                       moved({std::max(rows.top, top), std::min(rows.bottom, top + height)}, -top),
                       {}};

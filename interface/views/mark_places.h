@@ -29,6 +29,9 @@ public:
     Rectangles in(const Rows& rows, const std::vector<Span>& marks);
     // Lines are laid out anew for a reason other than a change of the buffer.
     void forget() { known_.clear(); }
+    // An input method holds letters, which stand at the caret but not in the buffer. GTK 3 does not say where
+    // what stands behind them in their paragraph is then: its marks have no place.
+    void setComposing(bool composing);
 
 private:
     struct Paragraph {
@@ -38,6 +41,7 @@ private:
     };
 
     void forgetFrom(const Gtk::TextIter& edit);
+    Span markedPart(const Gtk::TextIter& start, const Gtk::TextIter& end) const;
     Rectangles placesIn(const Rows& rows, const std::vector<Span>& marks) const;
     void add(const Span& span, const Rows& rows, Rectangles& into) const;
     Gtk::TextIter iterAt(std::size_t place) const;
@@ -45,6 +49,7 @@ private:
 
     Gtk::TextView& view_;
     std::map<std::size_t, Paragraph> known_; // by their first character
+    bool composing_ = false;
 };
 
 } // namespace quillmark

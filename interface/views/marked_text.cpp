@@ -24,9 +24,9 @@ MarkedText::MarkedText(Mark kind) : Glib::ObjectBase("QuillmarkMarkedText"), kin
     // gtkmm has neither.
     GTK_TEXT_VIEW_GET_CLASS(gobj())->draw_layer = drawLayer;
     gtk_widget_class_set_accessible_type(GTK_WIDGET_GET_CLASS(gobj()), markedTextAccessibleType());
-    // Letters that an input method still holds are in the line, but not in the buffer.
-    const auto composed = [](GtkTextView* view, char*, gpointer) {
-        if (auto* text = dynamic_cast<MarkedText*>(Glib::wrap(view))) text->places_.forget();
+    const auto composed = [](GtkTextView* view, char* letters, gpointer) {
+        if (auto* text = dynamic_cast<MarkedText*>(Glib::wrap(view)))
+            text->places_.setComposing(*letters != '\0');
     };
     g_signal_connect(gobj(), "preedit-changed", G_CALLBACK(+composed), nullptr);
     signal_style_updated().connect([this] { places_.forget(); });

@@ -16,7 +16,7 @@ namespace quillmark {
 
 TextPane::TextPane(const std::string& heading, MarkedText::Mark kind)
     : Gtk::Box(Gtk::ORIENTATION_VERTICAL, 4), heading_(heading, Gtk::ALIGN_START), view_(kind),
-      buffer_(view_.get_buffer()), end_(buffer_->create_mark(buffer_->end(), false)), history_(buffer_) {
+      buffer_(view_.get_buffer()), top_(buffer_->create_mark(buffer_->begin())), history_(buffer_) {
     addClass(heading_, look::dim);
     addClass(view_, look::text);
     nameFor(view_, heading);
@@ -34,6 +34,9 @@ TextPane::TextPane(const std::string& heading, MarkedText::Mark kind)
         mark(movedByEdit(marks_, before, text_));
         edited.emit();
     });
+    // gtkmm has no such signal.
+    const auto copies = [](GtkTextView*, gpointer pane) { static_cast<TextPane*>(pane)->copySelected(); };
+    g_signal_connect(view_.gobj(), "copy-clipboard", G_CALLBACK(+copies), this);
     setEditable(false);
 }
 
@@ -47,12 +50,12 @@ void TextPane::setText(const std::string& text, bool growing) {
     auto breaks = growing ? breaksOfLongLines(text) : std::vector<std::size_t>{};
     if (text == text_ && breaks == breaks_) return;
     history_.begin(false);
-    const auto& position = scroller_.get_vadjustment();
-    const bool atEnd = position->get_value() + position->get_page_size() >= position->get_upper() - 1;
     const auto same = commonStart(text_, text);
     const auto start = characters(std::string_view(text).substr(0, same));
     // Or lost blanks at its end, as it does once it is whole.
     const bool grew = same > 0 && same == std::min(text.size(), text_.size());
+    // GTK 3 keeps its place by a paragraph, which is another one then.
+    const bool moves = breaks.empty() != breaks_.empty() && rememberTop();
     settingText_ = true;
     while (!marks_.empty() && marks_.back().end > start)
         marks_.pop_back();
@@ -66,7 +69,8 @@ void TextPane::setText(const std::string& text, bool growing) {
     showMarks();
     if (!grew) buffer_->place_cursor(buffer_->begin());
     // Scrolling lays out what is near only; without it GTK 3 lays out and draws the whole of a new text once.
-    if (!grew || atEnd) view_.scroll_to(grew ? end_ : buffer_->get_insert());
+    if (!grew) view_.scroll_to(buffer_->get_insert());
+    if (grew && moves) view_.scroll_to(top_, 0, 0, 0);
     history_.begin(view_.get_editable());
 }
 
@@ -99,6 +103,33 @@ Gtk::TextIter TextPane::iterAt(std::size_t place) const {
     return buffer_->get_iter_at_offset(static_cast<int>(placeInBuffer(place)));
 }
 
+std::size_t TextPane::placeInText(const Gtk::TextIter& at) const {
+    const auto place = static_cast<std::size_t>(at.get_offset());
+    std::size_t separators = 0;
+    while (separators < breaks_.size() && breaks_[separators] + separators < place)
+        ++separators;
+    return place - separators;
+}
+
+// False when that is the start of the text.
+bool TextPane::rememberTop() {
+    Gdk::Rectangle seen;
+    Gtk::TextIter top;
+    view_.get_visible_rect(seen);
+    view_.get_iter_at_location(top, seen.get_x(), seen.get_y());
+    buffer_->move_mark(top_, top);
+    return seen.get_y() > 0;
+}
+
+// Without the separators of a broken text, which the toolkit would copy.
+void TextPane::copySelected() {
+    Gtk::TextIter start, end;
+    if (breaks_.empty() || !buffer_->get_selection_bounds(start, end)) return;
+    const auto first = placeInText(start), last = placeInText(end);
+    get_clipboard("CLIPBOARD")->set_text(Glib::ustring(text_).substr(first, last - first));
+    g_signal_stop_emission_by_name(view_.gobj(), "copy-clipboard");
+}
+
 void TextPane::mark(std::vector<Span> spans) {
     marks_ = std::move(spans);
     showMarks();
@@ -118,8 +149,15 @@ void TextPane::setEditable(bool editable) {
     history_.begin(editable);
 }
 
-void TextPane::undo() { history_.undo(); }
-void TextPane::redo() { history_.redo(); }
+void TextPane::undo() {
+    history_.undo();
+    view_.scroll_to(buffer_->get_insert());
+}
+
+void TextPane::redo() {
+    history_.redo();
+    view_.scroll_to(buffer_->get_insert());
+}
 
 int TextPane::missingHeight() const {
     const auto position = const_cast<Scroller&>(scroller_).get_vadjustment();

@@ -42,6 +42,9 @@ private:
     void followStyle();
     void breakLines(std::vector<std::size_t> breaks);
     std::size_t placeInBuffer(std::size_t place) const;
+    std::size_t placeInText(const Gtk::TextIter& at) const;
+    bool rememberTop();
+    void copySelected();
     Gtk::TextIter iterAt(std::size_t place) const;
     void showMarks();
 
@@ -49,7 +52,7 @@ private:
     Scroller scroller_{Scroller::Holds::text};
     MarkedText view_;
     Glib::RefPtr<Gtk::TextBuffer> buffer_;
-    Glib::RefPtr<Gtk::TextMark> end_;
+    Glib::RefPtr<Gtk::TextMark> top_; // where the view was
     EditHistory history_;
     std::string text_;
     // In characters of the text: a separator stands there that is not of the text.

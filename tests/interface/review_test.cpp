@@ -80,6 +80,17 @@ TEST_F(Review, ChangesTheInstruction) {
         EXPECT_THAT(model.request(), HasSubstr(asked));
         EXPECT_TRUE(hasKeyboard("text", "Rewrite"));
     }
+    // The answer of before is selected then. What is selected here must not end the selection there.
+    press("Control+6");
+    ASSERT_TRUE(hasKeyboard("text", "What should be done with the text?"));
+    press("Escape");
+    ASSERT_TRUE(hasKeyboard("text", "Rewrite"));
+    press("Control+Home");
+    press("Control+Shift+Right");
+    type("x");
+    ASSERT_TRUE(rewritten("x verse")) << rewrite();
+    press("Control+Return");
+    fields->awaitText("x verse");
 }
 
 TEST_F(Review, StopsAndBeginsAgain) {
