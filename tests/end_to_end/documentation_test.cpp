@@ -73,6 +73,8 @@ TEST_F(Documentation, ItsViewWorksAsPrinted) {
     capture();
     ScreenReader screen(host->pid());
     ASSERT_TRUE(waitUntil([&] { return screen.text("text", "") == "TWO"; })) << host->output();
+    ASSERT_TRUE(waitUntil([&] { return screen.isFocused("text", ""); }));
+    desktop.keyboard.press("Control+a"); // which would end the selection in the field
     screen.press("push button", "Apply");
     EXPECT_TRUE(prints(*host, "the answer is pasted")) << host->output();
     fields->awaitText("one TWO three");
