@@ -124,6 +124,11 @@ TEST_F(Review, LongParagraphsAreWholeOnceTheirRewriteIs) {
         write(before);
         pressHotKey();
         ASSERT_TRUE(comes([&] { return rewrite().find("\u2029") != std::string::npos; })) << rewrite();
+        screen().focus("text", "Original");
+        press("Control+a");
+        press("Control+c");
+        EXPECT_TRUE(comes([&, before = before] { return desktop.text("CLIPBOARD") == before; }));
+        screen().focus("text", "Rewrite");
         model.finish();
         EXPECT_TRUE(rewritten(after)) << rewrite();
         EXPECT_TRUE(originalIs(before));
