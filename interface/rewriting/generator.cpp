@@ -26,9 +26,8 @@ std::string withStartOf(const std::string& original, const std::string& text) {
 
 // And with those that it ends with.
 std::string withEdgesOf(const std::string& original, const std::string& text) {
-    const auto words = text.substr(0, text.find_last_not_of(blanks) + 1);
-    const auto whole = withStartOf(original, words);
-    return whole.empty() ? whole : whole + original.substr(original.find_last_not_of(blanks) + 1);
+    const auto words = withStartOf(original, text.substr(0, text.find_last_not_of(blanks) + 1));
+    return words.empty() ? words : words + original.substr(original.find_last_not_of(blanks) + 1);
 }
 
 } // namespace

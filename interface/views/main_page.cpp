@@ -143,9 +143,8 @@ void MainPage::show() {
 void MainPage::showTexts(const Rewrite& rewrite) {
     const bool growing = rewrite.stage == Stage::rewriting;
     panes_.original.setText(rewrite.capture.text, growing);
-    if (!canEdit(rewrite)) panes_.rewritten.setEditable(false);
     panes_.rewritten.setText(rewrite.text, growing);
-    if (canEdit(rewrite)) panes_.rewritten.setEditable(true);
+    panes_.rewritten.setEditable(canEdit(rewrite));
 }
 
 void MainPage::showActions(const Rewrite& rewrite) {

@@ -67,10 +67,13 @@ void TextPane::setText(const std::string& text, bool growing) {
     settingText_ = false;
     text_ = text;
     showMarks();
-    if (!grew) buffer_->place_cursor(buffer_->begin());
-    // Scrolling lays out what is near only; without it GTK 3 lays out and draws the whole of a new text once.
-    if (!grew) view_.scroll_to(buffer_->get_insert());
-    if (grew && moves) view_.scroll_to(top_, 0, 0, 0);
+    if (!grew) {
+        buffer_->place_cursor(buffer_->begin());
+        // Scrolling lays out what is near only; without it GTK 3 lays out and draws all of a new text once.
+        view_.scroll_to(buffer_->get_insert());
+    } else if (moves) {
+        view_.scroll_to(top_, 0, 0, 0);
+    }
     history_.begin(view_.get_editable());
 }
 
